@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Debian packages that build, test and run Norvane. Sourced by scripts/run and scripts/test.
+NORVANE_BUILD_PACKAGES=(
+  cmake ninja-build g++ pkg-config
+  qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl-dev
+  libcli11-dev libsodium-dev
+  fonts-dejavu-core
+)
+NORVANE_TEST_PACKAGES=(
+  libgtest-dev libgmock-dev
+  libgeographiclib-dev geographiclib-tools
+  libcpp-httplib-dev
+  xvfb xauth python3-ephem
+)
+
+# Installs whatever of the given packages is missing (as root), or prints the line to run.
+norvane_install() {
+  local missing=()
+  for p in "$@"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  if [ "$(id -u)" -eq 0 ]; then
+    echo "Installing: ${missing[*]}"
+    export DEBIAN_FRONTEND=noninteractive
+    apt-get update -qq || { echo "apt-get update failed" >&2; return 1; }
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" || return 1
+  else
+    echo "Missing Debian packages. Install them with:" >&2
+    echo "  sudo apt-get install ${missing[*]}" >&2
+    return 1
+  fi
+}

@@ -1,0 +1,140 @@
+#include "app/InputRules.hpp"
+
+#include <charconv>
+#include <string>
+
+namespace norvane {
+namespace {
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+// Narrows a u16string that holds only ASCII characters; returns false on anything else.
+bool ToAscii(const std::u16string& in, std::string& out) {
+  out.clear();
+  out.reserve(in.size());
+  for (char16_t c : in) {
+    if (c > 127) return false;
+    out.push_back(static_cast<char>(c));
+  }
+  return true;
+}
+
+}  // namespace
+
+char16_t FilterKey(const BoxState& box, char16_t key, KeyMode mode, bool toUpper, char16_t decimalSep) {
+  const int m = static_cast<int>(mode);
+  if (key < 32) return key;
+  const int len = static_cast<int>(box.text.size());
+  if (len == box.maxLength && box.selectionLength == 0) return 0;
+  if (IsDigit(key)) return m == 4 ? 0 : key;
+  if (key >= u'A' && key <= u'Z') return m >= 4 ? key : 0;
+  if (key >= u'a' && key <= u'z') {
+    if (m != 4 && m != 5) return 0;
+    return toUpper ? static_cast<char16_t>(key - 32) : key;
+  }
+  if (key == u'-') {
+    if (m != 1 && m != 3) return 0;
+    if (box.caret != 0 || box.text.find(u'-') != std::u16string::npos) return 0;
+    return key;
+  }
+  if (key == u'.' || key == u',' || key == decimalSep) {
+    if ((m == 2 || m == 3) && box.text.find(decimalSep) == std::u16string::npos &&
+        len < box.maxLength - 1)
+      return decimalSep;
+    return 0;
+  }
+  return 0;
+}
+
+std::optional<int32_t> ParseInt32(const std::u16string& text) {
+  std::string s;
+  if (!ToAscii(text, s) || s.empty()) return std::nullopt;
+  size_t i = s[0] == '-' || s[0] == '+' ? 1 : 0;
+  if (i == s.size()) return std::nullopt;
+  for (size_t k = i; k < s.size(); ++k)
+    if (s[k] < '0' || s[k] > '9') return std::nullopt;
+  int32_t v = 0;
+  const char* first = s.data() + (s[0] == '+' ? 1 : 0);
+  const auto [ptr, ec] = std::from_chars(first, s.data() + s.size(), v);
+  if (ec != std::errc() || ptr != s.data() + s.size()) return std::nullopt;
+  return v;
+}
+
+std::optional<double> ParseLocaleReal(const std::u16string& text, char16_t decimalSep) {
+  std::string s;
+  if (!ToAscii(text, s) || s.empty()) return std::nullopt;
+  size_t i = s[0] == '-' ? 1 : 0;
+  bool digits = false, point = false;
+  std::string c = i ? "-" : "";
+  for (; i < s.size(); ++i) {
+    const char ch = s[i];
+    if (ch >= '0' && ch <= '9') {
+      digits = true;
+      c.push_back(ch);
+    } else if (static_cast<char16_t>(ch) == decimalSep && !point) {
+      point = true;
+      c.push_back('.');
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (!digits) return std::nullopt;
+  double v = 0;
+  const auto [ptr, ec] = std::from_chars(c.data(), c.data() + c.size(), v);
+  if (ec != std::errc() || ptr != c.data() + c.size()) return std::nullopt;
+  return v;
+}
+
+bool IsValidIntText(const std::u16string& text, bool allowEmpty, int32_t min, int32_t max) {
+  if (text.empty()) return allowEmpty;
+  if (text[0] == u'-' && (min >= 0 || text.size() == 1)) return false;
+  const auto v = ParseInt32(text);
+  return v && *v >= min && *v <= max;
+}
+
+bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max,
+                     char16_t decimalSep) {
+  if (text.empty()) return allowEmpty;
+  size_t marks = 0;
+  if (text[0] == u'-') {
+    if (min >= 0 || text.size() == 1) return false;
+    ++marks;
+  }
+  const size_t sep = text.find(decimalSep);
+  if (sep != std::u16string::npos) {
+    if (sep == text.size() - 1) return false;  // "12." stays invalid until a digit follows
+    ++marks;
+  }
+  if (marks == text.size()) return false;
+  const auto v = ParseLocaleReal(text, decimalSep);
+  return v && *v >= min && *v <= max;
+}
+
+bool AllInputsValid(const std::vector<bool>& flags) {
+  if (flags.empty()) return false;
+  for (bool f : flags)
+    if (!f) return false;
+  return true;
+}
+
+int16_t GetWinVersion(int platformId, int major, int minor) {
+  if (platformId == 1 && major == 4) {
+    if (minor == 0) return 1;
+    if (minor == 10) return 2;
+    if (minor == 90) return 3;
+    return 0;
+  }
+  if (platformId == 2) {
+    if (major == 3) return 4;
+    if (major == 4) return 5;
+    if (major == 5) return minor == 0 ? 6 : minor == 1 ? 7 : minor == 2 ? 8 : 0;
+    if (major == 6) return minor == 0 ? 9 : minor == 1 ? 10 : 0;
+  }
+  return 0;
+}
+
+char16_t DecimalSepFromText(const std::u16string& halfAsText) {
+  return halfAsText.size() >= 2 ? halfAsText[1] : u'.';
+}
+
+}  // namespace norvane

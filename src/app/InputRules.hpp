@@ -1,0 +1,58 @@
+#pragma once
+// The text rules of the numeric input boxes, as pure functions: the key filter, the two range
+// validators and the locale-aware number conversion. Screens apply the results (colour, flags);
+// norvane-cli and the fuzzers call the same rules.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace norvane {
+
+// What a box holds (FilterKey modes).
+enum class KeyMode : int16_t {
+  UnsignedInt = 0,
+  SignedInt = 1,
+  UnsignedReal = 2,
+  SignedReal = 3,
+  Letters = 4,
+  LettersDigits = 5,
+};
+
+// The part of a text box's state that the key filter looks at.
+struct BoxState {
+  std::u16string text;
+  int maxLength = 0;       // 0 would refuse every printable key: give every box a positive length
+  int caret = 0;           // caret position (characters before it)
+  int selectionLength = 0;
+};
+
+// Returns the key code to use, 0 to swallow the key. decimalSep is the locale's separator code.
+char16_t FilterKey(const BoxState& box, char16_t key, KeyMode mode, bool toUpper, char16_t decimalSep);
+
+// Enter (13) becomes 0, meaning "swallow and move to the next control"; any other code is
+// returned unchanged.
+inline char16_t EnterToTab(char16_t key) { return key == 13 ? 0 : key; }
+
+// Range checks on the text of a box, both bounds inclusive.
+bool IsValidIntText(const std::u16string& text, bool allowEmpty, int32_t min, int32_t max);
+bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max,
+                     char16_t decimalSep);
+
+// Converts box text by the locale's rules: the separator is decimalSep (the other of "." and ","
+// is not accepted). Leading "-" allowed. No exponent, no blanks. nullopt when not a number.
+std::optional<double> ParseLocaleReal(const std::u16string& text, char16_t decimalSep);
+std::optional<int32_t> ParseInt32(const std::u16string& text);
+
+// True when every flag is set; false for an empty array (a screen without boxes keeps one flag).
+bool AllInputsValid(const std::vector<bool>& flags);
+
+// Windows version codes of the start-up check (1..10, 0 for anything else). platformId 1 is the
+// 9x family, 2 the NT family. The refusal below code 6 applies only where the platform is Windows.
+int16_t GetWinVersion(int platformId, int major, int minor);
+
+// The locale's decimal separator: the second character of the text form of 0.5.
+char16_t DecimalSepFromText(const std::u16string& halfAsText);
+
+}  // namespace norvane
