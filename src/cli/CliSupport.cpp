@@ -1,0 +1,142 @@
+#include "cli/CliSupport.hpp"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+
+#include "app/TextFormat.hpp"
+
+namespace norvane::cli {
+
+OutputMode& GlobalOutputMode() {
+  static OutputMode mode;
+  return mode;
+}
+
+int& ExitStatus() {
+  static int status = kExitOk;
+  return status;
+}
+
+void ResultPrinter::Add(std::string key, std::string text, std::optional<double> raw) {
+  items_.push_back({std::move(key), std::move(text), raw});
+}
+
+void ResultPrinter::Message(std::string text) { items_.push_back({"message", std::move(text), {}}); }
+
+int ResultPrinter::Print() const {
+  const OutputMode& mode = GlobalOutputMode();
+  std::string out;
+  if (mode.json) {
+    out = "{";
+    for (size_t i = 0; i < items_.size(); ++i) {
+      const Item& it = items_[i];
+      if (i) out += ", ";
+      out += JsonQuote(it.key) + ": ";
+      if (mode.raw && it.raw && std::isfinite(*it.raw)) out += FormatRaw(*it.raw);
+      else out += JsonQuote(it.text);
+    }
+    out += "}\n";
+  } else {
+    for (const Item& it : items_) {
+      out += it.key + ": ";
+      out += mode.raw && it.raw ? FormatRaw(*it.raw) : it.text;
+      out += '\n';
+    }
+  }
+  std::fwrite(out.data(), 1, out.size(), stdout);
+  return failed_ ? kExitComputation : kExitOk;
+}
+
+namespace {
+std::string Num(double v) {
+  std::string s = FormatRaw(v);
+  return s;
+}
+}  // namespace
+
+void RequireRange(std::string_view option, double value, double min, double max, std::string_view unit) {
+  if (std::isfinite(value) && value >= min && value <= max) return;
+  std::string msg = std::string(option) + ": " + Num(value) + " is out of range (" + Num(min) + " to " + Num(max);
+  if (!unit.empty()) msg += " " + std::string(unit);
+  msg += ")";
+  throw UsageError(msg);
+}
+
+std::optional<double> ParseNumber(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  const char* first = text.data();
+  const char* last = text.data() + text.size();
+  if (*first == '+') ++first;
+  double v = 0;
+  const auto [ptr, ec] = std::from_chars(first, last, v, std::chars_format::fixed);
+  if (ec != std::errc() || ptr != last || !std::isfinite(v)) return std::nullopt;
+  return v;
+}
+
+LatLon ParseLatLon(std::string_view option, std::string_view text) {
+  const size_t comma = text.find(',');
+  const auto bad = [&] {
+    return UsageError(std::string(option) + ": expected LAT,LON in signed decimal degrees (north and east "
+                      "positive), got \"" + std::string(text) + "\"");
+  };
+  if (comma == std::string_view::npos) throw bad();
+  const auto lat = ParseNumber(text.substr(0, comma));
+  const auto lon = ParseNumber(text.substr(comma + 1));
+  if (!lat || !lon) throw bad();
+  RequireRange(std::string(option) + " latitude", *lat, -90, 90, "degrees");
+  RequireRange(std::string(option) + " longitude", *lon, -180, 180, "degrees");
+  return {*lat, *lon};
+}
+
+Date ParseDate(std::string_view option, std::string_view text) {
+  Date d;
+  int consumed = 0;
+  const std::string s(text);
+  if (s.size() != 10 || std::sscanf(s.c_str(), "%4d-%2d-%2d%n", &d.year, &d.month, &d.day, &consumed) != 3 ||
+      consumed != 10)
+    throw UsageError(std::string(option) + ": expected a date YYYY-MM-DD, got \"" + s + "\"");
+  static const int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  const bool leap = (d.year % 4 == 0 && d.year % 100 != 0) || d.year % 400 == 0;
+  const bool okMonth = d.month >= 1 && d.month <= 12;
+  const int dim = okMonth ? kDays[d.month - 1] + (d.month == 2 && leap ? 1 : 0) : 0;
+  if (d.year < 1900 || d.year > 2100 || !okMonth || d.day < 1 || d.day > dim)
+    throw UsageError(std::string(option) + ": \"" + s + "\" is not a calendar date from 1900-01-01 to 2100-12-31");
+  return d;
+}
+
+Date Today() {
+  const std::time_t t = std::time(nullptr);
+  std::tm tm{};
+#ifdef _WIN32
+  localtime_s(&tm, &t);
+#else
+  localtime_r(&t, &tm);
+#endif
+  return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday};
+}
+
+std::string JsonQuote(std::string_view s) {
+  std::string out = "\"";
+  for (unsigned char c : s) {
+    switch (c) {
+      case '"': out += "\\\""; break;
+      case '\\': out += "\\\\"; break;
+      case '\n': out += "\\n"; break;
+      case '\r': out += "\\r"; break;
+      case '\t': out += "\\t"; break;
+      default:
+        if (c < 0x20) {
+          char buf[8];
+          std::snprintf(buf, sizeof buf, "\\u%04x", c);
+          out += buf;
+        } else {
+          out.push_back(static_cast<char>(c));
+        }
+    }
+  }
+  return out + "\"";
+}
+
+}  // namespace norvane::cli

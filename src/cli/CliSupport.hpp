@@ -1,0 +1,81 @@
+#pragma once
+// Shared conventions of norvane-cli: output as "key: text" lines (or --raw / --json), one-line
+// usage errors with exit status 2, and the parsers of coordinates and dates.
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace norvane::cli {
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitComputation = 1;  // the screen's error text, no results
+inline constexpr int kExitUsage = 2;        // bad, missing or out-of-range input
+
+// Thrown for bad input; main() prints "error: <what>" and exits with kExitUsage.
+struct UsageError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+struct OutputMode {
+  bool raw = false;   // numbers at %.17g instead of the screen's mask
+  bool json = false;  // one JSON object instead of key: text lines
+};
+OutputMode& GlobalOutputMode();
+
+// The exit status main() returns once the subcommand's callback has run. A callback prints
+// through ResultPrinter and stores printer.Print()'s result here; a UsageError thrown from a
+// callback is reported by main() as "error: ..." with kExitUsage.
+int& ExitStatus();
+
+// Collects the results of one calculation and prints them in the chosen form.
+class ResultPrinter {
+ public:
+  // A result as the screen shows it; `raw` is its full-precision value when it is a number.
+  void Add(std::string key, std::string text, std::optional<double> raw = std::nullopt);
+  // The screen's error or notice label.
+  void Message(std::string text);
+  // Prints everything to stdout; returns the exit status to use (kExitOk unless SetFailed).
+  int Print() const;
+  void SetFailed() { failed_ = true; }
+
+ private:
+  struct Item {
+    std::string key, text;
+    std::optional<double> raw;
+  };
+  std::vector<Item> items_;
+  bool failed_ = false;
+};
+
+// Range check with the message format shared by every command:
+//   "--altitude: 90000 is out of range (-500 to 85999 m)".
+void RequireRange(std::string_view option, double value, double min, double max,
+                  std::string_view unit = {});
+
+struct LatLon {
+  double lat = 0, lon = 0;
+};
+// "LAT,LON" in signed decimal degrees, |lat| <= 90, |lon| <= 180. Throws UsageError naming option.
+LatLon ParseLatLon(std::string_view option, std::string_view text);
+
+struct Date {
+  int year = 0, month = 0, day = 0;
+};
+// "YYYY-MM-DD", a real calendar date from 1900 to 2100. Throws UsageError naming option.
+Date ParseDate(std::string_view option, std::string_view text);
+Date Today();
+
+// Strict number parser for option values (no blanks, no trailing text); nullopt if malformed.
+std::optional<double> ParseNumber(std::string_view text);
+
+// JSON string escaping for --json.
+std::string JsonQuote(std::string_view s);
+
+}  // namespace norvane::cli

@@ -1,0 +1,17 @@
+#pragma once
+// Each domain adds its subcommands here; main() calls every Register* once.
+
+namespace CLI {
+class App;
+}
+
+namespace norvane::cli {
+
+void RegisterAtmosphereCommands(CLI::App& app);   // atmosphere speed changeover density-altitude stall
+void RegisterNavigationCommands(CLI::App& app);   // tracks point intersection magvar inverse direct
+void RegisterManoeuvreCommands(CLI::App& app);    // wind turn holding
+void RegisterSunCommands(CLI::App& app);          // sun
+void RegisterToolCommands(CLI::App& app);         // convert angle
+void RegisterServiceCommands(CLI::App& app);      // navdb weather
+
+}  // namespace norvane::cli

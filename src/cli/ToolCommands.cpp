@@ -1,0 +1,10 @@
+#include <CLI/CLI.hpp>
+
+#include "cli/CliSupport.hpp"
+#include "cli/Commands.hpp"
+
+namespace norvane::cli {
+
+void RegisterToolCommands(CLI::App& /*app*/) {}
+
+}  // namespace norvane::cli
