@@ -50,9 +50,12 @@ int ResultPrinter::Print() const {
 }
 
 namespace {
+// Shortest fixed-point text that reads back as v: "3.01", not "3.0099999999999998"; "700000".
 std::string Num(double v) {
-  std::string s = FormatRaw(v);
-  return s;
+  char buf[64];
+  auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::fixed);
+  if (res.ec != std::errc()) res = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, res.ptr);
 }
 }  // namespace
 
