@@ -1,0 +1,270 @@
+#include "atmosphere/AtmosphereScreen.hpp"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "app/TextFormat.hpp"
+#include "atmosphere/AtmosphereCalculations.hpp"
+#include "atmosphere/ScreenText.hpp"
+#include "atmosphere/StandardAtmosphere.hpp"
+
+namespace norvane {
+namespace {
+
+QRadioButton* MakeOption(QWidget* frame, QButtonGroup* group, const QString& text, const QString& name, int id) {
+  auto* b = new QRadioButton(text, frame);
+  b->setObjectName(name);
+  group->addButton(b, id);
+  frame->layout()->addWidget(b);
+  return b;
+}
+
+QScrollBar* MakeScroll(QWidget* parent, const QString& name) {
+  auto* s = new QScrollBar(Qt::Horizontal, parent);
+  s->setObjectName(name);
+  s->setSingleStep(1);
+  s->setPageStep(10);
+  s->setMinimumWidth(180);
+  s->setFocusPolicy(Qt::StrongFocus);  // reachable with Tab, moved with the arrow keys
+  s->setInvertedControls(false);       // Right / Up increase the value, as on a slider
+  return s;
+}
+
+}  // namespace
+
+AtmosphereScreen::AtmosphereScreen(QWidget* parent)
+    : CalculatorScreen(0, "frmData0", tr("Atmosphere data"), parent) {
+  setHelpText(tr("ISA atmosphere model data up to 84852 m (geopotential altitude)"));
+
+  BoxRule altRule{KeyMode::SignedReal, -500, 85999};
+  altRule.maxLength = 8;
+  InputBox* alt = addBox(altRule);
+  alt->setFixedWidth(alt->fontMetrics().horizontalAdvance("-0000000") + 16);
+
+  // Altitude, its kind and its unit.
+  auto* top = new QHBoxLayout;
+  auto* altCol = new QVBoxLayout;
+  altCaption_ = makeCaption(QString(), "lblAlt");
+  altCaption_->setBuddy(alt);
+  altCol->addWidget(altCaption_);
+  altCol->addWidget(alt);
+  altCol->addStretch();
+  top->addLayout(altCol);
+
+  auto* frameAlt = makeFrame(tr("Altitude type"), "FrameAlt");
+  new QVBoxLayout(frameAlt);
+  auto* altGroup = new QButtonGroup(this);
+  optAlt_[0] = MakeOption(frameAlt, altGroup, tr("True"), "OptAlt0", 0);
+  optAlt_[1] = MakeOption(frameAlt, altGroup, tr("Geopotential"), "OptAlt1", 1);
+  optAlt_[0]->setToolTip(tr("Geometric altitude"));
+  optAlt_[1]->setToolTip(tr("Geopotential altitude"));
+  top->addWidget(frameAlt);
+
+  auto* frameAltUnits = makeFrame(tr("Altitude unit"), "FrameAltUnits");
+  new QVBoxLayout(frameAltUnits);
+  auto* altUnitGroup = new QButtonGroup(this);
+  optAltUnits_[0] = MakeOption(frameAltUnits, altUnitGroup, tr("Meters"), "OptAltUnits0", 0);
+  optAltUnits_[1] = MakeOption(frameAltUnits, altUnitGroup, tr("Feet"), "OptAltUnits1", 1);
+  top->addWidget(frameAltUnits);
+  contentLayout()->addLayout(top);
+
+  // Non-standard atmosphere: temperature offset and sea-level pressure.
+  auto* nsaRow = new QHBoxLayout;
+  checkNSA_ = new QCheckBox(this);
+  checkNSA_->setObjectName("CheckNSA");
+  checkNSA_->setToolTip(tr("Check this box for non-standard atmosphere calculations"));
+  checkNSA_->setAccessibleName(tr("Non-standard atmosphere"));
+  nsaRow->addWidget(checkNSA_, 0, Qt::AlignTop);
+  auto* frameNSA = makeFrame(tr("Non-standard atmosphere"), "FrameNSA");
+  auto* nl = new QGridLayout(frameNSA);
+  disaCaption_ = makeCaption(tr("Delta ISA (°C)"), "lblDISA");
+  disaScroll_ = MakeScroll(frameNSA, "DISAScroll");
+  disaScroll_->setRange(static_cast<int>(kDisaRange.min), static_cast<int>(kDisaRange.max));
+  disaData_ = makeCaption(QString(), "DISAData");
+  const QString disaTip = tr("Temperature offset from standard atmosphere (-90 to +40°C)");
+  for (QWidget* w : {static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(disaScroll_),
+                     static_cast<QWidget*>(disaData_)})
+    w->setToolTip(disaTip);
+  mslpCaption_ = makeCaption(QString(), "lblMSLP");
+  mslpScroll_ = MakeScroll(frameNSA, "MSLPScroll");
+  mslpData_ = makeCaption(QString(), "MSLPData");
+  const QString mslpTip = tr("Mean sea level pressure (hPa or inHg)");
+  for (QWidget* w : {static_cast<QWidget*>(mslpCaption_), static_cast<QWidget*>(mslpScroll_),
+                     static_cast<QWidget*>(mslpData_)})
+    w->setToolTip(mslpTip);
+  const int valueWidth = disaData_->fontMetrics().horizontalAdvance("00.00") + 8;
+  disaData_->setMinimumWidth(valueWidth);
+  mslpData_->setMinimumWidth(valueWidth);
+  disaData_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  mslpData_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  nl->addWidget(disaCaption_, 0, 0);
+  nl->addWidget(disaScroll_, 0, 1);
+  nl->addWidget(disaData_, 0, 2);
+  nl->addWidget(mslpCaption_, 1, 0);
+  nl->addWidget(mslpScroll_, 1, 1);
+  nl->addWidget(mslpData_, 1, 2);
+  nl->setColumnStretch(1, 1);
+  nsaRow->addWidget(frameNSA, 1);
+  contentLayout()->addLayout(nsaRow);
+
+  // Output units and format.
+  auto* unitRow = new QHBoxLayout;
+  auto* frameUnits = makeFrame(tr("Output units"), "FrameUnits");
+  new QHBoxLayout(frameUnits);
+  auto* unitGroup = new QButtonGroup(this);
+  optUnits_[0] = MakeOption(frameUnits, unitGroup, tr("Metric"), "OptUnits0", 0);
+  optUnits_[1] = MakeOption(frameUnits, unitGroup, tr("US units"), "OptUnits1", 1);
+  unitRow->addWidget(frameUnits);
+  checkEDisplay_ = new QCheckBox(tr("Scientific format"), this);
+  checkEDisplay_->setObjectName("CheckEDisplay");
+  unitRow->addWidget(checkEDisplay_);
+  unitRow->addStretch();
+  contentLayout()->addLayout(unitRow);
+
+  // Results: the four quantities, and the three ratios in their own frame.
+  static const char* const kTips[4] = {"Static air temperature", "Ambient air pressure", "Ambient air density",
+                                       "Speed of sound"};
+  auto* resultRow = new QHBoxLayout;
+  auto* rl = new QGridLayout;
+  for (int i = 0; i < 4; ++i) {
+    lbldata_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(i));
+    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i), tr(kTips[i]));
+    lbldata_[i]->setToolTip(tr(kTips[i]));
+    rl->addWidget(lbldata_[i], i, 0);
+    rl->addWidget(dataR_[i], i, 1);
+  }
+  rl->setRowStretch(4, 1);
+  resultRow->addLayout(rl);
+  auto* frameRatio = makeFrame(tr("Standard ratio"), "FrameRatio");
+  auto* fl = new QGridLayout(frameRatio);
+  static const char* const kRatioCaptions[3] = {"Standard temperature ratio (theta)",
+                                                "Standard pressure ratio (delta)", "Standard density ratio (sigma)"};
+  for (int i = 4; i < 7; ++i) {
+    lbldata_[i] = makeCaption(tr(kRatioCaptions[i - 4]), QStringLiteral("lbldata%1").arg(i));
+    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
+    fl->addWidget(lbldata_[i], i - 4, 0);
+    fl->addWidget(dataR_[i], i - 4, 1);
+  }
+  resultRow->addWidget(frameRatio);
+  contentLayout()->addLayout(resultRow);
+
+  setTabOrder(alt, optAlt_[0]);
+  setTabOrder(optAlt_[0], optAltUnits_[0]);
+  setTabOrder(optAltUnits_[0], checkNSA_);
+  setTabOrder(checkNSA_, disaScroll_);
+  setTabOrder(disaScroll_, mslpScroll_);
+  setTabOrder(mslpScroll_, optUnits_[0]);
+  setTabOrder(optUnits_[0], checkEDisplay_);
+  setTabOrder(checkEDisplay_, calculateButton());
+  setTabOrder(calculateButton(), closeButton());
+
+  // Load: options, captions for the unit system, the scroll bars at standard, the default altitude.
+  optAlt_[0]->setChecked(true);
+  optAltUnits_[0]->setChecked(true);
+  optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
+  disaScroll_->setValue(0);
+  setUnitCaptions();
+  setAltMinMax();
+  nsaChanged();
+  alt->setText(QStringLiteral("0"));
+
+  connect(altGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
+  connect(altUnitGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
+  connect(unitGroup, &QButtonGroup::idClicked, this, [this] {
+    setUnitCaptions();
+    recalculateIfCalculated();
+  });
+  connect(checkNSA_, &QCheckBox::toggled, this, [this] {
+    nsaChanged();
+    recalculateIfCalculated();
+  });
+  connect(checkEDisplay_, &QCheckBox::toggled, this, [this] { recalculateIfCalculated(); });
+  for (QScrollBar* s : {disaScroll_, mslpScroll_})
+    connect(s, &QScrollBar::valueChanged, this, [this] {
+      updateScrollLabels();
+      if (!resetting_) recalculateIfCalculated();
+    });
+}
+
+bool AtmosphereScreen::feet() const { return optAltUnits_[1]->isChecked(); }
+bool AtmosphereScreen::geopotential() const { return optAlt_[1]->isChecked(); }
+bool AtmosphereScreen::us() const { return optUnits_[1]->isChecked(); }
+
+void AtmosphereScreen::setAltMinMax() {
+  const InputRange r = AtmosphereAltitudeRange(feet(), geopotential());
+  altCaption_->setText(tr("Altitude (%1)").arg(feet() ? "ft" : "m"));
+  box(0)->setToolTip(Q(AtmosphereAltitudeToolTip(feet(), geopotential())));
+  box(0)->setRange(r.min, r.max);
+  setInputValid(0, box(0)->isValid());
+}
+
+void AtmosphereScreen::setUnitCaptions() {
+  const bool u = us();
+  static const char* const kMetric[4] = {"Temperature (°C)", "Pressure (hPa)", "Density (kg/m3)", "Sound (km/h)"};
+  static const char* const kUs[4] = {"Temperature (°F)", "Pressure (inHg)", "Density (sl/ft3)", "Sound (kts)"};
+  for (int i = 0; i < 4; ++i) lbldata_[i]->setText(tr(u ? kUs[i] : kMetric[i]));
+  mslpCaption_->setText(u ? tr("MSLP (inHg)") : tr("MSLP (hPa)"));
+  const InputRange r = MslpScrollRange(u);
+  resetting_ = true;
+  mslpScroll_->setRange(static_cast<int>(r.min), static_cast<int>(r.max));
+  mslpScroll_->setValue(0);
+  resetting_ = false;
+  mslpScroll_->setPageStep(u ? 10 : 5);
+  updateScrollLabels();
+}
+
+void AtmosphereScreen::altitudeOptionChanged() {
+  // The number is not converted: it is validated anew against the new range.
+  const bool wasCalculated = calculated();
+  setAltMinMax();
+  const QString t = box(0)->text();
+  if (t.isEmpty() || t == QLatin1String("-")) return;
+  clearData();
+  if (wasCalculated && box(0)->isValid()) runCalculate();
+}
+
+void AtmosphereScreen::nsaChanged() {
+  const bool on = checkNSA_->isChecked();
+  if (!on) {
+    resetting_ = true;
+    disaScroll_->setValue(0);
+    mslpScroll_->setValue(0);
+    resetting_ = false;
+    updateScrollLabels();
+  }
+  for (QWidget* w : {static_cast<QWidget*>(disaScroll_), static_cast<QWidget*>(mslpScroll_),
+                     static_cast<QWidget*>(disaData_), static_cast<QWidget*>(mslpData_),
+                     static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(mslpCaption_)})
+    w->setEnabled(on);
+}
+
+void AtmosphereScreen::updateScrollLabels() {
+  disaData_->setText(Q(SignedText(disaScroll_->value())));
+  mslpData_->setText(ShownText(MslpScrollText(mslpScroll_->value(), us())));
+}
+
+bool AtmosphereScreen::calculate() {
+  AtmosphereDataInput in;
+  in.altitude = box(0)->value();
+  in.feet = feet();
+  in.geopotential = geopotential();
+  in.us = us();
+  in.scientific = checkEDisplay_->isChecked();
+  if (checkNSA_->isChecked()) {
+    in.disa = disaScroll_->value();
+    in.mslpHpa = MslpHpaFromScroll(mslpScroll_->value(), in.us);
+  }
+  const AtmosphereDataResult r = ComputeAtmosphereData(in);
+  for (int i = 0; i < kAtmosphereResults; ++i) dataR_[i]->setText(ShownText(r.results[i].text));
+  return true;
+}
+
+}  // namespace norvane

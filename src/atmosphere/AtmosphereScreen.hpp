@@ -1,0 +1,52 @@
+#pragma once
+// frmData0 "Atmosphere data": the standard (or a shifted) atmosphere at one altitude.
+
+#include <array>
+
+#include "app/CalculatorScreen.hpp"
+
+class QCheckBox;
+class QLabel;
+class QRadioButton;
+class QScrollBar;
+
+namespace norvane {
+
+class AtmosphereScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  explicit AtmosphereScreen(QWidget* parent = nullptr);
+
+ protected:
+  bool calculate() override;
+
+ private:
+  bool feet() const;
+  bool geopotential() const;
+  bool us() const;
+  // Altitude range, caption and tool tip for the chosen unit and kind (SetAltMinMax).
+  void setAltMinMax();
+  // Captions and the sea-level pressure scroll range for the output units.
+  void setUnitCaptions();
+  void altitudeOptionChanged();
+  void nsaChanged();
+  void updateScrollLabels();
+
+  QLabel* altCaption_ = nullptr;
+  std::array<QRadioButton*, 2> optAlt_{};
+  std::array<QRadioButton*, 2> optAltUnits_{};
+  std::array<QRadioButton*, 2> optUnits_{};
+  QCheckBox* checkNSA_ = nullptr;
+  QCheckBox* checkEDisplay_ = nullptr;
+  QScrollBar* disaScroll_ = nullptr;
+  QScrollBar* mslpScroll_ = nullptr;
+  QLabel* disaData_ = nullptr;
+  QLabel* mslpData_ = nullptr;
+  QLabel* disaCaption_ = nullptr;
+  QLabel* mslpCaption_ = nullptr;
+  std::array<QLabel*, 7> lbldata_{};
+  std::array<QLabel*, 7> dataR_{};
+  bool resetting_ = false;
+};
+
+}  // namespace norvane

@@ -1,0 +1,25 @@
+#pragma once
+// frmData2 "Changeover level": the pressure altitude and flight level at which an IAS and a Mach
+// number coincide.
+
+#include <array>
+
+#include "app/CalculatorScreen.hpp"
+
+class QLabel;
+
+namespace norvane {
+
+class ChangeoverScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  explicit ChangeoverScreen(QWidget* parent = nullptr);
+
+ protected:
+  bool calculate() override;
+
+ private:
+  std::array<QLabel*, 2> dataR_{};
+};
+
+}  // namespace norvane

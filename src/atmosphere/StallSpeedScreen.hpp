@@ -1,0 +1,42 @@
+#pragma once
+// frmData13 "Stall speed calculation": stall speed at a weight, altitude and bank angle from
+// aerodynamic data (CL max, wing area) or from a reference stall speed at MTOW.
+
+#include <array>
+
+#include "app/CalculatorScreen.hpp"
+
+class QLabel;
+class QRadioButton;
+class QScrollBar;
+
+namespace norvane {
+
+class StallSpeedScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  explicit StallSpeedScreen(QWidget* parent = nullptr);
+
+  // Box indices, in the order of the box table.
+  enum Box { kClMax = 0, kWingArea = 1, kMtow = 2, kVs = 3, kWeight = 4, kAltitude = 5 };
+
+ protected:
+  bool calculate() override;
+
+ private:
+  bool us() const;
+  bool fromVs() const;
+  // Shows the boxes of the chosen reference data; the hidden ones do not block Calculate.
+  void setReference();
+  void setUnits();
+  void refreshValidity();
+
+  std::array<QRadioButton*, 2> optRef_{};
+  std::array<QRadioButton*, 2> optUnits_{};
+  std::array<QLabel*, 6> boxCaption_{};
+  QScrollBar* baScroll_ = nullptr;
+  QLabel* baData_ = nullptr;
+  std::array<QLabel*, 2> dataR_{};
+};
+
+}  // namespace norvane
