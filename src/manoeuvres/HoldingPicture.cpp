@@ -172,9 +172,14 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
     if (track_) {
       const auto clearance = [&](double b) { return std::fabs(std::remainder(b - (*track_ + 180.0), 360.0)); };
       const double room = sweep / 2.0 - 16;
+      // The direct sector holds the racetrack: move its name away from the turn side only.
+      const double awayFromTurns = rightHand_ ? 1 : -1;
       for (double off = 0; off <= room; off += 4)
-        for (double cand : {from + sweep / 2.0 - off, from + sweep / 2.0 + off})
+        for (double sign : {-1.0, 1.0}) {
+          if (i == 0 && sign != awayFromTurns) continue;
+          const double cand = from + sweep / 2.0 + sign * off;
           if (clearance(cand) > clearance(best) + 1e-9 && clearance(best) < 24) best = cand;
+        }
     }
     QFont f = font();
     f.setBold(marks_[i] && track_);
@@ -210,7 +215,7 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
     p.setFont(f);
     const QString label = QString::asprintf("%03d°", *track_);
     const QPointF normal(-d.y(), d.x());
-    textAt(at(x + 180.0, radius * 0.86) + normal * (fm.height() * 1.1), label);
+    textAt(at(x + 180.0, radius * 0.76) + normal * (fm.height() * 1.1), label);
     p.setFont(font());
   }
 }

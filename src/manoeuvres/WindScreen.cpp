@@ -144,10 +144,14 @@ void WindScreen::optknownClick(int index) {
   gMode = index;
   SetDisplayOptions();
   clearData();
-  for (int i = 0; i < 4; ++i) box(i)->clear();
+  // Clearing an already empty box emits no change, so set every flag from its box: a TAS box
+  // left valid by the runway mode must not arm Calculate once it is needed again.
+  for (int i = 0; i < 4; ++i) {
+    box(i)->clear();
+    setInputValid(i, box(i)->isValid());
+  }
   // The hidden TAS box must not keep Calculate disabled.
   if (gMode == 2) setInputValid(0, true);
-  updateCalculateState();
 }
 
 bool WindScreen::calculate() {

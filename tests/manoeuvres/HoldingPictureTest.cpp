@@ -40,43 +40,61 @@ bool IsInk(const QColor& c) { return c.red() < 110 && c.green() < 110 && c.blue(
 
 TEST(HoldingPicture, SectorsRacetrackAndTrackWhereExpected) {
   struct Row {
+    int outbound;
     bool right;
     int track;
-    double teardropBearing, parallelBearing, directBearing;  // positions inside each wedge
+    const char* shot;
   };
-  // Outbound 180: the inbound leg runs north into the fix and lies south of it.
   const Row rows[] = {
-      {true, 150, 325, 55, 250},   // teardrop positions 290..360, parallel 000..110, direct 110..290
-      {false, 200, 35, 305, 110},  // teardrop 000..070, parallel 250..360, direct 070..250
+      {180, true, 150, "holding-right.png"},  // inbound leg runs north into the fix, south of it
+      {180, false, 200, "holding-left.png"},
+      {45, true, 250, "holding-045-right.png"},
+      {300, false, 10, "holding-300-left.png"},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.right ? "right-hand" : "left-hand");
+    SCOPED_TRACE(testing::Message() << row.outbound << (row.right ? " right" : " left"));
     HoldingPicture w;
-    const EntrySectors l = ComputeEntrySectors(180, row.right);
-    w.setPattern(180, row.right, l);
-    w.setTrack(row.track, MarkEntrySector(row.track, l));
-    const Rendered r = Render(w, row.right ? "holding-right.png" : "holding-left.png");
+    const EntrySectors l = ComputeEntrySectors(row.outbound, row.right);
+    const auto marks = MarkEntrySector(row.track, l);
+    w.setPattern(row.outbound, row.right, l);
+    w.setTrack(row.track, marks);
+    const Rendered r = Render(w, row.shot);
 
-    const QColor teardrop = Sample(r, row.teardropBearing, 0.45);
-    const QColor parallel = Sample(r, row.parallelBearing, 0.45);
-    const QColor direct = Sample(r, row.directBearing, 0.45);
-    EXPECT_GT(teardrop.red(), teardrop.blue() + 60) << teardrop.name().toStdString();   // orange, marked
-    EXPECT_GT(parallel.blue(), parallel.red() + 20) << parallel.name().toStdString();   // blue
-    EXPECT_GT(direct.green(), direct.red() + 15) << direct.name().toStdString();        // green
-    EXPECT_GT(direct.green(), direct.blue() + 15) << direct.name().toStdString();
-    // The marked sector is shaded more strongly than the others.
-    EXPECT_LT(teardrop.lightness(), parallel.lightness());
-
-    // The outbound leg lies east of the inbound leg for right turns, west for left turns:
-    // scan across the pattern a third of the way down the legs.
-    const double y = r.centre.y() + r.radius * 0.25;
-    int inkEast = 0, inkWest = 0;
-    for (int dx = 12; dx < r.radius * 0.45; ++dx) {
-      inkEast += IsInk(r.image.pixelColor(int(r.centre.x() + dx), int(y)));
-      inkWest += IsInk(r.image.pixelColor(int(r.centre.x() - dx), int(y)));
+    // Each wedge holds the positions from which the sector's tracks lead to the fix, so its
+    // middle lies at the reciprocal of the middle track. Direct is green, teardrop orange,
+    // parallel blue; the marked one is shaded darker.
+    QColor shade[3];
+    for (int i = 0; i < 3; ++i) {
+      const int width = (l[i + 3] - l[i] + 360) % 360;
+      shade[i] = Sample(r, l[i] + 180 + width / 2.0, 0.45);
     }
-    EXPECT_GT(row.right ? inkEast : inkWest, 0);
-    EXPECT_EQ(row.right ? inkWest : inkEast, 0);
+    const QColor& direct = shade[0];
+    const QColor& teardrop = shade[row.right ? 1 : 2];
+    const QColor& parallel = shade[row.right ? 2 : 1];
+    EXPECT_GT(direct.green(), direct.red() + 15) << direct.name().toStdString();
+    EXPECT_GT(direct.green(), direct.blue() + 15) << direct.name().toStdString();
+    EXPECT_GT(teardrop.red(), teardrop.blue() + 40) << teardrop.name().toStdString();
+    EXPECT_GT(parallel.blue(), parallel.red() + 20) << parallel.name().toStdString();
+    for (int i = 0; i < 3; ++i)
+      for (int j = 0; j < 3; ++j)
+        if (marks[i] && !marks[j]) {
+          EXPECT_LT(shade[i].lightness(), shade[j].lightness()) << i << " " << j;
+        }
+
+    // The racetrack lies on the turn side of the inbound leg (right of the inbound track for
+    // right-hand patterns): scan across the legs a third of the way out from the fix.
+    const double o = row.outbound * kDegToRadTest;
+    const QPointF u(std::sin(o), -std::cos(o));
+    const QPointF right(u.y(), -u.x());  // right of the inbound track, which points along -u
+    const QPointF s = row.right ? right : -right;
+    int inkHolding = 0, inkOther = 0;
+    for (int k = 12; k < r.radius * 0.45; ++k) {
+      const QPointF base = r.centre + u * (r.radius * 0.25);
+      inkHolding += IsInk(r.image.pixelColor((base + s * k).toPoint()));
+      inkOther += IsInk(r.image.pixelColor((base - s * k).toPoint()));
+    }
+    EXPECT_GT(inkHolding, 0);
+    EXPECT_EQ(inkOther, 0);
 
     // The track arrow comes from the reciprocal bearing.
     const QColor arrow = Sample(r, row.track + 180, 0.55);

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 
@@ -158,6 +159,13 @@ TEST_F(ManoeuvreUi, WindRunwayModeHidesTasAndKeepsModeOnReopen) {
   Click(again, "Optknown0");
   EXPECT_TRUE(Box(again, 0)->isVisible());
   EXPECT_TRUE(Label(again, "dataR4")->isVisible());
+  // Back in a mode that needs the TAS, its empty box blocks Calculate again.
+  Type(again, 1, "90");
+  Type(again, 2, "10");
+  Type(again, 3, "270");
+  EXPECT_FALSE(Find<QPushButton>(again, "cmdCalculate")->isEnabled());
+  Type(again, 0, "120");
+  EXPECT_TRUE(Find<QPushButton>(again, "cmdCalculate")->isEnabled());
 }
 
 TEST_F(ManoeuvreUi, TurnOptionsRecalculateAndAnticipation) {
@@ -286,6 +294,7 @@ TEST_F(ManoeuvreUi, HoldingLiveLimitsMarksAndTurnDirection) {
   EXPECT_EQ(limits()[0], "250 -> 070");
   Type(s, 1, "300");
   EXPECT_EQ(marked(), (QList<bool>{true, false, false}));
+  if (const char* dir = std::getenv("NORVANE_SHOT_DIR")) s.grab().save(QString(dir) + "/frmData15-left.png");
   Type(s, 0, "400");
   EXPECT_EQ(limits(), (QStringList{"", "", ""}));
   EXPECT_EQ(marked(), (QList<bool>{false, false, false}));
