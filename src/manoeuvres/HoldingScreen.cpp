@@ -1,0 +1,164 @@
+#include "manoeuvres/HoldingScreen.hpp"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/Angles.hpp"
+#include "app/UiHelpers.hpp"
+#include "manoeuvres/Holding.hpp"
+#include "manoeuvres/HoldingPicture.hpp"
+
+namespace norvane {
+namespace {
+
+// The turn direction is kept while the program runs; standard (right-hand) patterns at first.
+int gTurn = 0;
+
+}  // namespace
+
+const QColor HoldingScreen::kHighlight(255, 236, 150);
+
+HoldingScreen::HoldingScreen(QWidget* parent)
+    : CalculatorScreen(15, "frmData15", tr("Holding entry calculator"), parent) {
+  setLive(true);
+
+  BoxRule courseRule{KeyMode::UnsignedInt, double(kHoldingCourseMin), double(kHoldingCourseMax)};
+  courseRule.maxLength = 3;
+  InputBox* outbound = addBox(courseRule, tr("Holding outbound course (0 to 360°)"));
+  InputBox* track = addBox(courseRule, tr("Fix inbound track (0 to 360°)"));
+
+  auto* inputs = new QGridLayout;
+  QLabel* outboundCaption = makeCaption(tr("Holding outbound course (0 to 360°)"), "lbldata0");
+  QLabel* trackCaption = makeCaption(tr("Fix inbound track (0 to 360°)"), "lbldata1");
+  outboundCaption->setBuddy(outbound);
+  trackCaption->setBuddy(track);
+  for (InputBox* b : {outbound, track}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000") + 16);
+  inputs->addWidget(outboundCaption, 0, 0);
+  inputs->addWidget(outbound, 0, 1);
+  inputs->addWidget(trackCaption, 1, 0);
+  inputs->addWidget(track, 1, 1);
+
+  auto* frameTurn = makeFrame(tr("Holding pattern"), "FrameHDTurn");
+  auto* tl = new QHBoxLayout(frameTurn);
+  auto* turnGroup = new QButtonGroup(this);
+  const char* const turnCaptions[2] = {"Right-hand", "Left-hand"};
+  for (int i = 0; i < 2; ++i) {
+    hdTurn_[i] = new QRadioButton(tr(turnCaptions[i]), frameTurn);
+    hdTurn_[i]->setObjectName(QStringLiteral("HDTurn%1").arg(i));
+    turnGroup->addButton(hdTurn_[i], i);
+    tl->addWidget(hdTurn_[i]);
+  }
+  tl->addStretch();
+
+  auto* frameLimits = makeFrame(tr("Entry sector inbound course"), "FrameLimits");
+  frameLimits->setToolTip(tr("Tracks to the fix, clockwise from the first to the second limit, both included"));
+  auto* ll = new QGridLayout(frameLimits);
+  const int swatchSize = fontMetrics().height() * 2 / 3;
+  for (int i = 0; i < 3; ++i) {
+    swatch_[i] = new QLabel(frameLimits);
+    swatch_[i]->setObjectName(QStringLiteral("lblswatch%1").arg(i));
+    swatch_[i]->setFixedSize(swatchSize, swatchSize);
+    rowName_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(i + 2));
+    lbllimit_[i] = new QLabel(frameLimits);
+    lbllimit_[i]->setObjectName(QStringLiteral("lbllimit%1").arg(i));
+    lbllimit_[i]->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    lbllimit_[i]->setAlignment(Qt::AlignCenter);
+    lbllimit_[i]->setMinimumWidth(lbllimit_[i]->fontMetrics().horizontalAdvance("000 -> 000") + 24);
+    lbllimit_[i]->setMinimumHeight(lbllimit_[i]->fontMetrics().height() + 8);
+    lbllimit_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    ll->addWidget(swatch_[i], i, 0);
+    ll->addWidget(rowName_[i], i, 1);
+    ll->addWidget(lbllimit_[i], i, 2);
+  }
+  ll->setColumnStretch(1, 1);
+
+  auto* left = new QVBoxLayout;
+  left->addLayout(inputs);
+  left->addWidget(frameTurn);
+  left->addWidget(frameLimits);
+  left->addStretch();
+
+  picture_ = new HoldingPicture(this);
+  picture_->setToolTip(tr("North up. Shaded: where an aircraft comes from for each entry; arrow: the track to the "
+                          "fix"));
+  auto* top = new QHBoxLayout;
+  top->addLayout(left);
+  top->addWidget(picture_, 1);
+  contentLayout()->addLayout(top);
+
+  setTabOrder(outbound, track);
+  setTabOrder(track, hdTurn_[0]);
+  setTabOrder(hdTurn_[0], hdTurn_[1]);
+  setTabOrder(hdTurn_[1], closeButton());
+
+  hdTurn_[gTurn]->setChecked(true);
+  connect(turnGroup, &QButtonGroup::idClicked, this, &HoldingScreen::hdTurnClick);
+  hdTurnClick(gTurn);
+}
+
+void HoldingScreen::hdTurnClick(int index) {
+  gTurn = index;
+  const auto names = EntryRowNames(index == 0);
+  for (int i = 0; i < 3; ++i) rowName_[i]->setText(tr(names[i].c_str()));
+  refresh();
+}
+
+void HoldingScreen::boxEdited(int /*index*/) { refresh(); }
+
+void HoldingScreen::ResetEntryMarks() {
+  for (int i = 0; i < 3; ++i) {
+    QFont f = rowName_[i]->font();
+    f.setBold(false);
+    rowName_[i]->setFont(f);
+    rowName_[i]->setPalette(QPalette());
+    lbllimit_[i]->setPalette(QPalette());
+    lbllimit_[i]->setAutoFillBackground(false);
+  }
+}
+
+void HoldingScreen::refresh() {
+  const bool right = gTurn == 0;
+  ResetEntryMarks();
+  // The row colours follow the picture's sectors, which swap with the turn direction.
+  picture_->setPattern(std::nullopt, right, {});
+  for (int i = 0; i < 3; ++i) SetBackground(swatch_[i], picture_->sectorColor(i));
+
+  if (!box(0)->isValid()) {
+    for (QLabel* l : lbllimit_) l->clear();
+    picture_->setTrack(std::nullopt, {});
+    return;
+  }
+  const int outbound = static_cast<int>(Norm360(box(0)->value()));
+  const EntrySectors limits = ComputeEntrySectors(outbound, right);
+  for (int i = 0; i < 3; ++i) lbllimit_[i]->setText(Q(EntryLimitsText(limits, i)));
+  picture_->setPattern(outbound, right, limits);
+
+  if (!box(1)->isValid()) {
+    picture_->setTrack(std::nullopt, {});
+    return;
+  }
+  const int track = static_cast<int>(box(1)->value());
+  const auto marks = MarkEntrySector(track, limits);
+  for (int i = 0; i < 3; ++i) {
+    if (!marks[i]) continue;
+    QFont f = rowName_[i]->font();
+    f.setBold(true);
+    rowName_[i]->setFont(f);
+    SetTextColor(rowName_[i], kInvalidText);  // RGB(192, 0, 0)
+    SetBackground(lbllimit_[i], kHighlight);
+  }
+  picture_->setTrack(track, marks);
+}
+
+void HoldingScreen::prepareScreenshot() {
+  box(0)->setText("180");
+  box(1)->setText("150");
+}
+
+}  // namespace norvane

@@ -1,0 +1,103 @@
+#include "manoeuvres/Turn.hpp"
+
+#include <cmath>
+
+#include "app/Angles.hpp"
+#include "app/TextFormat.hpp"
+
+namespace norvane {
+namespace {
+
+constexpr double kG = 9.80665;              // m/s^2
+constexpr double kMetresPerNm = 1852;
+constexpr double kMetresPerFoot = 0.3048;
+constexpr double kKnotToMs = 1852.0 / 3600.0;
+
+}  // namespace
+
+RateTurn ComputeRateTurn(double tas, int16_t maxBankIndex, bool standardRate) {
+  double maxBank = 0;
+  switch (maxBankIndex) {
+    case 0: maxBank = 20; break;
+    case 1: maxBank = 25; break;
+    case 2: maxBank = 30; break;
+    default: maxBank = 0; break;
+  }
+  maxBank *= kDegToRad;
+  const double w = (standardRate ? 3.0 : 1.5) * kDegToRad;
+  const double v = tas * kKnotToMs;
+  const double b = std::atan(w * v / kG);
+
+  double bank = b, rate = w;
+  if (maxBank != 0 && b > maxBank) {
+    bank = maxBank;
+    rate = std::tan(maxBank) * kG / v;
+  }
+  return {rate * kRadToDeg, bank * kRadToDeg, v / rate};
+}
+
+TurnAnticipation ComputeTurnAnticipation(double interceptAngle, double distance, double radiusNm) {
+  TurnAnticipation r;
+  const double theta = interceptAngle * kDegToRad;
+  r.x = std::tan(theta / 2) * radiusNm * std::sin(theta) / distance;
+  if (r.x >= 1) return r;
+  const double a = ArcSin(r.x);
+  r.possible = true;
+  r.angle = a * kRadToDeg;
+  r.finalDistance = (std::sin(theta - a) - r.x) * distance / std::sin(theta);
+  return r;
+}
+
+std::string RadiusCaption(RadiusUnit unit) {
+  switch (unit) {
+    case RadiusUnit::Metres: return "Radius (m)";
+    case RadiusUnit::Feet: return "Radius (ft)";
+    case RadiusUnit::NauticalMiles: break;
+  }
+  return "Radius (NM)";
+}
+
+TurnTexts CalculateTurnTexts(double tas, int16_t maxBankIndex, bool standardRate, RadiusUnit unit,
+                             std::optional<double> interceptAngle, std::optional<double> distance) {
+  const RateTurn turn = ComputeRateTurn(tas, maxBankIndex, standardRate);
+  TurnTexts t;
+  t.bankValue = turn.bank;
+  t.rateValue = turn.rate;
+  t.bank = FormatMask(turn.bank, "0.0");
+  t.rate = FormatMask(turn.rate, "0.00");
+  switch (unit) {
+    case RadiusUnit::Metres:
+      t.radiusValue = turn.radius;
+      t.radius = FormatFixed(t.radiusValue, 1);
+      break;
+    case RadiusUnit::Feet:
+      t.radiusValue = turn.radius / kMetresPerFoot;
+      t.radius = FormatFixed(t.radiusValue, 1);
+      break;
+    case RadiusUnit::NauticalMiles:
+      t.radiusValue = turn.radius / kMetresPerNm;
+      t.radius = FormatFixed(t.radiusValue, 3);
+      break;
+  }
+  t.gLoadValue = 1 / std::cos(turn.bank * kDegToRad);
+  t.gLoad = FormatMask(t.gLoadValue, "0.00");
+
+  if (interceptAngle && distance) {
+    const TurnAnticipation a = ComputeTurnAnticipation(*interceptAngle, *distance, turn.radius / kMetresPerNm);
+    if (!a.possible) {
+      t.anticipation = t.finalDistance = "NA";
+    } else {
+      t.anticipationValue = a.angle;
+      t.anticipation = FormatMask(a.angle, "0.0");
+      if (a.finalDistance > 0) {
+        t.finalDistanceValue = a.finalDistance;
+        t.finalDistance = FormatMask(a.finalDistance, "0.0");
+      } else {
+        t.finalDistance = "past";
+      }
+    }
+  }
+  return t;
+}
+
+}  // namespace norvane
