@@ -127,15 +127,17 @@ std::string NavDBBuilder::AddCsv(std::string_view text, std::string_view name) {
   if (csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI) != 0) return std::string(name) + ": out of memory";
   CsvRows rows;
   const size_t used = csv_parse(&parser, text.data(), text.size(), CsvRows::Field, CsvRows::RowEnd, &rows);
-  const bool ok = used == text.size() && csv_fini(&parser, CsvRows::Field, CsvRows::RowEnd, &rows) == 0;
+  const bool parsed = used == text.size();
+  const bool finished = parsed && csv_fini(&parser, CsvRows::Field, CsvRows::RowEnd, &rows) == 0;
   const int error = csv_error(&parser);
   csv_free(&parser);
-  if (!ok) {
+  if (!parsed) {
     const std::string_view done = text.substr(0, std::min(used, text.size()));
     const auto line = std::count(done.begin(), done.end(), '\n') + 1;
     return std::string(name) + ": CSV " + (error == CSV_EPARSE ? "syntax error" : csv_strerror(error)) +
            " near line " + std::to_string(line);
   }
+  if (!finished) return std::string(name) + ": CSV syntax error: a quoted field is not closed";
   if (rows.rows.empty()) return std::string(name) + ": empty file";
 
   std::map<std::string, size_t> column;
