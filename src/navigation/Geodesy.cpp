@@ -232,7 +232,10 @@ std::string FormatSignificant(double value, int digits, int maxDecimals) {
   const int n = static_cast<int>(std::floor(std::log10(value)));
   const int decimals = digits - n - 1;
   std::string mask = "0";
-  if (decimals > 0) mask += "." + std::string(static_cast<size_t>(std::min(decimals, maxDecimals)), '0');
+  if (decimals > 0) {
+    mask += '.';
+    mask.append(static_cast<size_t>(std::min(decimals, maxDecimals)), '0');
+  }
   return FormatMask(value, mask);
 }
 
