@@ -11,6 +11,7 @@ NORVANE_TEST_PACKAGES=(
   libgeographiclib-dev geographiclib-tools
   libcpp-httplib-dev
   xvfb xauth python3-ephem
+  appstream desktop-file-utils
 )
 # Benchmarks under bench/ (cmake -DNORVANE_BUILD_BENCH=ON; bench/inverse_vs_geodsolve.sh).
 NORVANE_BENCH_PACKAGES=(
