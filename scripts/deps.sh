@@ -11,6 +11,11 @@ NORVANE_TEST_PACKAGES=(
   libgeographiclib-dev geographiclib-tools
   libcpp-httplib-dev
   xvfb xauth python3-ephem
+  appstream desktop-file-utils
+)
+# Benchmarks under bench/ (cmake -DNORVANE_BUILD_BENCH=ON; bench/inverse_vs_geodsolve.sh).
+NORVANE_BENCH_PACKAGES=(
+  libbenchmark-dev geographiclib-tools
 )
 
 # Installs whatever of the given packages is missing (as root), or prints the line to run.
