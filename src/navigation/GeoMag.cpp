@@ -156,6 +156,13 @@ double ComputeMagVar(double latitude, double longitude, double altitude, const C
   return ArcTan2(b.y, b.x) * kRadToDeg;
 }
 
+double TrackMagVar(double latDeg, double lonDeg, int year, bool useWMM) {
+  constexpr double kLatitudeLimit = 1.57050543858;  // 89 degrees 59 minutes
+  double lat = latDeg * kDegToRad;
+  if (std::fabs(latDeg) > 89.98) lat = std::copysign(kLatitudeLimit, latDeg);
+  return ComputeMagVar(lat, lonDeg * kDegToRad, 0, {year, 1, 1}, useWMM);
+}
+
 const char* MagModelName(bool useWMM) { return useWMM ? "WMM2005" : "IGRF-10"; }
 
 std::string MagVarText(double variation) {

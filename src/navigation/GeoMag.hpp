@@ -71,6 +71,11 @@ long DaysSince2005(const CalendarDate& date);
 //   coefficients. The callers keep |latitude| <= 89 degrees 59 minutes.
 double ComputeMagVar(double latitude, double longitude, double altitude, const CalendarDate& date, bool useWMM);
 
+// The variation used for magnetic tracks on the "Tracks and distance" screen: at sea level on
+// 1 January of `year`, latitude and longitude in degrees; a latitude beyond 89.98 degrees is
+// taken at 89 degrees 59 minutes (1.57050543858 rad) with its sign, where the model is defined.
+double TrackMagVar(double latDeg, double lonDeg, int year, bool useWMM);
+
 // "WMM2005" or "IGRF-10".
 const char* MagModelName(bool useWMM);
 

@@ -229,6 +229,9 @@ GeoPoint DirectWGS84(double lat1, double lon1, double track, double distance) {
 }
 
 std::string FormatSignificant(double value, int digits, int maxDecimals) {
+  // The logarithm needs a positive value; the screens never pass anything else, and anything
+  // else is shown whole rather than failing.
+  if (!(value > 0) || !std::isfinite(value)) return FormatMask(std::isfinite(value) ? value : 0, "0");
   const int n = static_cast<int>(std::floor(std::log10(value)));
   const int decimals = digits - n - 1;
   std::string mask = "0";

@@ -63,8 +63,8 @@ struct GeoPoint {
 //   tracks 360 northbound (never 0) and 180 southbound. Exact antipodes (|lon2 - lon1| = 180 and
 //   lat2 = -lat1): 10800 NM, tracks undefined.
 //   Central angle by the haversine for |lon2 - lon1| <= 135 degrees, by the atan2 form beyond,
-//   where the haversine loses accuracy; accurate to a few micrometres except within about 1e-8
-//   rad of the antipode.
+//   where the haversine would lose accuracy near the antipode; the distance agrees with an exact
+//   spherical geodesic to better than a micrometre.
 //   Tracks come from arcsines, put into a quadrant by the latitude order of the two points only:
 //   where the great circle's vertex lies between the points the track differs from the
 //   geometric azimuth (0 N 0 E to 10 N 100 E: final track 88.25 where the azimuth is 91.75).
@@ -103,7 +103,7 @@ GeoPoint DirectWGS84(double lat1, double lon1, double track, double distance);
 
 // A positive distance with `digits` significant figures and at most maxDecimals decimals:
 // FormatSignificant(1234.567, 4, 3) = "1235", (12.3456, 4, 3) = "12.35", (0.012345, 4, 3) =
-// "0.012". value must be > 0.
+// "0.012". value must be > 0 (a value of 0 or below, or not finite, is shown with the mask "0").
 std::string FormatSignificant(double value, int digits, int maxDecimals);
 
 // Coordinate text: hemisphere letter (N/S, E/W; zero counts as N or E), degrees ("00" latitude,

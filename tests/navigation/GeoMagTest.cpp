@@ -197,6 +197,10 @@ TEST(GeoMag, NearThePoleAndAltitude) {
     EXPECT_TRUE(std::isfinite(ComputeMagVar(nearPole, lon * kDegToRad, 0, {2006, 1, 1}, true)));
     EXPECT_TRUE(std::isfinite(ComputeMagVar(-nearPole, lon * kDegToRad, 19.8, {2006, 1, 1}, false)));
   }
+  // The tracks screen takes latitudes beyond 89.98 degrees at 89 degrees 59 minutes.
+  EXPECT_EQ(TrackMagVar(90, 30, 2007, true), ComputeMagVar(nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, true));
+  EXPECT_EQ(TrackMagVar(-89.99, 30, 2007, false), ComputeMagVar(-nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, false));
+  EXPECT_EQ(TrackMagVar(89.97, 30, 2007, false), ComputeMagVar(89.97 * kDegToRad, 30 * kDegToRad, 0, {2007, 1, 1}, false));
   // Altitude changes the variation only slowly (Boulder, 0 vs 19.8 km = 65000 ft).
   const double d0 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 0, {2006, 1, 1}, true);
   const double d20 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 19.812, {2006, 1, 1}, true);

@@ -198,6 +198,9 @@ TEST(FormatSignificant, FourFiguresAtMostThreeDecimals) {
       {0.5, "0.500"},     {99.999, "100.00"}, {3437.7, "3438"},   {0.0004, "0.000"},
   };
   for (const auto& r : rows) EXPECT_EQ(FormatSignificant(r.v, 4, 3), r.text) << r.v;
+  // Outside its domain it must not fail (the logarithm of 0 would make n undefined).
+  EXPECT_EQ(FormatSignificant(0, 4, 3), "0");
+  EXPECT_EQ(FormatSignificant(std::numeric_limits<double>::infinity(), 4, 3), "0");
 }
 
 TEST(FormatLatLong, HemispheresTruncationAndCarries) {
