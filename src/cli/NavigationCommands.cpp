@@ -104,6 +104,7 @@ void RegisterBatch(CLI::App& app) {
 }  // namespace
 
 void RegisterNavigationCommands(CLI::App& app) {
+  RegisterNavScreenCommands(app);
   RegisterMagVar(app);
   RegisterBatch(app);
 }
