@@ -54,9 +54,11 @@ std::string_view PrefixCodePoints(std::string_view s, size_t n) {
   return s;
 }
 
-std::string LatLonText(int64_t tenths, bool isLongitude) {
-  const AngleParts a = SplitAngle(tenths < 0 ? -tenths : tenths, false);
-  std::string s = isLongitude ? (tenths < 0 ? "W" : "E") : (tenths < 0 ? "S" : "N");
+// The sign is the stored word's: a magnitude below a tenth of a second keeps its hemisphere.
+std::string LatLonText(int32_t word, bool isLongitude) {
+  const int64_t tenths = Abs64(word) / 256;
+  const AngleParts a = SplitAngle(tenths, false);
+  std::string s = isLongitude ? (word < 0 ? "W" : "E") : (word < 0 ? "S" : "N");
   s += FormatMask(a.deg, isLongitude ? "000" : "00");
   s += kDegree;
   s += FormatMask(a.min, "00");
@@ -126,6 +128,19 @@ AngleParts SplitAngle(int64_t value, bool withSeconds) {
   return a;
 }
 
+CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSeconds, char decimalSep) {
+  const AngleParts a = SplitAngle(Abs64(tenths), withSeconds);
+  CoordinateBoxTexts t;
+  t.negative = negative;
+  t.deg = std::to_string(a.deg);
+  t.min = std::to_string(a.min);
+  if (withSeconds) {
+    t.sec = std::to_string(a.sec);
+    if (a.tenths != 0) t.sec += decimalSep + std::to_string(a.tenths);
+  }
+  return t;
+}
+
 const char* TypeCode(WaypointType type) {
   switch (type) {
     case WaypointType::Airport: return "APT";
@@ -147,8 +162,8 @@ std::string TypeText(const WaypointRecord& r) {
 }
 
 std::string ListLine(const WaypointRecord& r) {
-  return IdentFromCode(RecordCode(r)) + "  " + TypeCode(RecordType(r)) + LatLonText(LatTenths(r), false) +
-         LatLonText(LonTenths(r), true);
+  return IdentFromCode(RecordCode(r)) + "  " + TypeCode(RecordType(r)) + LatLonText(r.lat, false) +
+         LatLonText(r.lon, true);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -75,6 +75,16 @@ struct AngleParts {
 // tenths are 0.
 AngleParts SplitAngle(int64_t value, bool withSeconds);
 
+// The texts a screen writes into its degree, minute and second boxes for a coordinate in tenths
+// of an arc-second: with a seconds box, whole degrees and minutes and the seconds with their tenth
+// ("30" or "30.5", decimalSep between); without, degrees and rounded minutes. negative selects the
+// S or W option.
+struct CoordinateBoxTexts {
+  bool negative = false;
+  std::string deg, min, sec;
+};
+CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSeconds, char decimalSep);
+
 // Display texts of the search dialog.
 const char* TypeCode(WaypointType type);  // "APT", "VOR", "NDB", "INT"
 // "Airport", "Intersection", "VOR - Frequency 113.90", "NDB - Frequency 415.0".

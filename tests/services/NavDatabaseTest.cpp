@@ -342,3 +342,22 @@ TEST_F(NavDatabaseFiles, RoundTripOfTheSampleDataThroughBuildCheckLoadFind) {
     EXPECT_EQ(m, db.FindIdentLinear(id));
   }
 }
+
+TEST(NavDatabaseFormat, CoordinateBoxTextsForTheScreens) {
+  struct Row { int32_t tenths; bool withSeconds; char sep; const char* deg; const char* min; const char* sec; };
+  const Row rows[] = {
+      {51 * 36000 + 28 * 600 + 142, true, '.', "51", "28", "14.2"},
+      {51 * 36000 + 28 * 600 + 142, true, ',', "51", "28", "14,2"},
+      {51 * 36000 + 28 * 600 + 140, true, '.', "51", "28", "14"},    // no tenth: no separator
+      {51 * 36000 + 28 * 600 + 142, false, '.', "51", "28", ""},     // 14.2" rounds down
+      {0 * 36000 + 27 * 600 + 430, false, '.', "0", "28", ""},       // 43" rounds up
+      {179 * 36000 + 59 * 600 + 599, false, '.', "180", "0", ""},    // carries into the degrees
+  };
+  for (const Row& r : rows) {
+    const CoordinateBoxTexts t = CoordinateBoxes(r.tenths, true, r.withSeconds, r.sep);
+    EXPECT_TRUE(t.negative);
+    EXPECT_EQ(t.deg, r.deg) << r.tenths;
+    EXPECT_EQ(t.min, r.min) << r.tenths;
+    EXPECT_EQ(t.sec, r.sec) << r.tenths;
+  }
+}
