@@ -12,6 +12,7 @@ NORVANE_TEST_PACKAGES=(
   libcpp-httplib-dev
   xvfb xauth python3-ephem
   appstream desktop-file-utils
+  clang libclang-rt-14-dev
 )
 # Benchmarks under bench/ (cmake -DNORVANE_BUILD_BENCH=ON; bench/inverse_vs_geodsolve.sh).
 NORVANE_BENCH_PACKAGES=(
