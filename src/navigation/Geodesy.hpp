@@ -76,7 +76,7 @@ InverseResult GreatCircleSphere(double lat1, double lat2, double lon1, double lo
 //   meridian has track 0 here. Lambda is iterated to 1e-12 rad for at most 20 rounds; nearly
 //   antipodal pairs that do not converge return kUndefined for the distance and both tracks.
 //   Where it converges the distance agrees with the exact geodesic to 0.15 mm and the tracks to
-//   1e-6 degree (lines shorter than a metre aside). Tracks in [0, 360).
+//   about 1e-6 degree (lines shorter than a metre aside). Tracks in [0, 360).
 InverseResult GeodesicWGS84(double lat1, double lat2, double lon1, double lon2);
 
 // Rhumb line on the sphere of radius 10800 / pi NM.
