@@ -119,6 +119,12 @@ char* PutText(char* p, std::string_view s) {
   return p + s.size();
 }
 
+// The offending input, echoed with control bytes shown as '?' so the output stays one line of text.
+char* PutEcho(char* p, std::string_view s) {
+  for (const char c : s) *p++ = static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c;
+  return p;
+}
+
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 // Reads exactly n numbers separated by blanks or by one comma (blanks allowed around it).
@@ -191,7 +197,7 @@ long RunBatch(std::FILE* in, std::FILE* out, const char* layout, Check check, So
     p = PutText(p, std::string_view(why).substr(0, 200));
     if (!tooLong && why.rfind("expected", 0) == 0) {
       p = PutText(p, ", got \"");
-      p = PutText(p, line.substr(0, 120));
+      p = PutEcho(p, line.substr(0, 120));
       p = PutText(p, line.size() > 120 ? "...\"" : "\"");
     }
     *p++ = '\n';

@@ -23,10 +23,10 @@ void RegisterMagVar(CLI::App& app) {
     std::string at, altitude = "0", date, model = "igrf10";
   };
   auto opt = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand(
-      "magvar",
-      "Magnetic variation (declination) from the WMM2005 or IGRF-10 model (WGS 84 geodetic latitude, "
-      "longitude and altitude). Prints the variation as the screen shows it: 2.3E, 11.0W.");
+  CLI::App* cmd = app.add_subcommand("magvar", "Magnetic variation at a point, from WMM2005 or IGRF-10");
+  cmd->footer("Magnetic variation (declination) from the WMM2005 or IGRF-10 model, at a WGS 84 geodetic "
+              "latitude, longitude and altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, "
+              "11.0W); with --raw the signed value in degrees, east positive.");
   cmd->add_option("--at", opt->at,
                   "Point LAT,LON in signed decimal degrees, north and east positive; latitude -89.9833 to "
                   "89.9833 (89°59'), longitude -179.9833 to 179.9833 (179°59')")
@@ -60,9 +60,10 @@ void RegisterMagVar(CLI::App& app) {
 
 void RegisterBatch(CLI::App& app) {
   auto inverseMethod = std::make_shared<std::string>("wgs84");
-  CLI::App* inverse = app.add_subcommand(
-      "inverse",
-      "Batch distance and tracks. Reads lines \"LAT1 LON1 LAT2 LON2\" (signed decimal degrees, north and "
+  CLI::App* inverse =
+      app.add_subcommand("inverse", "Batch distance and tracks, one pair of points per line of standard input");
+  inverse->footer(
+      "Reads lines \"LAT1 LON1 LAT2 LON2\" (signed decimal degrees, north and "
       "east positive, latitude -90 to 90, longitude -180 to 180; blanks or a comma between) from standard "
       "input and writes one line \"DIST_NM TRK_INI TRK_FIN\" per input line: distance in nautical miles, "
       "initial and final true tracks in degrees, at full precision, ND where undefined. A line that cannot "
@@ -82,9 +83,10 @@ void RegisterBatch(CLI::App& app) {
   });
 
   auto directMethod = std::make_shared<std::string>("wgs84");
-  CLI::App* direct = app.add_subcommand(
-      "direct",
-      "Batch point from track and distance. Reads lines \"LAT LON TRACK DIST_NM\" (signed decimal degrees, "
+  CLI::App* direct =
+      app.add_subcommand("direct", "Batch point from track and distance, one problem per line of standard input");
+  direct->footer(
+      "Reads lines \"LAT LON TRACK DIST_NM\" (signed decimal degrees, "
       "latitude -90 to 90, longitude -180 to 180; true track 0 to 360 degrees; distance 0 to 21600 NM; "
       "blanks or a comma between) from standard input and writes one line \"LAT2 LON2\" per input line at "
       "full precision. A line that cannot be read gives \"error: line N: ...\" in its place; the exit "
