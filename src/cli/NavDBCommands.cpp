@@ -128,27 +128,27 @@ void RegisterNavDBCommands(CLI::App& app) {
   navdb->require_subcommand(1);
 
   auto file = std::make_shared<std::string>();
-  CLI::App* info = navdb->add_subcommand(
-      "info", "Check and load a database; print its file, validity, waypoint count, cycle and display name.\n"
-              "An invalid file prints the reason as 'message:' and exits 1.");
+  CLI::App* info = navdb->add_subcommand("info", "Check and load a database; print its count, cycle and name");
+  info->footer("Prints file, valid, count, cycle, display_name and the counts of airports, VORs, NDBs and "
+               "intersections. An invalid file prints valid: no and the reason as 'message:', and exits 1.");
   info->add_option("FILE", *file, "Database file (*.dat)")->required();
   info->callback([file] { RunInfo(*file); });
 
   auto findFile = std::make_shared<std::string>();
   auto ident = std::make_shared<std::string>();
-  CLI::App* find = navdb->add_subcommand(
-      "find", "Print every waypoint of an identifier, one line each as the search dialog lists them:\n"
-              "identifier, type (APT, VOR, NDB, INT), latitude and longitude in degrees and rounded minutes.\n"
-              "No match prints 'message: ..Not found..' and exits 1.");
+  CLI::App* find = navdb->add_subcommand("find", "Print the waypoints of an identifier as the search dialog lists them");
+  find->footer("One line per match: identifier, two blanks, type (APT, VOR, NDB, INT), then latitude and "
+               "longitude in degrees and rounded minutes (\"LAM  VORN51\u00b039' E000\u00b009' \"). With --json: "
+               "{\"matches\": [...]}. No match prints 'message: ..Not found..' and exits 1.");
   find->add_option("FILE", *findFile, "Database file (*.dat)")->required();
   find->add_option("IDENT", *ident, "Identifier: 1 to 5 letters or digits (the whole identifier must match)")
       ->required();
   find->callback([findFile, ident] { RunFind(*findFile, *ident); });
 
   auto build = std::make_shared<BuildOptions>();
-  CLI::App* b = navdb->add_subcommand(
-      "build",
-      "Write a database from OurAirports CSV exports (airports.csv: ident, latitude_deg, longitude_deg;\n"
+  CLI::App* b = navdb->add_subcommand("build", "Write a database from OurAirports CSV and X-Plane files");
+  b->footer(
+      "Reads OurAirports CSV exports (airports.csv: ident, latitude_deg, longitude_deg;\n"
       "navaids.csv: ident, type, frequency_khz, latitude_deg, longitude_deg; VOR, VOR-DME, VORTAC, NDB,\n"
       "NDB-DME rows are kept) and X-Plane earth_fix.dat (intersections) / earth_nav.dat (VOR and NDB rows).\n"
       "Identifiers must be 1 to 5 capitals or digits; others are skipped and counted. A waypoint of the\n"

@@ -65,11 +65,12 @@ void RegisterTracks(CLI::App& app) {
     MagOptions mag;
   };
   auto o = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand(
-      "tracks",
+  CLI::App* cmd = app.add_subcommand("tracks", "Distance and tracks between two points: geodesic, rhumb line, sphere");
+  cmd->footer(
       "Distance and initial and final tracks between two points by three methods: GC (geodesic on the WGS 84 "
       "ellipsoid), RL (rhumb line) and SPH (great circle on the sphere, 1 minute of arc = 1 NM). Tracks in "
-      "degrees \"000.0\", ND where undefined; distances with 4 significant figures.");
+      "degrees \"000.0\", ND where undefined; distances with 4 significant figures. With --raw: full-precision "
+      "numbers.");
   cmd->add_option("--from", o->from, std::string("Origin: ") + kPointHelp)->required();
   cmd->add_option("--to", o->to, std::string("Destination: ") + kPointHelp)->required();
   cmd->add_option("--unit", o->unit, "Distance unit: nm, km, m or ft (default nm)")
@@ -103,10 +104,11 @@ void RegisterPoint(CLI::App& app) {
     MagOptions mag;
   };
   auto o = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand(
-      "point",
+  CLI::App* cmd = app.add_subcommand("point", "Point reached from an origin along a track for a distance");
+  cmd->footer(
       "Destination reached from an origin along a track for a distance, on the sphere (GC, 1 minute of arc = "
-      "1 NM) or the WGS 84 spheroid. Coordinates as the screen shows them: N45 30 00.00, W073 59 02.40.");
+      "1 NM) or the WGS 84 spheroid. Coordinates as the screen shows them: N45 30 00.00, W073 59 02.40; with "
+      "--magnetic also the variation used, \"0.0\" in degrees east positive.");
   cmd->add_option("--from", o->from, std::string("Origin: ") + kPointHelp)->required();
   cmd->add_option("--track", o->track, "Track from the origin, 0 to 360 degrees (360 is taken as 0)")->required();
   cmd->add_option("--distance", o->distance,
@@ -147,8 +149,8 @@ void RegisterIntersection(CLI::App& app) {
     MagOptions mag;
   };
   auto o = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand(
-      "intersection",
+  CLI::App* cmd = app.add_subcommand("intersection", "Intersection of two radials on the sphere");
+  cmd->footer(
       "Point where the great circle leaving point 1 on track 1 meets the one leaving point 2 on track 2, on "
       "the sphere. \"Not calculable\" when the radials do not meet (exit status 1); at a pole the longitude "
       "alone is \"Not calculable\".");
