@@ -14,6 +14,7 @@
 
 #include "app/AppContext.hpp"
 #include "app/InputBox.hpp"
+#include "app/MainMenu.hpp"
 #include "app/ScreenRegistry.hpp"
 #include "navigation/IntersectionScreen.hpp"
 #include "navigation/MagVarScreen.hpp"
@@ -255,4 +256,41 @@ TEST_F(NavigationUi, MagneticVariationImportsRoundedMinutesAndFollowsModelAndDat
   EXPECT_TRUE(Text(&s, "lblMV").isEmpty());
   s.clearResetData();
   EXPECT_EQ(Boxes(&s, 0, 5), (QStringList{"", "", "", "", "0"}));
+}
+
+TEST_F(NavigationUi, MenuShowsTheDatabaseAndLocksItWhileANavigationScreenIsOpen) {
+  ActiveNavDB().Clear();
+  ScreenRegistry registry;
+  RegisterNavigationScreens(registry);
+  MainMenu menu(registry);
+  menu.timer()->stop();
+  // Start-up: the path from the settings is checked; the first tick loads it and names it.
+  App().settings.DBPath = NORVANE_SAMPLE_DB;
+  ASSERT_TRUE(Hooks().checkDatabase(App().settings.DBPath));
+  menu.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+  menu.firstTick();
+  EXPECT_EQ(menu.labelDB()->text(), "sample (0001)");
+  EXPECT_TRUE(NavDBActive());
+  for (int k : {7, 8, 9, 10}) {
+    menu.chooseItem(k);
+    EXPECT_EQ(menu.currentForm(), k);
+    EXPECT_FALSE(menu.labelDB()->isEnabled()) << k;
+  }
+  menu.openScreen()->close();
+  EXPECT_TRUE(menu.labelDB()->isEnabled());
+  EXPECT_EQ(App().settings.DBPath, NORVANE_SAMPLE_DB);
+}
+
+TEST_F(NavigationUi, MenuReportsAFailedDatabaseOnTheFirstTick) {
+  ScreenRegistry registry;
+  RegisterNavigationScreens(registry);
+  MainMenu menu(registry);
+  menu.timer()->stop();
+  App().settings.DBPath = NORVANE_SOURCE_DIR "/data/waypoints/README.md";
+  EXPECT_FALSE(Hooks().checkDatabase(App().settings.DBPath));
+  menu.firstTick();
+  EXPECT_EQ(menu.labelDB()->text(), "No waypoint DB");
+  EXPECT_TRUE(App().settings.DBPath.empty());
+  EXPECT_FALSE(NavDBActive());
 }
