@@ -3,7 +3,7 @@
 NORVANE_BUILD_PACKAGES=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl-dev
-  libcli11-dev libsodium-dev
+  libcli11-dev libsodium-dev libcsv-dev
   fonts-dejavu-core
 )
 NORVANE_TEST_PACKAGES=(
@@ -12,6 +12,11 @@ NORVANE_TEST_PACKAGES=(
   libcpp-httplib-dev
   xvfb xauth python3-ephem
   appstream desktop-file-utils
+  clang libclang-rt-14-dev
+)
+# Benchmarks under bench/ (cmake -DNORVANE_BUILD_BENCH=ON; bench/inverse_vs_geodsolve.sh).
+NORVANE_BENCH_PACKAGES=(
+  libbenchmark-dev geographiclib-tools
 )
 
 # Installs whatever of the given packages is missing (as root), or prints the line to run.

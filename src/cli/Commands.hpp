@@ -13,5 +13,7 @@ void RegisterManoeuvreCommands(CLI::App& app);    // wind turn holding
 void RegisterSunCommands(CLI::App& app);          // sun
 void RegisterToolCommands(CLI::App& app);         // convert angle
 void RegisterServiceCommands(CLI::App& app);      // navdb weather
+void RegisterNavDBCommands(CLI::App& app);        // navdb (called by RegisterServiceCommands)
+void RegisterNavScreenCommands(CLI::App& app);    // tracks point intersection (called by RegisterNavigationCommands)
 
 }  // namespace norvane::cli

@@ -5,6 +5,6 @@
 
 namespace norvane::cli {
 
-void RegisterServiceCommands(CLI::App& /*app*/) {}
+void RegisterServiceCommands(CLI::App& app) { RegisterNavDBCommands(app); }
 
 }  // namespace norvane::cli

@@ -1,0 +1,97 @@
+// Waypoint database: loading and searching a generated file of a million waypoints.
+//   cmake -DNORVANE_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release ... && build/.../bench/bench_navdb
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "services/NavDatabase.hpp"
+
+using namespace norvane;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kRecords = 1'000'000;
+
+// Random identifiers of 2 to 5 characters (many repeats among the short ones, as in real data),
+// random types and positions; written once per run.
+struct MillionFile {
+  std::string path;
+  std::vector<std::string> idents;  // identifiers present, in random order
+  MillionFile() {
+    std::mt19937 rng(42);
+    const char chars[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    std::vector<WaypointRecord> records;
+    records.reserve(kRecords);
+    for (int i = 0; i < kRecords; ++i) {
+      std::string id;
+      for (int k = 0, len = 2 + int(rng() % 4); k < len; ++k) id += chars[rng() % 36];
+      if (i % 97 == 0) idents.push_back(id);
+      records.push_back(MakeRecord(WaypointType(rng() % 4), IdentCode(id), int32_t(rng() % 6480001) - 3240000,
+                                   int32_t(rng() % 12960001) - 6480000, uint16_t(rng())));
+    }
+    SortRecords(records);
+    path = (fs::temp_directory_path() / "norvane-bench-million.dat").string();
+    WriteFileAtomically(path, SerializeNavDB(records, 2401));
+  }
+  ~MillionFile() { fs::remove(path); }
+};
+
+MillionFile& File() {
+  static MillionFile file;
+  return file;
+}
+
+const NavDatabase& Loaded() {
+  static NavDatabase db = [] {
+    NavDatabase d;
+    d.SetDBPath(File().path);
+    d.CheckNavDB();
+    d.LoadNavDB();
+    return d;
+  }();
+  return db;
+}
+
+void BM_CheckAndLoadMillion(benchmark::State& state) {
+  const std::string& path = File().path;
+  for (auto _ : state) {
+    NavDatabase db;
+    db.SetDBPath(path);
+    if (!db.CheckNavDB() || !db.LoadNavDB()) state.SkipWithError("load failed");
+    benchmark::DoNotOptimize(db.Records().data());
+  }
+  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t((kRecords + 13) * 12));
+  state.counters["records_MB"] = double(Loaded().Records().capacity() * sizeof(WaypointRecord)) / 1e6;
+}
+BENCHMARK(BM_CheckAndLoadMillion)->Unit(benchmark::kMillisecond);
+
+void BM_FindIdentHit(benchmark::State& state) {
+  const NavDatabase& db = Loaded();
+  const auto& ids = File().idents;
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(db.FindIdent(ids[i++ % ids.size()]));
+}
+BENCHMARK(BM_FindIdentHit);
+
+void BM_FindIdentMiss(benchmark::State& state) {
+  const NavDatabase& db = Loaded();
+  const char* misses[] = {"Q0Q0Q", "ZZZZZ", "A0000", "9Z9Z9"};
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(db.FindIdent(misses[i++ % 4]));
+}
+BENCHMARK(BM_FindIdentMiss);
+
+// The reference scan from the first character's index entry, for comparison.
+void BM_FindIdentLinearHit(benchmark::State& state) {
+  const NavDatabase& db = Loaded();
+  const auto& ids = File().idents;
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(db.FindIdentLinear(ids[i++ % ids.size()]));
+}
+BENCHMARK(BM_FindIdentLinearHit)->Unit(benchmark::kMicrosecond);
+
+}  // namespace

@@ -1,0 +1,86 @@
+#pragma once
+// Magnetic variation (declination) from a spherical-harmonic main-field model: the World Magnetic
+// Model 2005 (McLean et al., NOAA Technical Report NESDIS/NGDC-1, 2004) or the 10th generation
+// International Geomagnetic Reference Field (IAGA Working Group V-MOD, 2005), both for epoch
+// 2005.0. The coefficients are compiled into the program from data/geomag/*.COF.
+//
+// Accuracy: the synthesis reproduces NOAA's published test values (WMM2005 at 2006.0, and the
+// WMM2025 table when fed the WMM2025 coefficients) to their printed precision. The models
+// themselves describe the main field to about 0.5 degree of declination away from the magnetic
+// poles, within 2005-2010; dates beyond are extrapolated linearly, dates before use the epoch.
+
+#include <string>
+
+namespace norvane {
+
+// A calendar date (proleptic Gregorian).
+struct CalendarDate {
+  int year = 2005;
+  int month = 1;
+  int day = 1;
+};
+
+inline constexpr int kGeomagMaxDegree = 13;
+inline constexpr double kGeomagReferenceRadiusKm = 6371.2;
+
+// Schmidt semi-normalised Gauss coefficients of a main-field model at its epoch, indexed [n][m]
+// with degree n from 1 and order m = 0..n; unused slots are zero.
+struct GaussCoefficients {
+  double g[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};     // nT
+  double h[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};     // nT
+  double gdot[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};  // secular variation, nT/year
+  double hdot[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};  // nT/year
+  int maxDegree = 0;                                         // degree used in the synthesis
+};
+
+// The published tables for 2005.0: WMM2005 (degree 12) and IGRF-10 (degree 13), secular
+// variation to degree 8. Each call returns a fresh copy of a constant table (a few kilobytes,
+// no parsing).
+GaussCoefficients LoadWMM2005();
+GaussCoefficients LoadIGRF10();
+
+// Geodetic (WGS-84) to geocentric spherical coordinates.
+//   latitude geodetic in radians, altitude in km above the ellipsoid.
+//   r: geocentric radius in km; sinTheta, cosTheta: geocentric colatitude; sinDelta, cosDelta:
+//   the angle between the geodetic and the geocentric vertical (positive in the northern
+//   hemisphere).
+struct GeocentricCoordinates {
+  double r = 0;
+  double sinTheta = 0, cosTheta = 0;
+  double sinDelta = 0, cosDelta = 1;
+};
+GeocentricCoordinates GeodeticToGeocentric(double latitude, double altitude);
+
+// Main-field vector in the geodetic frame, nT: x north, y east, z down.
+struct MagneticVector {
+  double x = 0, y = 0, z = 0;
+};
+
+// Field synthesised from the coefficients as given (no time advance), up to c.maxDegree.
+// latitude and longitude geodetic in radians, altitude km above the ellipsoid. The east component
+// divides by the sine of the geocentric colatitude: not defined on the poles themselves.
+MagneticVector MainField(const GaussCoefficients& c, double latitude, double longitude, double altitude);
+
+// Whole days from 1 January 2005 to `date` (negative before).
+long DaysSince2005(const CalendarDate& date);
+
+// Magnetic variation in degrees, east positive, at a geodetic latitude and longitude in radians,
+// altitude in km, on `date`, with WMM2005 (useWMM) or IGRF-10.
+//   The model's coefficients are advanced by (days since 2005-01-01) / 365.25 years of secular
+//   variation for degrees 1 to 8 only, and only after 1 January 2005: earlier dates use the epoch
+//   coefficients. The callers keep |latitude| <= 89 degrees 59 minutes.
+double ComputeMagVar(double latitude, double longitude, double altitude, const CalendarDate& date, bool useWMM);
+
+// The variation used for magnetic tracks on the "Tracks and distance" screen: at sea level on
+// 1 January of `year`, latitude and longitude in degrees; a latitude beyond 89.98 degrees is
+// taken at 89 degrees 59 minutes (1.57050543858 rad) with its sign, where the model is defined.
+double TrackMagVar(double latDeg, double lonDeg, int year, bool useWMM);
+
+// "WMM2005" or "IGRF-10".
+const char* MagModelName(bool useWMM);
+
+// The variation as the screens show it: magnitude with the mask "0.0" followed by "E" (zero or
+// east) or "W" (west): 2.3E, 11.0W.
+std::string MagVarText(double variation);
+
+}  // namespace norvane

@@ -1,0 +1,12 @@
+#pragma once
+// Coefficient tables generated at build time from data/geomag/*.COF (see
+// data/geomag/GenerateGeomagTables.cmake). Internal to GeoMag.cpp; use LoadWMM2005 / LoadIGRF10.
+
+#include "navigation/GeoMag.hpp"
+
+namespace norvane::geomag_tables {
+
+extern const GaussCoefficients kWMM2005;
+extern const GaussCoefficients kIGRF10;
+
+}  // namespace norvane::geomag_tables

@@ -1,0 +1,128 @@
+#include "navigation/IntersectionScreen.hpp"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "app/AppContext.hpp"
+#include "app/TextFormat.hpp"
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+namespace {
+int gTrackChoice = -1;
+}  // namespace
+
+IntersectionScreen::IntersectionScreen(QWidget* parent)
+    : NavigationScreen(9, "frmData9", tr("Radial intersection"), parent) {
+  BoxRule track{KeyMode::UnsignedReal, 0, 360};
+  track.maxLength = 5;
+  BoxRule variation{KeyMode::SignedReal, -180, 180};
+  variation.maxLength = 6;
+  variation.allowEmpty = true;
+
+  lat1_ = addCoordinate(tr("1st Lat"), tr("1st point"), false, true, "OptLato");
+  lon1_ = addCoordinate(tr("1st Long"), tr("1st point"), true, true, "OptLngo");
+  track1_ = addBox(track, tr("Track from 1st point (0.0 to 360.0\u00b0)"));
+  var1_ = addBox(variation, tr("Magnetic variation at 1st point (\u00b0 ; E is positive) - Leave blank for automatic "
+                               "calculation"));
+  lat2_ = addCoordinate(tr("2nd Lat"), tr("2nd point"), false, true, "OptLatd");
+  lon2_ = addCoordinate(tr("2nd Long"), tr("2nd point"), true, true, "OptLngd");
+  track2_ = addBox(track, tr("Track from 2nd point (0.0 to 360.0\u00b0)"));
+  var2_ = addBox(variation, tr("Magnetic variation at 2nd point (\u00b0 ; E is positive) - Leave blank for automatic "
+                               "calculation"));
+  for (InputBox* b : {track1_, var1_, track2_, var2_}) {
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 14);
+    b->setAlignment(Qt::AlignRight);
+    defaults_.emplace_back(b, QString());
+  }
+
+  auto* grid = new QGridLayout;
+  const auto trackFrame = [this](const QString& caption, InputBox* trackBox, InputBox* varBox) {
+    auto* f = makeFrame(caption);
+    auto* l = new QGridLayout(f);
+    QLabel* t = makeCaption(tr("Track (\u00b0)"));
+    t->setBuddy(trackBox);
+    QLabel* v = makeCaption(tr("Var (\u00b0)"));
+    v->setBuddy(varBox);
+    v->setToolTip(varBox->toolTip());
+    l->addWidget(t, 0, 0, Qt::AlignBottom);
+    l->addWidget(v, 0, 1, Qt::AlignBottom);
+    l->addWidget(trackBox, 1, 0);
+    l->addWidget(varBox, 1, 1);
+    return f;
+  };
+  grid->addWidget(lat1_.frame, 0, 0);
+  grid->addWidget(lon1_.frame, 0, 1);
+  grid->addWidget(trackFrame(tr("1st Track"), track1_, var1_), 0, 2);
+  grid->addWidget(makeImportButton("cmdImportInitial", &lat1_, &lon1_), 0, 3, Qt::AlignVCenter);
+  grid->addWidget(lat2_.frame, 1, 0);
+  grid->addWidget(lon2_.frame, 1, 1);
+  grid->addWidget(trackFrame(tr("2nd Track"), track2_, var2_), 1, 2);
+  grid->addWidget(makeImportButton("cmdImportFinal", &lat2_, &lon2_), 1, 3, Qt::AlignVCenter);
+  contentLayout()->addLayout(grid);
+
+  auto* bottom = new QHBoxLayout;
+  auto* tracks = makeFrame(tr("Tracks"), "FrameTracks");
+  auto* tl = new QVBoxLayout(tracks);
+  optTRK_[0] = makeOption(tr("True"), "OptTRK0", tracks);
+  optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", tracks);
+  tl->addWidget(optTRK_[0]);
+  tl->addWidget(optTRK_[1]);
+  bottom->addWidget(tracks);
+
+  auto* results = makeFrame(tr("Intersection coordinates"), "FrameResults");
+  auto* rl = new QGridLayout(results);
+  const QString captions[2] = {tr("Latitude"), tr("Longitude")};
+  for (int i = 0; i < 2; ++i) {
+    rl->addWidget(makeCaption(captions[i]), 0, i, Qt::AlignHCenter);
+    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
+    dataR_[i]->setMinimumWidth(dataR_[i]->fontMetrics().horizontalAdvance(QStringLiteral("Not calculable")) + 40);
+    rl->addWidget(dataR_[i], 1, i);
+  }
+  bottom->addWidget(results, 1);
+  contentLayout()->addLayout(bottom);
+
+  const int trackChoice = gTrackChoice >= 0 ? gTrackChoice : (App().settings.AutoMV == 1 ? 1 : 0);
+  optTRK_[trackChoice]->setChecked(true);
+  for (int i = 0; i < 2; ++i)
+    connect(optTRK_[i], &QRadioButton::toggled, this, [i](bool on) {
+      if (on) gTrackChoice = i;
+    });
+}
+
+bool IntersectionScreen::calculate() {
+  const double lat1 = lat1_.degrees(), lon1 = lon1_.degrees(), lat2 = lat2_.degrees(), lon2 = lon2_.degrees();
+  double t1 = track1_->value(), t2 = track2_->value();
+  if (t1 == 360) t1 = 0;
+  if (t2 == 360) t2 = 0;
+  if (optTRK_[1]->isChecked()) {
+    const MagSettings mag = DefaultMagSettings();
+    const auto variation = [&](InputBox* box, double lat, double lon) {
+      if (!box->isEmpty()) return box->value();
+      const double v = TrackMagVar(lat, lon, mag.year, mag.useWMM);
+      writeVariation(box, v);
+      return v;
+    };
+    t1 = MagneticToTrue(t1, variation(var1_, lat1, lon1));
+    t2 = MagneticToTrue(t2, variation(var2_, lat2, lon2));
+  }
+  const GeoPoint p = RadialIntersection(lat1, lon1, t1, lat2, lon2, t2);
+  dataR_[0]->setText(Q(IntersectionText(p.lat, false)));
+  dataR_[1]->setText(Q(IntersectionText(p.lon, true)));
+  return true;
+}
+
+void IntersectionScreen::prepareScreenshot() {
+  // E. Williams' formulary example: REO on 051, BKE on 137.
+  const char* texts[16] = {"42", "36", "0", "117", "51", "57.6", "51", "", "44", "50", "24", "117", "48", "21.6", "137", ""};
+  for (int i = 0; i < 16; ++i) box(i)->setText(texts[i]);
+  lon1_.opt[1]->setChecked(true);
+  lon2_.opt[1]->setChecked(true);
+  runCalculate();
+}
+
+}  // namespace norvane

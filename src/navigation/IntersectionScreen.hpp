@@ -1,0 +1,30 @@
+#pragma once
+// frmData9 "Radial intersection": where the great circles leaving two points on given tracks meet,
+// on the sphere.
+
+#include "navigation/NavigationScreen.hpp"
+
+class QLabel;
+
+namespace norvane {
+
+class IntersectionScreen : public NavigationScreen {
+  Q_OBJECT
+ public:
+  explicit IntersectionScreen(QWidget* parent = nullptr);
+  void prepareScreenshot() override;
+
+ protected:
+  bool calculate() override;
+
+ private:
+  Coordinate lat1_, lon1_, lat2_, lon2_;
+  InputBox* track1_;
+  InputBox* var1_;
+  InputBox* track2_;
+  InputBox* var2_;
+  QRadioButton* optTRK_[2];
+  QLabel* dataR_[2];
+};
+
+}  // namespace norvane

@@ -1,0 +1,110 @@
+#include "navigation/MagVarScreen.hpp"
+
+#include <QDate>
+#include <QDateEdit>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/Angles.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+namespace {
+int gModelChoice = -1;  // -1: from the Options screen's default model
+}  // namespace
+
+MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", tr("Magnetic variation"), parent) {
+  setHelpText(tr("Magnetic variation calculated from IGRF-10 and WMM2005 magnetic models for 2005-2010 "
+                 "(WGS 84 geodetic latitude, longitude and altitude)"));
+  lat_ = addCoordinate(tr("Latitude"), QString(), false, false, "OptLat");
+  lon_ = addCoordinate(tr("Longitude"), QString(), true, false, "OptLng");
+  BoxRule alt{KeyMode::UnsignedInt, 0, 65000};
+  alt.maxLength = 5;
+  altitude_ = addBox(alt, tr("Geodetic altitude (0 to 65000 ft)"), "0");
+  altitude_->setFixedWidth(altitude_->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 14);
+  altitude_->setAlignment(Qt::AlignRight);
+  defaults_.emplace_back(altitude_, QStringLiteral("0"));
+
+  auto* top = new QHBoxLayout;
+  top->addWidget(lat_.frame);
+  top->addWidget(lon_.frame);
+  auto* altLayout = new QVBoxLayout;
+  QLabel* altCaption = makeCaption(tr("Alt (ft)"));
+  altCaption->setBuddy(altitude_);
+  altLayout->addStretch();
+  altLayout->addWidget(altCaption);
+  altLayout->addWidget(altitude_);
+  top->addLayout(altLayout);
+  top->addWidget(makeImportButton("cmdImportInitial", &lat_, &lon_), 0, Qt::AlignVCenter);
+  contentLayout()->addLayout(top);
+
+  auto* middle = new QHBoxLayout;
+  auto* dateFrame = makeFrame(tr("Date"), "FrameDate");
+  auto* dl = new QVBoxLayout(dateFrame);
+  dtPicker_ = new QDateEdit(QDate::currentDate(), dateFrame);
+  dtPicker_->setObjectName("DTPicker");
+  dtPicker_->setCalendarPopup(true);
+  dtPicker_->setDateRange(QDate(1900, 1, 1), QDate(2100, 12, 31));
+  dtPicker_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+  dtPicker_->setToolTip(tr("The models describe 2005 to 2010; earlier dates use the 2005.0 field"));
+  dl->addWidget(dtPicker_);
+  connect(dtPicker_, &QDateEdit::dateChanged, this, [this] { recalculateIfCalculated(); });
+  middle->addWidget(dateFrame);
+
+  auto* modelFrame = makeFrame(tr("Model"), "FrameModel");
+  auto* ml = new QHBoxLayout(modelFrame);
+  optModel_[0] = makeOption(tr("WMM2005"), "OptModel0", modelFrame);
+  optModel_[1] = makeOption(tr("IGRF-10"), "OptModel1", modelFrame);
+  ml->addWidget(optModel_[0]);
+  ml->addWidget(optModel_[1]);
+  middle->addWidget(modelFrame);
+
+  auto* resultFrame = makeFrame(tr("Magnetic variation"), "FrameResults");
+  auto* rl = new QVBoxLayout(resultFrame);
+  lblMV_ = makeResult("lblMV", tr("East positive: E, west: W"));
+  rl->addWidget(lblMV_);
+  middle->addWidget(resultFrame, 1);
+  contentLayout()->addLayout(middle);
+
+  const int model = gModelChoice >= 0 ? gModelChoice : (App().settings.DefMVModel == 1 ? 0 : 1);
+  optModel_[model]->setChecked(true);
+  for (int i = 0; i < 2; ++i)
+    connect(optModel_[i], &QRadioButton::toggled, this, [this, i](bool on) {
+      if (!on) return;
+      gModelChoice = i;
+      makeTitle();
+    });
+  makeTitle();
+}
+
+bool MagVarScreen::useWMM() const { return optModel_[0]->isChecked(); }
+
+void MagVarScreen::makeTitle() {
+  setWindowTitle(tr("Magnetic variation - %1").arg(MagModelName(useWMM())));
+}
+
+bool MagVarScreen::calculate() {
+  const double lat = lat_.degrees() * kDegToRad;
+  const double lon = lon_.degrees() * kDegToRad;
+  const double altitudeKm = altitude_->value() * 0.3048 / 1000;
+  const QDate d = dtPicker_->date();
+  const double variation = ComputeMagVar(lat, lon, altitudeKm, {d.year(), d.month(), d.day()}, useWMM());
+  lblMV_->setText(Q(MagVarText(variation)));
+  return true;
+}
+
+void MagVarScreen::prepareScreenshot() {
+  const char* texts[4] = {"51", "28", "0", "28"};
+  for (int i = 0; i < 4; ++i) box(i)->setText(texts[i]);
+  lon_.opt[1]->setChecked(true);
+  dtPicker_->setDate(QDate(2007, 6, 1));
+  runCalculate();
+}
+
+}  // namespace norvane

@@ -1,0 +1,126 @@
+#include "navigation/NavigationScreen.hpp"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "app/AppContext.hpp"
+#include "app/TextFormat.hpp"
+#include "app/UiHelpers.hpp"
+#include "services/NavDBShell.hpp"
+
+namespace norvane {
+
+double NavigationScreen::Coordinate::degrees() const {
+  const double m = min->isEmpty() ? 0 : min->value();
+  const double s = !sec || sec->isEmpty() ? 0 : sec->value();
+  return DmsToDegrees(deg->value(), m, s, opt[1]->isChecked());
+}
+
+CoordinateFields NavigationScreen::Coordinate::fields() const { return {deg, min, sec, opt[0], opt[1]}; }
+
+NavigationScreen::Coordinate NavigationScreen::addCoordinate(const QString& caption, const QString& who,
+                                                             bool isLongitude, bool withSeconds, const QString& optName) {
+  Coordinate c;
+  c.frame = makeFrame(caption);
+  const QString axis = isLongitude ? tr("longitude") : tr("latitude");
+  const auto help = [&](const QString& part, const QString& range) {
+    QString text = axis + ' ' + part + " (" + range + ")";
+    if (who.isEmpty()) text[0] = text[0].toUpper();
+    else text = who + ' ' + text;
+    return text;
+  };
+  const int maxDeg = isLongitude ? 179 : 89;
+  BoxRule deg{KeyMode::UnsignedInt, 0, double(maxDeg)};
+  deg.maxLength = isLongitude ? 3 : 2;
+  BoxRule min{KeyMode::UnsignedInt, 0, 59};
+  min.maxLength = 2;
+  min.allowEmpty = true;
+  BoxRule sec{KeyMode::UnsignedReal, 0, 59.99};
+  sec.maxLength = 5;
+  sec.allowEmpty = true;
+  c.deg = addBox(deg, help(tr("degrees"), tr("0 to %1").arg(maxDeg)));
+  c.min = addBox(min, help(tr("minutes"), tr("0 to 59")));
+  if (withSeconds) c.sec = addBox(sec, help(tr("seconds"), tr("0 to 59.99")));
+
+  auto* grid = new QGridLayout(c.frame);
+  grid->setHorizontalSpacing(4);
+  grid->setVerticalSpacing(2);
+  const int charWidth = c.deg->fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  int col = 0;
+  for (auto [box, label, chars] : {std::tuple{c.deg, tr("Deg"), isLongitude ? 3 : 2}, std::tuple{c.min, tr("Min"), 2},
+                                   std::tuple{c.sec, tr("Sec"), 5}}) {
+    if (!box) continue;
+    auto* l = makeCaption(label);
+    l->setBuddy(box);
+    grid->addWidget(l, 0, col, Qt::AlignBottom);
+    box->setFixedWidth(charWidth * (chars + 1) + 14);
+    box->setAlignment(Qt::AlignRight);
+    grid->addWidget(box, 1, col);
+    defaults_.emplace_back(box, QString());
+    ++col;
+  }
+  const QString letters[2] = {isLongitude ? tr("E") : tr("N"), isLongitude ? tr("W") : tr("S")};
+  for (int i = 0; i < 2; ++i) {
+    c.opt[i] = makeOption(letters[i], optName + QString::number(i), c.frame);
+    grid->addWidget(c.opt[i], i, col);
+  }
+  c.opt[0]->setChecked(true);
+  return c;
+}
+
+QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& name, QWidget* parent) {
+  auto* b = new QRadioButton(text, parent);
+  b->setObjectName(name);
+  connect(b, &QRadioButton::toggled, this, [this](bool on) {
+    if (on) recalculateIfCalculated();
+  });
+  return b;
+}
+
+QPushButton* NavigationScreen::makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon) {
+  auto* b = new QPushButton(tr("Import from database"), this);
+  b->setObjectName(name);
+  b->setAutoDefault(false);
+  b->setToolTip(tr("Take the coordinates of a waypoint from the active database"));
+  const CoordinateFields latFields = lat->fields(), lonFields = lon->fields();
+  connect(b, &QPushButton::clicked, this, [this, latFields, lonFields] {
+    if (ImportWaypoint(this, latFields, lonFields) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
+  });
+  return b;
+}
+
+MagSettings NavigationScreen::DefaultMagSettings() {
+  const Settings& s = App().settings;
+  return {s.DefMVYear, s.DefMVModel == 1};
+}
+
+void NavigationScreen::writeBox(InputBox* box, const QString& text) {
+  writing_ = true;
+  box->setText(text);
+  writing_ = false;
+}
+
+void NavigationScreen::writeVariation(InputBox* box, double variation) {
+  QString text = Q(FormatMask(variation, "0.0"));
+  if (App().decimalSep != u'.') text.replace(QLatin1Char('.'), QChar(App().decimalSep));
+  writeBox(box, text);
+}
+
+std::optional<double> NavigationScreen::OptionalValue(const InputBox* box) {
+  if (box->isEmpty()) return std::nullopt;
+  return box->value();
+}
+
+void NavigationScreen::boxEdited(int index) {
+  if (!writing_) CalculatorScreen::boxEdited(index);
+}
+
+void NavigationScreen::clearResetData() {
+  for (auto& [box, text] : defaults_) box->setText(text);
+  clearData();
+}
+
+}  // namespace norvane

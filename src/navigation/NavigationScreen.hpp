@@ -1,0 +1,67 @@
+#pragma once
+// What the four navigation screens share: coordinate frames of degree / minute (/ second) boxes
+// with their hemisphere options, the import buttons, the magnetic-variation settings, and result
+// writing into boxes without clearing the results.
+
+#include <QString>
+#include <vector>
+
+#include "app/CalculatorScreen.hpp"
+#include "navigation/NavCalculations.hpp"
+#include "services/WaypointImport.hpp"
+
+class QGroupBox;
+class QPushButton;
+class QRadioButton;
+
+namespace norvane {
+
+class NavigationScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  using CalculatorScreen::CalculatorScreen;
+
+  // Clears every result and resets the boxes to their defaults (ClearResetData).
+  void clearResetData();
+
+ protected:
+  // A latitude or longitude entered as degrees, minutes (and seconds) with N/S or E/W options.
+  struct Coordinate {
+    QGroupBox* frame = nullptr;
+    InputBox* deg = nullptr;
+    InputBox* min = nullptr;
+    InputBox* sec = nullptr;  // null on screens without seconds
+    QRadioButton* opt[2] = {nullptr, nullptr};  // N/E, S/W
+    // Signed decimal degrees; empty minutes or seconds count as 0.
+    double degrees() const;
+    CoordinateFields fields() const;
+  };
+
+  // Adds the boxes of one coordinate (in index order deg, min, sec) inside a frame captioned
+  // `caption`, with help texts "<who> latitude degrees (0 to 89)" and so on, and the option pair
+  // <optName>0 / <optName>1. Option clicks recalculate when results are on screen.
+  Coordinate addCoordinate(const QString& caption, const QString& who, bool isLongitude, bool withSeconds,
+                           const QString& optName);
+  // An option button of a group whose change recalculates a shown result.
+  QRadioButton* makeOption(const QString& text, const QString& name, QWidget* parent);
+  // "Import from database", named `name`, filling lat and lon.
+  QPushButton* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
+
+  // The Options screen's magnetic-variation settings (default year and model).
+  static MagSettings DefaultMagSettings();
+  // Writes text into a box from a calculation without clearing the results it belongs to.
+  void writeBox(InputBox* box, const QString& text);
+  // Writes a computed magnetic variation into its box with the mask "0.0" (locale separator).
+  void writeVariation(InputBox* box, double variation);
+  // A box's value, or nothing when it is empty.
+  static std::optional<double> OptionalValue(const InputBox* box);
+
+  void boxEdited(int index) override;
+  // Coordinate boxes and the texts they reset to (ClearResetData).
+  std::vector<std::pair<InputBox*, QString>> defaults_;
+
+ private:
+  bool writing_ = false;
+};
+
+}  // namespace norvane

@@ -1,0 +1,167 @@
+#include "navigation/PointScreen.hpp"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "app/AppContext.hpp"
+#include "app/TextFormat.hpp"
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+namespace {
+int gTrackChoice = -1;
+int gDistChoice = 0;
+int gModelChoice = 1;  // Spheroid
+
+QString DistanceHelp(DistanceUnit u) {
+  switch (u) {
+    case DistanceUnit::Nm: return QObject::tr("Distance from origin (up to 5400 NM)");
+    case DistanceUnit::Km: return QObject::tr("Distance from origin (up to 10000 km)");
+    case DistanceUnit::M: return QObject::tr("Distance from origin (up to 10000 m)");
+    case DistanceUnit::Ft: return QObject::tr("Distance from origin (up to 10000 ft)");
+  }
+  return {};
+}
+}  // namespace
+
+PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("Point from track-distance"), parent) {
+  setHelpText(tr("Calculation based on classical sphere (GC, 1\u00b0= 60 NM) or on spheroidal model (WGS-84). "
+                 "Leave blank magnetic variation field for automatic calculation "));
+  lat_ = addCoordinate(tr("Start Lat"), tr("Origin"), false, true, "OptLato");
+  lon_ = addCoordinate(tr("Start Long"), tr("Origin"), true, true, "OptLngo");
+
+  BoxRule track{KeyMode::UnsignedReal, 0, 360};
+  track.maxLength = 5;
+  track_ = addBox(track, tr("Track from origin (0.0 to 360.0\u00b0)"));
+  BoxRule distance{KeyMode::UnsignedReal, 0, 5400};
+  distance.maxLength = 7;
+  distance_ = addBox(distance, DistanceHelp(DistanceUnit::Nm));
+  BoxRule variation{KeyMode::SignedReal, -180, 180};
+  variation.maxLength = 6;
+  variation.allowEmpty = true;
+  variation_ = addBox(variation, tr("Magnetic variation (\u00b0 ; E is positive) - Leave blank for automatic calculation"));
+  for (InputBox* b : {track_, distance_, variation_}) {
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("00000000")) + 14);
+    b->setAlignment(Qt::AlignRight);
+    defaults_.emplace_back(b, QString());
+  }
+
+  auto* points = new QHBoxLayout;
+  points->addWidget(lat_.frame);
+  points->addWidget(lon_.frame);
+  points->addWidget(makeImportButton("cmdImportInitial", &lat_, &lon_), 0, Qt::AlignVCenter);
+  contentLayout()->addLayout(points);
+
+  auto* middle = new QHBoxLayout;
+  auto* trackFrame = makeFrame(tr("Track"), "FrameTrack");
+  auto* tl = new QGridLayout(trackFrame);
+  tl->addWidget(track_, 0, 0, 2, 1, Qt::AlignVCenter);
+  optTRK_[0] = makeOption(tr("True"), "OptTRK0", trackFrame);
+  optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", trackFrame);
+  tl->addWidget(optTRK_[0], 0, 1);
+  tl->addWidget(optTRK_[1], 1, 1);
+  middle->addWidget(trackFrame);
+
+  auto* distFrame = makeFrame(tr("Distance"), "FrameDist");
+  auto* dl = new QGridLayout(distFrame);
+  dl->addWidget(distance_, 0, 0, 1, 4, Qt::AlignLeft);
+  const QString unitNames[4] = {tr("NM"), tr("km"), tr("m"), tr("ft")};
+  for (int i = 0; i < 4; ++i) {
+    optDist_[i] = new QRadioButton(unitNames[i], distFrame);
+    optDist_[i]->setObjectName(QStringLiteral("OptDist%1").arg(i));
+    connect(optDist_[i], &QRadioButton::toggled, this, [this, i](bool on) {
+      if (!on) return;
+      gDistChoice = i;
+      setDistDisplay(DistanceUnit(i));
+    });
+    dl->addWidget(optDist_[i], 1, i);
+  }
+  middle->addWidget(distFrame);
+
+  auto* modelFrame = makeFrame(tr("Model"), "FrameModel");
+  auto* ml = new QVBoxLayout(modelFrame);
+  optModel_[0] = makeOption(tr("GC"), "Optmodel0", modelFrame);
+  optModel_[1] = makeOption(tr("Spheroid"), "Optmodel1", modelFrame);
+  optModel_[0]->setToolTip(tr("Great circle on the sphere, 1 minute of arc = 1 NM"));
+  optModel_[1]->setToolTip(tr("Geodesic on the WGS-84 spheroid"));
+  ml->addWidget(optModel_[0]);
+  ml->addWidget(optModel_[1]);
+  middle->addWidget(modelFrame);
+  contentLayout()->addLayout(middle);
+
+  auto* varRow = new QHBoxLayout;
+  QLabel* varCaption = makeCaption(tr("Magnetic variation (\u00b0)"));
+  varCaption->setBuddy(variation_);
+  varRow->addWidget(varCaption);
+  varRow->addWidget(variation_);
+  varRow->addStretch();
+  contentLayout()->addLayout(varRow);
+
+  auto* results = makeFrame(tr("Destination coordinates"), "FrameResults");
+  auto* rl = new QGridLayout(results);
+  const QString captions[2] = {tr("Latitude"), tr("Longitude")};
+  for (int i = 0; i < 2; ++i) {
+    rl->addWidget(makeCaption(captions[i]), 0, i, Qt::AlignHCenter);
+    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
+    dataR_[i]->setMinimumWidth(dataR_[i]->fontMetrics().horizontalAdvance(QStringLiteral("W000 00 00.00")) + 40);
+    rl->addWidget(dataR_[i], 1, i);
+  }
+  contentLayout()->addWidget(results);
+
+  const int trackChoice = gTrackChoice >= 0 ? gTrackChoice : (App().settings.AutoMV == 1 ? 1 : 0);
+  optTRK_[trackChoice]->setChecked(true);
+  optModel_[gModelChoice]->setChecked(true);
+  optDist_[gDistChoice]->setChecked(true);
+  for (int i = 0; i < 2; ++i) {
+    connect(optTRK_[i], &QRadioButton::toggled, this, [i](bool on) {
+      if (on) gTrackChoice = i;
+    });
+    connect(optModel_[i], &QRadioButton::toggled, this, [i](bool on) {
+      if (on) gModelChoice = i;
+    });
+  }
+}
+
+DistanceUnit PointScreen::unit() const {
+  for (int i = 0; i < 4; ++i)
+    if (optDist_[i]->isChecked()) return DistanceUnit(i);
+  return DistanceUnit::Nm;
+}
+
+void PointScreen::setDistDisplay(DistanceUnit u) {
+  optDist_[int(u)]->setChecked(true);
+  distance_->setToolTip(DistanceHelp(u));
+  distance_->setRange(0, u == DistanceUnit::Nm ? 5400 : 10000);
+  // The number typed now means another distance: recompute a shown result, or keep Calculate's
+  // state in step with the new range.
+  if (calculated() && allInputsValid()) recalculateIfCalculated();
+  else clearData();
+  setInputValid(7, distance_->isValid());
+}
+
+bool PointScreen::calculate() {
+  const bool magnetic = optTRK_[1]->isChecked();
+  const MagSettings mag = DefaultMagSettings();
+  const PointResult r = ComputePointFromTrack(lat_.degrees(), lon_.degrees(), track_->value(),
+                                              UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
+                                              magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);
+  if (r.variationComputed) writeVariation(variation_, *r.variation);
+  dataR_[0]->setText(Q(FormatLatLong(r.point.lat, false)));
+  dataR_[1]->setText(Q(FormatLatLong(r.point.lon, true)));
+  return true;
+}
+
+void PointScreen::prepareScreenshot() {
+  const char* texts[6] = {"51", "28", "39", "0", "27", "41"};
+  for (int i = 0; i < 6; ++i) box(i)->setText(texts[i]);
+  lon_.opt[1]->setChecked(true);
+  track_->setText("288");
+  distance_->setText("3000");
+  runCalculate();
+}
+
+}  // namespace norvane

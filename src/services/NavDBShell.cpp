@@ -1,0 +1,57 @@
+#include "services/NavDBShell.hpp"
+
+#include <QCoreApplication>
+#include <filesystem>
+
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+
+NavDatabase& ActiveNavDB() {
+  static NavDatabase db;
+  return db;
+}
+
+bool NavDBActive() { return ActiveNavDB().Loaded(); }
+
+std::string SampleDatabasePath(const std::string& executableDir) {
+  namespace fs = std::filesystem;
+  const fs::path dir = fs::path(std::u8string(executableDir.begin(), executableDir.end()));
+  for (const fs::path& candidate : {dir / "sample.dat", dir / ".." / "share" / "norvane" / "sample.dat"}) {
+    std::error_code ec;
+    if (fs::is_regular_file(candidate, ec)) {
+      const std::u8string s = candidate.lexically_normal().u8string();
+      return std::string(s.begin(), s.end());
+    }
+  }
+  return {};
+}
+
+void InstallNavDBHooks() {
+  ShellHooks& h = Hooks();
+  h.checkDatabase = [](const std::string& path) {
+    NavDatabase& db = ActiveNavDB();
+    db.SetDBPath(path);
+    return db.CheckNavDB();
+  };
+  h.loadDatabase = [] {
+    NavDatabase& db = ActiveNavDB();
+    if (db.DBError()) return false;  // the start-up check failed
+    return db.LoadNavDB();
+  };
+  h.openDatabase = [](const std::string& path) {
+    NavDatabase& db = ActiveNavDB();
+    db.SetDBPath(path);
+    if (db.CheckNavDB() && db.LoadNavDB()) return true;
+    db.SetDBPath({});
+    return false;
+  };
+  h.databaseDisplayName = []() -> QString {
+    const NavDatabase& db = ActiveNavDB();
+    return db.DBError() ? QString() : Q(db.GetDBDisplayName());
+  };
+  h.defaultDatabasePath = [] { return SampleDatabasePath(S(QCoreApplication::applicationDirPath())); };
+}
+
+}  // namespace norvane

@@ -1,0 +1,37 @@
+#include "services/WaypointImport.hpp"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
+#include "services/ImportDialog.hpp"
+#include "services/NavDBShell.hpp"
+
+namespace norvane {
+namespace {
+
+void Fill(const CoordinateFields& f, int32_t word, bool withSeconds) {
+  const CoordinateBoxTexts t = CoordinateBoxes(word / 256, word < 0, withSeconds, char(App().decimalSep));
+  if (f.deg) f.deg->setText(Q(t.deg));
+  if (f.min) f.min->setText(Q(t.min));
+  if (f.sec) f.sec->setText(Q(t.sec));
+  QAbstractButton* option = t.negative ? f.negative : f.positive;
+  if (option) option->setChecked(true);
+}
+
+}  // namespace
+
+ImportOutcome ImportWaypoint(QWidget* parent, const CoordinateFields& lat, const CoordinateFields& lon, QString* ident) {
+  if (!NavDBActive()) return ImportOutcome::NoDatabase;
+  const NavDatabase& db = ActiveNavDB();
+  const int selected = RunImportDialog(db, parent);
+  if (selected == 0) return ImportOutcome::Cancelled;
+  const WaypointRecord& r = db.Record(selected);
+  Fill(lat, r.lat, lat.sec != nullptr);
+  Fill(lon, r.lon, lon.sec != nullptr);
+  if (ident) *ident = Q(IdentFromCode(RecordCode(r)));
+  return ImportOutcome::Imported;
+}
+
+}  // namespace norvane

@@ -1,0 +1,219 @@
+// Magnetic variation against NOAA's published test values. The WMM2005 table checks the model as
+// the calculator uses it; the WMM2025 tables (with their own coefficients, to full degree and
+// full-precision components) check the spherical-harmonic synthesis itself.
+#include "navigation/GeoMag.hpp"
+
+#include <GeographicLib/Geocentric.hpp>
+
+#include <cmath>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "app/Angles.hpp"
+
+using namespace norvane;
+
+namespace {
+
+const std::string kDataDir = std::string(NORVANE_SOURCE_DIR) + "/tests/navigation/data/";
+
+// Rows of numbers of a whitespace table; '#' lines are comments; "NaN" reads as NaN.
+std::vector<std::vector<double>> ReadTable(const std::string& name) {
+  std::ifstream in(kDataDir + name);
+  EXPECT_TRUE(in) << name;
+  std::vector<std::vector<double>> rows;
+  for (std::string line; std::getline(in, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    std::istringstream fields(line);
+    std::vector<double> row;
+    for (std::string f; fields >> f;) row.push_back(f == "NaN" ? NAN : std::stod(f));
+    if (!row.empty()) rows.push_back(row);
+  }
+  return rows;
+}
+
+// A WMM.COF file read into the tables, degree 12.
+GaussCoefficients ReadCof(const std::string& name) {
+  std::ifstream in(kDataDir + name);
+  EXPECT_TRUE(in) << name;
+  GaussCoefficients c;
+  c.maxDegree = 12;
+  std::string line;
+  std::getline(in, line);  // header
+  int n, m;
+  double g, h, gd, hd;
+  while (in >> n >> m >> g >> h >> gd >> hd && n <= 12) {
+    c.g[n][m] = g;
+    c.h[n][m] = h;
+    c.gdot[n][m] = gd;
+    c.hdot[n][m] = hd;
+  }
+  return c;
+}
+
+GaussCoefficients AdvancedAllDegrees(GaussCoefficients c, double years) {
+  for (int n = 1; n <= c.maxDegree; ++n)
+    for (int m = 0; m <= n; ++m) {
+      c.g[n][m] += years * c.gdot[n][m];
+      c.h[n][m] += years * c.hdot[n][m];
+    }
+  return c;
+}
+
+double Declination(const MagneticVector& b) { return std::atan2(b.y, b.x) * 180 / M_PI; }
+
+}  // namespace
+
+TEST(GeoMag, ReproducesPublishedWMM2005TestValues) {
+  // NGDC's 2006.0 table, printed from a degrees-and-whole-minutes output as decimal degrees to
+  // 0.01: the computed value rounded the same way must match to 0.01 degree, and the unrounded
+  // value lies within the table's own 0.0134 degree.
+  const auto rows = ReadTable("WMM2005_2006_declination.txt");
+  ASSERT_EQ(rows.size(), 30u);
+  for (const auto& r : rows) {
+    const double lat = r[2], lon = r[3], published = r[4];
+    const double d = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, r[1], {2006, 1, 1}, true);
+    const double asPrinted = std::copysign(std::round(std::fabs(d) * 60) / 60, d);
+    EXPECT_NEAR(asPrinted, published, 0.005 + 1e-9) << lat << " " << lon << " computed " << d;
+    EXPECT_NEAR(d, published, 0.0134) << lat << " " << lon;
+  }
+}
+
+TEST(GeoMag, SynthesisReproducesWMM2025TestValues) {
+  // NOAA's 100-point table gives the components to 1e-6 nT: the synthesis (Legendre recursion,
+  // geocentric conversion, rotation) must agree far below the model's own error.
+  const GaussCoefficients wmm2025 = ReadCof("WMM2025.COF");
+  const auto rows = ReadTable("WMM2025_TEST_VALUES.txt");
+  ASSERT_EQ(rows.size(), 100u);
+  for (const auto& r : rows) {
+    const GaussCoefficients c = AdvancedAllDegrees(wmm2025, r[0] - 2025.0);
+    const MagneticVector b = MainField(c, r[2] * kDegToRad, r[3] * kDegToRad, r[1]);
+    SCOPED_TRACE(testing::Message() << r[0] << " " << r[1] << " " << r[2] << " " << r[3]);
+    EXPECT_NEAR(b.x, r[7], 1e-3);
+    EXPECT_NEAR(b.y, r[8], 1e-3);
+    EXPECT_NEAR(b.z, r[9], 1e-3);
+    EXPECT_NEAR(Declination(b), r[4], 0.005 + 1e-9);
+  }
+  // The 12-point table of the report, components to 0.1 nT, at 0 and 100 km.
+  for (const auto& r : ReadTable("WMM2025_testvalues_pdf.txt")) {
+    const GaussCoefficients c = AdvancedAllDegrees(wmm2025, r[0] - 2025.0);
+    const MagneticVector b = MainField(c, r[2] * kDegToRad, r[3] * kDegToRad, r[1]);
+    SCOPED_TRACE(testing::Message() << r[0] << " " << r[1] << " " << r[2] << " " << r[3]);
+    EXPECT_NEAR(b.x, r[4], 0.05 + 1e-9);
+    EXPECT_NEAR(b.y, r[5], 0.05 + 1e-9);
+    EXPECT_NEAR(b.z, r[6], 0.05 + 1e-9);
+    EXPECT_NEAR(Declination(b), r[10], 0.005 + 1e-9);
+  }
+}
+
+TEST(GeoMag, GeodeticToGeocentricMatchesGeographicLib) {
+  const GeographicLib::Geocentric& earth = GeographicLib::Geocentric::WGS84();
+  for (double lat = -89.9; lat <= 89.9; lat += 0.7)
+    for (double hKm : {0.0, 10.0, 19.8, 100.0}) {
+      double X, Y, Z;
+      earth.Forward(lat, 0, hKm * 1000, X, Y, Z);
+      const double r = std::hypot(X, Z) / 1000;
+      const GeocentricCoordinates g = GeodeticToGeocentric(lat * kDegToRad, hKm);
+      SCOPED_TRACE(testing::Message() << lat << " " << hKm);
+      // The conversion's semi-minor axis is 6356.7523142 km, 0.05 mm short of a (1 - f).
+      EXPECT_NEAR(g.r, r, 1e-7);
+      EXPECT_NEAR(g.sinTheta, X / 1000 / r, 1e-11);
+      EXPECT_NEAR(g.cosTheta, Z / 1000 / r, 1e-11);
+      const double delta = lat * kDegToRad - std::atan2(Z, X);  // geodetic minus geocentric latitude
+      EXPECT_NEAR(g.sinDelta, std::sin(delta), 1e-11);
+      EXPECT_NEAR(g.cosDelta, std::cos(delta), 1e-11);
+    }
+}
+
+TEST(GeoMag, CoefficientTablesAreThePublishedOnes) {
+  const GaussCoefficients w = LoadWMM2005(), i = LoadIGRF10();
+  EXPECT_EQ(w.maxDegree, 12);
+  EXPECT_EQ(i.maxDegree, 13);
+  EXPECT_EQ(w.g[1][0], -29556.8);
+  EXPECT_EQ(w.g[1][1], -1671.7);
+  EXPECT_EQ(w.h[1][1], 5079.8);
+  EXPECT_EQ(w.g[2][0], -2340.6);
+  EXPECT_EQ(w.gdot[1][0], 8.0);
+  EXPECT_EQ(w.g[12][12], -0.1);
+  EXPECT_EQ(w.h[12][12], 0.8);
+  EXPECT_EQ(i.g[1][0], -29556.8);
+  EXPECT_EQ(i.g[1][1], -1671.8);
+  EXPECT_EQ(i.h[1][1], 5080.0);
+  EXPECT_EQ(i.g[2][0], -2340.5);
+  EXPECT_EQ(i.gdot[1][0], 8.8);
+  EXPECT_EQ(i.g[13][13], -0.3);  // the last row of degree 13 is there
+  EXPECT_EQ(i.h[13][13], -1.0);
+  for (int m = 0; m <= 13; ++m) EXPECT_EQ(w.g[13][m], 0) << m;  // WMM stops at degree 12
+  for (int n = 9; n <= 13; ++n)
+    for (int m = 0; m <= n; ++m) EXPECT_EQ(i.gdot[n][m], 0) << n << " " << m;
+}
+
+TEST(GeoMag, DateRules) {
+  struct Row {
+    CalendarDate date;
+    long days;
+  } rows[] = {
+      {{2005, 1, 1}, 0},     {{2006, 1, 1}, 365},   {{2009, 3, 1}, 1520},
+      {{2004, 12, 31}, -1},  {{2000, 1, 1}, -1827}, {{2010, 1, 1}, 1826},
+  };
+  for (const auto& r : rows) EXPECT_EQ(DaysSince2005(r.date), r.days) << r.date.year << "-" << r.date.month;
+
+  // Before the epoch the epoch coefficients are used, whatever the date.
+  const double lat = 48 * kDegToRad, lon = 11 * kDegToRad;
+  for (bool wmm : {true, false}) {
+    const double epoch = ComputeMagVar(lat, lon, 0, {2005, 1, 1}, wmm);
+    EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2004, 12, 31}, wmm), epoch);
+    EXPECT_EQ(ComputeMagVar(lat, lon, 0, {1990, 6, 15}, wmm), epoch);
+    EXPECT_NE(ComputeMagVar(lat, lon, 0, {2005, 1, 2}, wmm), epoch);
+    // Repeated calls give the same value: the secular variation does not accumulate.
+    const double d2008 = ComputeMagVar(lat, lon, 0, {2008, 1, 1}, wmm);
+    EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2008, 1, 1}, wmm), d2008);
+    // Central Europe drifted east by about 0.1 degree a year in 2005-2010.
+    EXPECT_NEAR((d2008 - epoch) / 3, 0.11, 0.05) << wmm;
+  }
+}
+
+TEST(GeoMag, IgrfAndWmmAgreeAwayFromThePoles) {
+  // Two independent fits of the 2005 field: a wrong row in either table shows up as degrees.
+  double maxDiff = 0;
+  for (int lat = -60; lat <= 60; lat += 10)
+    for (int lon = -180; lon < 180; lon += 15) {
+      const double w = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, {2007, 7, 1}, true);
+      const double i = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, {2007, 7, 1}, false);
+      maxDiff = std::max(maxDiff, std::fabs(std::remainder(w - i, 360.0)));
+    }
+  EXPECT_LT(maxDiff, 0.5);
+  std::printf("IGRF-10 vs WMM2005, |lat| <= 60, mid-2007: max difference %.3f deg\n", maxDiff);
+}
+
+TEST(GeoMag, NearThePoleAndAltitude) {
+  // The screens stop at 89 degrees 59 minutes; the east component divides by sin(theta).
+  const double nearPole = 1.57050543858;
+  for (double lon : {-120.0, 0.0, 75.0}) {
+    EXPECT_TRUE(std::isfinite(ComputeMagVar(nearPole, lon * kDegToRad, 0, {2006, 1, 1}, true)));
+    EXPECT_TRUE(std::isfinite(ComputeMagVar(-nearPole, lon * kDegToRad, 19.8, {2006, 1, 1}, false)));
+  }
+  // The tracks screen takes latitudes beyond 89.98 degrees at 89 degrees 59 minutes.
+  EXPECT_EQ(TrackMagVar(90, 30, 2007, true), ComputeMagVar(nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, true));
+  EXPECT_EQ(TrackMagVar(-89.99, 30, 2007, false), ComputeMagVar(-nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, false));
+  EXPECT_EQ(TrackMagVar(89.97, 30, 2007, false), ComputeMagVar(89.97 * kDegToRad, 30 * kDegToRad, 0, {2007, 1, 1}, false));
+  // Altitude changes the variation only slowly (Boulder, 0 vs 19.8 km = 65000 ft).
+  const double d0 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 0, {2006, 1, 1}, true);
+  const double d20 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 19.812, {2006, 1, 1}, true);
+  EXPECT_NE(d0, d20);
+  EXPECT_NEAR(d0, d20, 0.2);
+}
+
+TEST(GeoMag, VariationText) {
+  EXPECT_EQ(MagVarText(0), "0.0E");
+  EXPECT_EQ(MagVarText(2.34), "2.3E");
+  EXPECT_EQ(MagVarText(-11.0), "11.0W");
+  EXPECT_EQ(MagVarText(-140.5), "140.5W");
+  EXPECT_EQ(MagVarText(9.96), "10.0E");
+  EXPECT_STREQ(MagModelName(true), "WMM2005");
+  EXPECT_STREQ(MagModelName(false), "IGRF-10");
+}

@@ -1,0 +1,209 @@
+#include "navigation/NavCalculations.hpp"
+
+#include <gtest/gtest.h>
+
+#include <GeographicLib/Geodesic.hpp>
+#include <array>
+#include <cmath>
+#include <random>
+
+#include "app/Angles.hpp"
+
+using namespace norvane;
+
+namespace {
+
+using Texts = std::array<std::string, 9>;
+
+// Intersection of two great-circle radials by vectors (independent of the formulary's spherical
+// trigonometry): each radial's circle has the normal P x d; the circles meet at +-(n1 x n2).
+GeoPoint VectorIntersection(double lat1, double lon1, double crs1, double lat2, double lon2, double crs2) {
+  using V = std::array<double, 3>;
+  const auto cross = [](V a, V b) { return V{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]}; };
+  const auto normal = [&](double lat, double lon, double crs) {
+    const double la = lat * M_PI / 180, lo = lon * M_PI / 180, c = crs * M_PI / 180;
+    const V p{std::cos(la) * std::cos(lo), std::cos(la) * std::sin(lo), std::sin(la)};
+    const V north{-std::sin(la) * std::cos(lo), -std::sin(la) * std::sin(lo), std::cos(la)};
+    const V east{-std::sin(lo), std::cos(lo), 0};
+    const V d{std::cos(c) * north[0] + std::sin(c) * east[0], std::cos(c) * north[1] + std::sin(c) * east[1],
+              std::cos(c) * north[2] + std::sin(c) * east[2]};
+    return std::pair{d, cross(p, d)};
+  };
+  const auto [d1, n1] = normal(lat1, lon1, crs1);
+  const auto [d2, n2] = normal(lat2, lon2, crs2);
+  (void)d2;
+  V x = cross(n1, n2);
+  const double len = std::sqrt(x[0] * x[0] + x[1] * x[1] + x[2] * x[2]);
+  for (double& c : x) c /= len;
+  if (x[0] * d1[0] + x[1] * d1[1] + x[2] * d1[2] < 0)
+    for (double& c : x) c = -c;  // the crossing ahead of point 1 on its radial
+  return {std::asin(x[2]) * 180 / M_PI, std::atan2(x[1], x[0]) * 180 / M_PI};
+}
+
+}  // namespace
+
+TEST(TracksAndDistance, EdgeCasesOfTheScreen) {
+  // nullptr: not checked here (the ellipsoid and rhumb line of the antipodes are the model's tests).
+  struct Row { double lat1, lon1, lat2, lon2; DistanceUnit unit; std::array<const char*, 9> texts; };
+  const Row rows[] = {
+      // Identical points: distances 0, every track ND.
+      {45.5, 7.25, 45.5, 7.25, DistanceUnit::Nm, {"0", "ND", "ND", "0", "ND", "ND", "0", "ND", "ND"}},
+      // Antipodes on the sphere (reachable by the model, not by the screen's boxes).
+      {10, 0, -10, 180, DistanceUnit::Nm, {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, "10800", "ND", "ND"}},
+      // Due north along a meridian: RL and SPH 360.0, GC 000.0; 10 degrees are 600 NM on the sphere.
+      {0, 20, 10, 20, DistanceUnit::Nm, {"597.1", "000.0", "000.0", "600.0", "360.0", "360.0", "600.0", "360.0", "360.0"}},
+      // Due south in km: 600 NM = 1111.2 km.
+      {10, -20, 0, -20, DistanceUnit::Km, {"1106", "180.0", "180.0", "1111", "180.0", "180.0", "1111", "180.0", "180.0"}},
+  };
+  for (const Row& r : rows) {
+    const TracksResult t = ComputeTracks(r.lat1, r.lon1, r.lat2, r.lon2, nullptr);
+    const Texts texts = TracksTexts(t, r.unit);
+    for (size_t i = 0; i < 9; ++i) {
+      if (!r.texts[i]) continue;
+      EXPECT_EQ(texts[i], r.texts[i]) << r.lat1 << "," << r.lon1 << " cell " << i;
+    }
+  }
+}
+
+TEST(TracksAndDistance, GeodesicRowAgreesWithGeographicLibInEveryUnit) {
+  // EGLL 51°28'39"N 000°27'41"W to KJFK 40°38'23"N 073°46'44"W.
+  const double lat1 = DmsToDegrees(51, 28, 39, false), lon1 = DmsToDegrees(0, 27, 41, true);
+  const double lat2 = DmsToDegrees(40, 38, 23, false), lon2 = DmsToDegrees(73, 46, 44, true);
+  double s12 = 0, azi1 = 0, azi2 = 0;
+  GeographicLib::Geodesic::WGS84().Inverse(lat1, lon1, lat2, lon2, s12, azi1, azi2);
+  const TracksResult t = ComputeTracks(lat1, lon1, lat2, lon2, nullptr);
+  EXPECT_NEAR(t.gc.distance * 1852, s12, 5e-4);
+  EXPECT_NEAR(t.tracks[0][0], azi1 + 360, 1e-5);
+  EXPECT_NEAR(t.tracks[0][1], azi2 + 360, 1e-5);
+  // The unit switch re-displays the same distance: 2999.x NM, 5555 km, 5555xxx m, 1822xxxx ft.
+  EXPECT_EQ(TracksTexts(t, DistanceUnit::Nm)[0], FormatSignificant(s12 / 1852, 4, 3));
+  EXPECT_EQ(TracksTexts(t, DistanceUnit::Km)[0], FormatSignificant(s12 / 1000, 4, 3));
+  EXPECT_EQ(TracksTexts(t, DistanceUnit::M)[0], FormatSignificant(s12, 4, 3));
+  EXPECT_EQ(TracksTexts(t, DistanceUnit::Ft)[0], FormatSignificant(s12 / 0.3048, 4, 3));
+}
+
+TEST(TracksAndDistance, MagneticTracksSubtractEachEndsVariation) {
+  const MagSettings igrf2007{2007, false};
+  const double lat1 = 51.5, lon1 = -0.5, lat2 = 40.6, lon2 = -73.8;
+  const TracksResult t = ComputeTracks(lat1, lon1, lat2, lon2, nullptr);
+  const TracksResult m = ComputeTracks(lat1, lon1, lat2, lon2, &igrf2007);
+  const double v1 = ComputeMagVar(lat1 * kDegToRad, lon1 * kDegToRad, 0, {2007, 1, 1}, false);
+  const double v2 = ComputeMagVar(lat2 * kDegToRad, lon2 * kDegToRad, 0, {2007, 1, 1}, false);
+  EXPECT_DOUBLE_EQ(m.variationOrigin, v1);
+  EXPECT_DOUBLE_EQ(m.variationDestination, v2);
+  for (int row = 0; row < 3; ++row) {
+    EXPECT_NEAR(m.tracks[row][0], Norm360(t.tracks[row][0] - v1), 1e-12) << row;
+    EXPECT_NEAR(m.tracks[row][1], Norm360(t.tracks[row][1] - v2), 1e-12) << row;
+  }
+  // The rhumb line's single true track differs under the two columns when magnetic.
+  EXPECT_EQ(t.tracks[1][0], t.tracks[1][1]);
+  EXPECT_NE(TrackText(m.tracks[1][0]), TrackText(m.tracks[1][1]));
+  // Undefined tracks stay ND.
+  const TracksResult same = ComputeTracks(lat1, lon1, lat1, lon1, &igrf2007);
+  EXPECT_EQ(TracksTexts(same, DistanceUnit::Nm)[1], "ND");
+
+  // Near a pole the variation is taken at 89°59' (1.57050543858 rad) with the latitude's sign.
+  const TracksResult polar = ComputeTracks(89.99, 10, -89.995, 10, &igrf2007);
+  EXPECT_DOUBLE_EQ(polar.variationOrigin, ComputeMagVar(1.57050543858, 10 * kDegToRad, 0, {2007, 1, 1}, false));
+  EXPECT_DOUBLE_EQ(polar.variationDestination, ComputeMagVar(-1.57050543858, 10 * kDegToRad, 0, {2007, 1, 1}, false));
+}
+
+TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
+  EXPECT_DOUBLE_EQ(UnitToNm(1852, DistanceUnit::M), 1);
+  EXPECT_DOUBLE_EQ(UnitToNm(1.852, DistanceUnit::Km), 1);
+  EXPECT_DOUBLE_EQ(UnitToNm(1, DistanceUnit::Ft), 0.00016457883369330455);
+  EXPECT_DOUBLE_EQ(NmToUnit(1, DistanceUnit::Ft), 1852 / 0.3048);
+  EXPECT_TRUE(IsUndefined(NmToUnit(kUndefined, DistanceUnit::Km)));
+
+  for (bool wgs84 : {false, true}) {
+    const PointResult p360 = ComputePointFromTrack(45, 7, 360, 100, wgs84, nullptr, std::nullopt);
+    const PointResult p0 = ComputePointFromTrack(45, 7, 0, 100, wgs84, nullptr, std::nullopt);
+    EXPECT_EQ(p360.point.lat, p0.point.lat);
+    EXPECT_EQ(p360.point.lon, p0.point.lon);
+    // Westward across the date line the longitude comes out east.
+    const PointResult west = ComputePointFromTrack(0, -179.5, 270, 60, wgs84, nullptr, std::nullopt);
+    EXPECT_GT(west.point.lon, 179);
+    EXPECT_EQ(FormatLatLong(west.point.lon, true).substr(0, 4), "E179");
+  }
+  // 60 NM due north on the sphere is one degree.
+  EXPECT_EQ(FormatLatLong(ComputePointFromTrack(45, 7, 0, 60, false, nullptr, std::nullopt).point.lat, false),
+            "N46 00 00.00");
+  // Against GeographicLib's direct problem on WGS-84.
+  double lat2 = 0, lon2 = 0;
+  GeographicLib::Geodesic::WGS84().Direct(-33.9, 151.2, 123.4, 2000 * 1852.0, lat2, lon2);
+  const PointResult g = ComputePointFromTrack(-33.9, 151.2, 123.4, 2000, true, nullptr, std::nullopt);
+  EXPECT_NEAR(g.point.lat, lat2, 1e-8);
+  EXPECT_NEAR(g.point.lon, lon2, 1e-8);
+}
+
+TEST(PointFromTrackDistance, MagneticTrackAddsTheVariation) {
+  const MagSettings wmm2005{2005, true};
+  const PointResult given = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, -10.0);
+  EXPECT_DOUBLE_EQ(given.trueTrack, 80);
+  EXPECT_FALSE(given.variationComputed);
+  const PointResult wrap = ComputePointFromTrack(45, 7, 355, 100, false, &wmm2005, 10.0);
+  EXPECT_DOUBLE_EQ(wrap.trueTrack, 5);
+  const PointResult computed = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, std::nullopt);
+  ASSERT_TRUE(computed.variation.has_value());
+  EXPECT_TRUE(computed.variationComputed);
+  EXPECT_DOUBLE_EQ(*computed.variation, ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, true));
+  EXPECT_DOUBLE_EQ(computed.trueTrack, 90 + *computed.variation);
+}
+
+TEST(RadialIntersection, FormularyExampleAndDegenerateSetUps) {
+  // E. Williams' worked example: REO (42.600 N, 117.866 W) on 051, BKE (44.840 N, 117.806 W) on
+  // 137 meet at 43.572 N, 116.189 W.
+  const GeoPoint reo = RadialIntersection(42.6, -117.866, 51, 44.84, -117.806, 137);
+  EXPECT_NEAR(reo.lat, 43.572, 5e-4);
+  EXPECT_NEAR(reo.lon, -116.189, 5e-4);
+  EXPECT_EQ(IntersectionText(reo.lat, false).substr(0, 6), "N43 34");
+  EXPECT_EQ(IntersectionText(reo.lon, true).substr(0, 7), "W116 11");
+
+  struct Row { double lat1, lon1, crs1, lat2, lon2, crs2; const char* lat; const char* lon; };
+  const Row rows[] = {
+      // Both radials along the line of the points, towards each other's far side: infinitely many.
+      {0, 0, 90, 0, 10, 90, "Not calculable", "Not calculable"},
+      // Diverging: one to each side of the line joining the points.
+      {0, 0, 45, 0, 10, 135, "Not calculable", "Not calculable"},
+      // Coincident points.
+      {10, 10, 45, 10, 10, 90, "Not calculable", "Not calculable"},
+      // Two northbound meridians meet at the north pole: latitude only.
+      {10, 0, 360, 20, 90, 0, "N90 00 00.00", "Not calculable"},
+      // Two southbound meridians at the south pole.
+      {-10, -30, 180, -40, 60, 180, "S90 00 00.00", "Not calculable"},
+      // Clear crossing across the date line.
+      {0, 179, 45, 1, -179, 315, nullptr, nullptr},
+  };
+  for (const Row& r : rows) {
+    const GeoPoint p = RadialIntersection(r.lat1, r.lon1, r.crs1, r.lat2, r.lon2, r.crs2);
+    if (r.lat) {
+      EXPECT_EQ(IntersectionText(p.lat, false), r.lat) << r.lat1 << "," << r.lon1;
+      EXPECT_EQ(IntersectionText(p.lon, true), r.lon) << r.lat1 << "," << r.lon1;
+    } else {
+      const GeoPoint v = VectorIntersection(r.lat1, r.lon1, r.crs1, r.lat2, r.lon2, r.crs2);
+      EXPECT_NEAR(p.lat, v.lat, 1e-9);
+      EXPECT_NEAR(p.lon, v.lon, 1e-9);
+    }
+  }
+}
+
+TEST(RadialIntersection, AgreesWithTheVectorSolutionOnRandomCrossings) {
+  std::mt19937 rng(7);
+  std::uniform_real_distribution<double> lat(-60, 60), lon(-180, 180), d(0.5, 8), crs(0, 360);
+  int checked = 0;
+  while (checked < 500) {
+    const double lat1 = lat(rng), lon1 = lon(rng);
+    const double lat2 = std::clamp(lat1 + d(rng) * (rng() % 2 ? 1 : -1), -70.0, 70.0);
+    const double lon2 = lon1 + d(rng) * (rng() % 2 ? 1 : -1);
+    const double c1 = crs(rng), c2 = crs(rng);
+    const GeoPoint p = RadialIntersection(lat1, lon1, c1, lat2, lon2 > 180 ? lon2 - 360 : lon2 < -180 ? lon2 + 360 : lon2, c2);
+    if (IsUndefined(p.lat)) continue;
+    const GeoPoint v = VectorIntersection(lat1, lon1, c1, lat2, lon2, c2);
+    if (std::fabs(v.lat) > 89.9) continue;  // longitudes near a pole are ill-conditioned
+    ++checked;
+    EXPECT_NEAR(p.lat, v.lat, 1e-7) << lat1 << " " << lon1 << " " << c1 << " " << lat2 << " " << lon2 << " " << c2;
+    double dlon = std::fabs(p.lon - v.lon);
+    dlon = std::min(dlon, 360 - dlon);
+    EXPECT_LT(dlon, 1e-7) << lat1 << " " << lon1 << " " << c1 << " " << lat2 << " " << lon2 << " " << c2;
+  }
+}

@@ -1,0 +1,45 @@
+// libFuzzer target: the waypoint database reader on arbitrary bytes. A database that loads must
+// answer every lookup within its records, and the binary search must agree with the scan.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "services/NavDatabase.hpp"
+
+using namespace norvane;
+
+namespace {
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  NavDatabase db;
+  db.SetDBPath("fuzz/input.dat");
+  if (!db.LoadNavDBFromBytes({data, size})) {
+    Require(db.DBError() && db.Records().empty() && db.FindIdent("A").first == 0);
+    return 0;
+  }
+  Require(size_t(db.DBCount()) == db.Records().size());
+  (void)db.GetDBDisplayName();
+  // Identifiers to look up: those of a few records, and one made of the input's first bytes.
+  std::string probe(reinterpret_cast<const char*>(data), size < 5 ? size : 5);
+  const int32_t n = db.DBCount();
+  const int32_t picks[] = {1, n / 2 + 1, n};
+  for (int32_t pick : picks) {
+    const WaypointRecord& r = db.Record(pick);
+    (void)ListLine(r);
+    (void)TypeText(r);
+    const std::string ids[] = {IdentFromCode(RecordCode(r)), probe};
+    for (const std::string& id : ids) {
+      const IdentMatch m = db.FindIdent(id);
+      Require(m == db.FindIdentLinear(id));
+      if (m.first != 0) {
+        Require(m.first >= 1 && m.first <= m.last && m.last <= n);
+        for (int32_t i = m.first; i <= m.last; ++i) Require(RecordCode(db.Record(i)) == IdentCode(id));
+      }
+    }
+  }
+  return 0;
+}
