@@ -1,10 +1,143 @@
+#include <charconv>
+#include <cmath>
+#include <string>
+#include <vector>
+
 #include <CLI/CLI.hpp>
 
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
+#include "tools/UnitConversion.hpp"
 
 namespace norvane::cli {
+namespace {
 
-void RegisterToolCommands(CLI::App& /*app*/) {}
+constexpr double kMaxConvertValue = 99999999;
+
+std::string UnitTableHelp() {
+  std::string s = "Unit types and their units:\n";
+  for (const UnitType& t : UnitTable()) {
+    s += "  " + t.name + ":";
+    for (const UnitDef& u : t.units) s += " " + u.name;
+    s += "\n";
+  }
+  return s;
+}
+
+std::string Join(const std::vector<std::string>& items) {
+  std::string s;
+  for (const auto& i : items) s += (s.empty() ? "" : ", ") + i;
+  return s;
+}
+
+int RequireUnit(const char* option, int type, const std::string& name) {
+  if (const auto u = FindUnit(type, name)) return *u;
+  std::vector<std::string> names;
+  for (const UnitDef& d : UnitTable()[type].units) names.push_back(d.name);
+  throw UsageError(std::string(option) + ": \"" + name + "\" is not a unit of " + UnitTable()[type].name +
+                   " (" + Join(names) + ")");
+}
+
+double RequireNumber(const std::string& option, const std::string& text) {
+  const auto v = ParseNumber(text);
+  if (!v) throw UsageError(option + ": expected a number, got \"" + text + "\"");
+  return *v;
+}
+
+// Shortest text that reads back as v (59.99, not 59.990000000000002).
+std::string Shortest(double v) {
+  char buf[32];
+  const auto res = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, res.ptr);
+}
+
+// Applies one degree-converter box rule (the screen's check) to a command-line value.
+double CheckDegreeBox(const std::string& option, const std::string& text, DegreeFormat format, int box) {
+  const DegreeBoxRule rule = DegreeBoxRuleFor(format, box);
+  const double v = RequireNumber(option, text);
+  const std::string range = Shortest(rule.min) + " to " + Shortest(rule.max);
+  if (rule.integer && v != std::floor(v))
+    throw UsageError(option + ": expected a whole number from " + range + ", got \"" + text + "\"");
+  if (v < rule.min || v > rule.max)
+    throw UsageError(option + ": " + Shortest(v) + " is out of range (" + range + ")");
+  return v;
+}
+
+}  // namespace
+
+void RegisterToolCommands(CLI::App& app) {
+  struct ConvertOptions {
+    std::string type, from, to, value;
+  };
+  auto conv = std::make_shared<ConvertOptions>();
+  CLI::App* convert = app.add_subcommand(
+      "convert", "Convert a value between two units of one quantity, e.g.\n"
+                 "  norvane-cli convert --type \"Length-Distance\" --from nm --to km 100\n"
+                 "  norvane-cli convert --type Temperature --from \"°C\" --to \"°F\" 0");
+  convert->add_option("--type", conv->type, "Unit type, as listed below")->type_name("TYPE")->required();
+  convert->add_option("--from", conv->from, "Unit of VALUE, one of the type's units")->type_name("UNIT")->required();
+  convert->add_option("--to", conv->to, "Unit of the result, one of the type's units")->type_name("UNIT")->required();
+  convert->add_option("VALUE", conv->value, "Value to convert, -99999999 to 99999999")->type_name("NUMBER")->required();
+  convert->footer(UnitTableHelp() + "Type and unit names are matched exactly, or else ignoring case (NM is nm).");
+  convert->callback([conv] {
+    const auto type = FindUnitType(conv->type);
+    if (!type) {
+      std::vector<std::string> names;
+      for (const UnitType& t : UnitTable()) names.push_back(t.name);
+      throw UsageError("--type: unknown unit type \"" + conv->type + "\" (" + Join(names) + ")");
+    }
+    const int from = RequireUnit("--from", *type, conv->from);
+    const int to = RequireUnit("--to", *type, conv->to);
+    const double value = RequireNumber("VALUE", conv->value);
+    RequireRange("VALUE", value, -kMaxConvertValue, kMaxConvertValue);
+    const double result = ConvertUnits(*type, from, to, value);
+    ResultPrinter out;
+    out.Add("result", FormatConversionResult(result), result);
+    ExitStatus() = out.Print();
+  });
+
+  struct AngleOptions {
+    std::string d;
+    std::vector<std::string> dm, dms;
+  };
+  auto ang = std::make_shared<AngleOptions>();
+  CLI::App* angle = app.add_subcommand(
+      "angle", "Write an angle as decimal degrees (d), degrees and decimal minutes (dm) and degrees,\n"
+               "minutes and decimal seconds (dms). Give exactly one of --d, --dm, --dms.");
+  CLI::Option* d = angle->add_option("--d", ang->d, "Decimal degrees, 0 to 180")->type_name("V");
+  CLI::Option* dm = angle->add_option("--dm", ang->dm,
+                                      "Whole degrees 0 to 180 and decimal minutes 0 to 59.999999")
+                        ->type_name("D M")
+                        ->expected(2);
+  CLI::Option* dms = angle->add_option("--dms", ang->dms,
+                                       "Whole degrees 0 to 180, whole minutes 0 to 59 and decimal "
+                                       "seconds 0 to 59.99")
+                         ->type_name("D M S")
+                         ->expected(3);
+  d->excludes(dm)->excludes(dms);
+  dm->excludes(dms);
+  angle->callback([ang, d, dm, dms] {
+    double total = 0;
+    if (d->count()) {
+      total = DegreesTotal(DegreeFormat::D, CheckDegreeBox("--d", ang->d, DegreeFormat::D, 0), {}, {});
+    } else if (dm->count()) {
+      const double deg = CheckDegreeBox("--dm degrees", ang->dm[0], DegreeFormat::DM, 0);
+      const double min = CheckDegreeBox("--dm minutes", ang->dm[1], DegreeFormat::DM, 1);
+      total = DegreesTotal(DegreeFormat::DM, deg, min, {});
+    } else if (dms->count()) {
+      const double deg = CheckDegreeBox("--dms degrees", ang->dms[0], DegreeFormat::DMS, 0);
+      const double min = CheckDegreeBox("--dms minutes", ang->dms[1], DegreeFormat::DMS, 1);
+      const double sec = CheckDegreeBox("--dms seconds", ang->dms[2], DegreeFormat::DMS, 2);
+      total = DegreesTotal(DegreeFormat::DMS, deg, min, sec);
+    } else {
+      throw UsageError("angle: give one of --d V, --dm D M or --dms D M S");
+    }
+    ResultPrinter out;
+    out.Add("d", FormatDegreesD(total), total);
+    out.Add("dm", FormatDegreesDM(total));
+    out.Add("dms", FormatDegreesDMS(total));
+    ExitStatus() = out.Print();
+  });
+}
 
 }  // namespace norvane::cli

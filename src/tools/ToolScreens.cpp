@@ -1,7 +1,10 @@
 #include "app/ScreenRegistry.hpp"
+#include "tools/UnitConversionScreen.hpp"
 
 namespace norvane {
 
-void RegisterToolScreens(ScreenRegistry& /*registry*/) {}
+void RegisterToolScreens(ScreenRegistry& registry) {
+  registry.add(12, [] { return new UnitConversionScreen; });
+}
 
 }  // namespace norvane

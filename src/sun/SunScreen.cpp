@@ -1,0 +1,268 @@
+#include "sun/SunScreen.hpp"
+
+#include <algorithm>
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QDate>
+#include <QDateEdit>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "app/AppContext.hpp"
+#include "app/TextFormat.hpp"
+#include "app/UiHelpers.hpp"
+#include "sun/SunTimes.hpp"
+
+namespace norvane {
+namespace {
+
+// The offset bar spans every civil time zone in whole hours; the setting itself stays -12..12.
+constexpr int kMinLtOffset = -12, kMaxLtOffset = 14;
+
+BoxRule DegreesRule(int max) {
+  BoxRule r{KeyMode::UnsignedInt, 0, static_cast<double>(max)};
+  r.maxLength = max >= 100 ? 3 : 2;
+  return r;
+}
+
+BoxRule MinutesRule() {
+  BoxRule r{KeyMode::UnsignedInt, 0, 59};
+  r.allowEmpty = true;  // read as 0
+  r.maxLength = 2;
+  return r;
+}
+
+// One hemisphere pair in its own exclusive group, so that N/S and E/W do not exclude each other.
+void MakeHemisphere(QWidget* parent, QRadioButton* (&opt)[2], const char* name, const QString& a, const QString& b) {
+  auto* group = new QButtonGroup(parent);
+  opt[0] = new QRadioButton(a, parent);
+  opt[1] = new QRadioButton(b, parent);
+  for (int i = 0; i < 2; ++i) {
+    opt[i]->setObjectName(QStringLiteral("%1%2").arg(name).arg(i));
+    group->addButton(opt[i], i);
+  }
+  opt[0]->setChecked(true);
+}
+
+}  // namespace
+
+SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Sunrise and sunset"), parent) {
+  addBox(DegreesRule(89), tr("Latitude degrees (0 to 89)"));
+  addBox(MinutesRule(), tr("Latitude minutes (0 to 59)"));
+  addBox(DegreesRule(179), tr("Longitude degrees (0 to 179)"));
+  addBox(MinutesRule(), tr("Longitude minutes (0 to 59)"));
+  for (int i = 0; i < 4; ++i) box(i)->setFixedWidth(box(i)->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 16);
+
+  // Position: degrees and minutes with the hemisphere beside them.
+  auto* position = new QHBoxLayout;
+  const auto positionFrame = [&](const QString& caption, const char* frameName, int firstBox,
+                                 QRadioButton* (&opt)[2], const char* optName, const QString& a, const QString& b) {
+    QGroupBox* frame = makeFrame(caption, frameName);
+    auto* g = new QGridLayout(frame);
+    g->addWidget(makeCaption(tr("Deg"), QStringLiteral("lbllat%1").arg(firstBox)), 0, 0);
+    g->addWidget(makeCaption(tr("Min"), QStringLiteral("lbllat%1").arg(firstBox + 1)), 0, 1);
+    g->addWidget(box(firstBox), 1, 0);
+    g->addWidget(box(firstBox + 1), 1, 1);
+    MakeHemisphere(frame, opt, optName, a, b);
+    g->addWidget(opt[0], 0, 2);
+    g->addWidget(opt[1], 1, 2);
+    position->addWidget(frame);
+  };
+  positionFrame(tr("Latitude"), "FrameLat", 0, optLat_, "OptLat", tr("N"), tr("S"));
+  positionFrame(tr("Longitude"), "FrameLng", 2, optLng_, "OptLng", tr("E"), tr("W"));
+  contentLayout()->addLayout(position);
+
+  // Date and time system.
+  auto* when = new QHBoxLayout;
+  QGroupBox* frameDate = makeFrame(tr("Date"), "FrameDate");
+  auto* dl = new QVBoxLayout(frameDate);
+  dtPicker_ = new QDateEdit(frameDate);
+  dtPicker_->setObjectName("DTPicker");
+  dtPicker_->setCalendarPopup(true);
+  dtPicker_->setDisplayFormat(QStringLiteral("dd MMM yyyy"));
+  dtPicker_->setDateRange(QDate(1900, 1, 1), QDate(2100, 12, 31));
+  dtPicker_->setDate(QDate::currentDate());
+  dtPicker_->setToolTip(tr("Date of the events (the UTC date)"));
+  dl->addWidget(dtPicker_);
+  auto* dateColumn = new QVBoxLayout;
+  dateColumn->addWidget(frameDate);
+  cmdImportInitial_ = new QPushButton(tr("Import from database"), this);
+  cmdImportInitial_->setObjectName("cmdImportInitial");
+  cmdImportInitial_->setAutoDefault(false);
+  connect(cmdImportInitial_, &QPushButton::clicked, this, &SunScreen::importPosition);
+  dateColumn->addStretch();
+  dateColumn->addWidget(cmdImportInitial_);
+  when->addLayout(dateColumn);
+
+  QGroupBox* frameTime = makeFrame(tr("Time system"), "FrameUTCLT");
+  auto* tl = new QGridLayout(frameTime);
+  auto* ttGroup = new QButtonGroup(frameTime);
+  ttOpt_[0] = new QRadioButton(tr("UTC"), frameTime);
+  ttOpt_[1] = new QRadioButton(tr("LT"), frameTime);
+  for (int i = 0; i < 2; ++i) {
+    ttOpt_[i]->setObjectName(QStringLiteral("TTOpt%1").arg(i));
+    ttGroup->addButton(ttOpt_[i], i);
+    tl->addWidget(ttOpt_[i], 0, i);
+  }
+  ttOpt_[0]->setChecked(true);
+  ltOff_ = new QScrollBar(Qt::Horizontal, frameTime);
+  ltOff_->setObjectName("LTOff");
+  ltOff_->setRange(kMinLtOffset, kMaxLtOffset);
+  ltOff_->setSingleStep(1);
+  ltOff_->setPageStep(1);
+  ltOff_->setInvertedControls(false);  // QScrollBar inverts the keys by default: Right must add
+  ltOff_->setMinimumWidth(150);
+  ltOff_->setFocusPolicy(Qt::StrongFocus);  // reachable with Tab, moved with the arrow keys
+  ltOff_->setToolTip(tr("Local time offset from UTC in whole hours (-12 to +14)"));
+  ltOffsetLbl_ = new QLabel(frameTime);
+  ltOffsetLbl_->setObjectName("LTOffsetLbl");
+  ltOffsetLbl_->setMinimumWidth(ltOffsetLbl_->fontMetrics().horizontalAdvance(tr("Local time offset from UTC (h): %1").arg("-12")) + 8);
+  tl->addWidget(ltOffsetLbl_, 1, 0, 1, 2);
+  tl->addWidget(ltOff_, 2, 0, 1, 2);
+  when->addWidget(frameTime, 1);
+  contentLayout()->addLayout(when);
+
+  // Results: sunrise / sunset, and the twilight kind with dawn / dusk.
+  auto* results = new QHBoxLayout;
+  const char* captions[] = {"Sunrise", "Sunset", "Dawn", "Dusk"};
+  for (int i = 0; i < 4; ++i) dataR_[i] = makeResult(QStringLiteral("DataR%1").arg(i));
+  frameResults_ = makeFrame(QString(), "FrameResults");
+  auto* rl = new QGridLayout(frameResults_);
+  for (int i = 0; i < 2; ++i) {
+    rl->addWidget(makeCaption(tr(captions[i]), QStringLiteral("lbldata%1").arg(i)), i, 0);
+    rl->addWidget(dataR_[i], i, 1);
+  }
+  rl->setRowStretch(2, 1);
+  results->addWidget(frameResults_);
+
+  frameTwilight_ = makeFrame(QString(), "FrameTwilight");
+  auto* twl = new QGridLayout(frameTwilight_);
+  twCombo_ = new QComboBox(frameTwilight_);
+  twCombo_->setObjectName("TWCombo");
+  for (const char* name : kTwilightNames) twCombo_->addItem(tr(name));
+  twCombo_->setToolTip(tr("Civil: sun 6° below the horizon; nautical: 12°; astronomical: 18°"));
+  twl->addWidget(twCombo_, 0, 0, 1, 2);
+  for (int i = 2; i < 4; ++i) {
+    twl->addWidget(makeCaption(tr(captions[i]), QStringLiteral("lbldata%1").arg(i)), i - 1, 0);
+    twl->addWidget(dataR_[i], i - 1, 1);
+  }
+  results->addWidget(frameTwilight_);
+  contentLayout()->addLayout(results);
+
+  // Load: today's date, the first twilight kind, the offset from the settings.
+  twCombo_->setCurrentIndex(0);
+  const int offset = std::clamp<int>(App().settings.LTOffset, kMinLtOffset, kMaxLtOffset);
+  ltOff_->setValue(offset);
+  ltOffsetChanged(offset);
+  timeSystemChanged();
+  const bool db = databaseAvailable();
+  cmdImportInitial_->setEnabled(db);
+  cmdImportInitial_->setToolTip(db ? tr("Take the position of a waypoint of the active database")
+                                   : tr("No active waypoint database: choose one from the main menu or in "
+                                        "Options and default"));
+
+  for (QRadioButton* o : {optLat_[0], optLat_[1], optLng_[0], optLng_[1]})
+    connect(o, &QRadioButton::toggled, this, [this](bool on) {
+      if (on) optionChanged();
+    });
+  connect(ttOpt_[1], &QRadioButton::toggled, this, [this] {
+    timeSystemChanged();
+    optionChanged();
+  });
+  connect(ltOff_, &QScrollBar::valueChanged, this, [this](int v) {
+    ltOffsetChanged(v);
+    if (ttOpt_[1]->isChecked()) optionChanged();
+  });
+  connect(twCombo_, &QComboBox::currentIndexChanged, this, &SunScreen::optionChanged);
+  connect(dtPicker_, &QDateEdit::dateChanged, this, &SunScreen::optionChanged);
+
+  setTabOrder(box(0), box(1));
+  setTabOrder(box(1), optLat_[0]);
+  setTabOrder(optLat_[0], box(2));
+  setTabOrder(box(2), box(3));
+  setTabOrder(box(3), optLng_[0]);
+  setTabOrder(optLng_[0], cmdImportInitial_);
+  setTabOrder(cmdImportInitial_, dtPicker_);
+  setTabOrder(dtPicker_, ttOpt_[0]);
+  setTabOrder(ttOpt_[0], ltOff_);
+  setTabOrder(ltOff_, twCombo_);
+  setTabOrder(twCombo_, calculateButton());
+  setTabOrder(calculateButton(), closeButton());
+}
+
+bool SunScreen::calculate() {
+  const double lat = box(0)->value() + box(1)->value() / 60;  // an empty minutes box reads 0
+  const double lon = box(2)->value() + box(3)->value() / 60;
+  SunQuery q;
+  q.latitudeDeg = optLat_[1]->isChecked() ? -lat : lat;
+  q.longitudeDeg = optLng_[1]->isChecked() ? -lon : lon;
+  const QDate d = dtPicker_->date();
+  q.day = static_cast<int16_t>(d.day());
+  q.month = static_cast<int16_t>(d.month());
+  q.year = static_cast<int16_t>(d.year());
+  q.localTime = ttOpt_[1]->isChecked();
+  q.ltOffsetHours = ltOff_->value();
+  q.twilightIndex = twCombo_->currentIndex();
+
+  const SunTexts t = CalculateSunTimes(q);
+  dataR_[0]->setText(Q(t.sunrise));
+  dataR_[1]->setText(Q(t.sunset));
+  dataR_[2]->setText(Q(t.dawn));
+  dataR_[3]->setText(Q(t.dusk));
+  showError(Q(t.message));
+  return t.calculated;
+}
+
+void SunScreen::boxEdited(int /*index*/) { ClearResetData(); }
+
+void SunScreen::optionChanged() {
+  if (calculated()) {
+    runCalculate();
+  } else if (resultsShown()) {
+    // "Permanent day/night" does not arm the live recalculation; its "None" must not stay on
+    // screen for a place or date it was not computed for.
+    ClearResetData();
+  }
+}
+
+void SunScreen::timeSystemChanged() {
+  const bool lt = ttOpt_[1]->isChecked();
+  frameResults_->setTitle(lt ? tr("Sunrise/Sunset (Local time)") : tr("Sunrise/Sunset (UTC)"));
+  frameTwilight_->setTitle(lt ? tr("Twilight (Local time)") : tr("Twilight (UTC)"));
+}
+
+void SunScreen::ltOffsetChanged(int value) {
+  ltOffsetLbl_->setText(tr("Local time offset from UTC (h): %1").arg(Q(SignedText(value))));
+}
+
+bool SunScreen::databaseAvailable() const {
+  return Hooks().databaseDisplayName && !Hooks().databaseDisplayName().isEmpty();
+}
+
+void SunScreen::importPosition() {
+  // The waypoint search dialog is not part of this build yet: say why nothing can be imported.
+  if (!databaseAvailable()) {
+    showError(tr("No active waypoint database"));
+    return;
+  }
+  showError(tr("Waypoint search is not available in this build"));
+}
+
+void SunScreen::prepareScreenshot() {
+  // London Heathrow, 51°28' N 0°27' W.
+  box(0)->setText(QStringLiteral("51"));
+  box(1)->setText(QStringLiteral("28"));
+  box(2)->setText(QStringLiteral("0"));
+  box(3)->setText(QStringLiteral("27"));
+  optLng_[1]->setChecked(true);
+  runCalculate();
+}
+
+}  // namespace norvane

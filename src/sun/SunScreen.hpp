@@ -1,0 +1,48 @@
+#pragma once
+// frmData11 "Sunrise and sunset": sunrise, sunset and dawn / dusk of a chosen twilight kind for one
+// place and date, in UTC or local time. After a first successful calculation, a change of
+// hemisphere, date, time system, offset or twilight kind recomputes at once.
+
+#include "app/CalculatorScreen.hpp"
+
+class QComboBox;
+class QDateEdit;
+class QRadioButton;
+class QScrollBar;
+
+namespace norvane {
+
+class SunScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  explicit SunScreen(QWidget* parent = nullptr);
+  void prepareScreenshot() override;
+
+  // Empties the four results and the error label and clears the Calculated flag.
+  void ClearResetData() { clearData(); }
+
+ protected:
+  bool calculate() override;
+  void boxEdited(int index) override;
+
+ private:
+  void optionChanged();
+  void timeSystemChanged();
+  void ltOffsetChanged(int value);
+  void importPosition();
+  bool databaseAvailable() const;
+
+  QRadioButton* optLat_[2];
+  QRadioButton* optLng_[2];
+  QDateEdit* dtPicker_;
+  QRadioButton* ttOpt_[2];
+  QScrollBar* ltOff_;
+  QLabel* ltOffsetLbl_;
+  QComboBox* twCombo_;
+  QGroupBox* frameResults_;
+  QGroupBox* frameTwilight_;
+  QLabel* dataR_[4];
+  QPushButton* cmdImportInitial_;
+};
+
+}  // namespace norvane

@@ -1,0 +1,231 @@
+#include "tools/UnitConversionScreen.hpp"
+
+#include <algorithm>
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+namespace {
+
+constexpr int kValueBox = 0;
+constexpr int kFirstDegreeBox = 1;  // boxes 1, 2, 3: degrees, minutes, seconds
+
+BoxRule ValueRule() {
+  BoxRule r{KeyMode::SignedReal, -99999999, 99999999};
+  r.maxLength = 16;
+  return r;
+}
+
+// The screen's box rule for degree-converter box `i` (0 degrees, 1 minutes, 2 seconds).
+BoxRule DegreeRule(DegreeFormat format, int i) {
+  const DegreeBoxRule d = DegreeBoxRuleFor(format, i);
+  BoxRule r{d.integer ? KeyMode::UnsignedInt : KeyMode::UnsignedReal, d.min, d.max};
+  r.allowEmpty = d.allowEmpty;
+  r.maxLength = d.integer ? 3 : 12;
+  return r;
+}
+
+}  // namespace
+
+UnitConversionScreen::UnitConversionScreen(QWidget* parent)
+    : CalculatorScreen(12, "frmData12", tr("Unit conversions"), parent) {
+  setLive(true);
+  addBox(ValueRule(), tr("Value to convert (-99999999 to 99999999)"));
+  for (int i = 0; i < 3; ++i) addBox(DegreeRule(DegreeFormat::D, i));
+
+  auto* columns = new QHBoxLayout;
+  QGroupBox* frameUT = makeFrame(tr("Unit type selector"), "FrameUT");
+  auto* utl = new QVBoxLayout(frameUT);
+  listUT_ = new QListWidget(frameUT);
+  listUT_->setObjectName("ListUT");
+  for (const UnitType& t : UnitTable()) listUT_->addItem(Q(t.name));
+  listUT_->setSelectionMode(QAbstractItemView::SingleSelection);
+  // Tall enough for all twelve types without a scroll bar.
+  listUT_->setFixedHeight(listUT_->sizeHintForRow(0) * listUT_->count() + 2 * listUT_->frameWidth() + 4);
+  int widest = 0;
+  for (const UnitType& t : UnitTable()) widest = std::max(widest, listUT_->fontMetrics().horizontalAdvance(Q(t.name)));
+  listUT_->setFixedWidth(widest + 2 * listUT_->frameWidth() + 24);
+  utl->addWidget(listUT_);
+  utl->addStretch();
+  columns->addWidget(frameUT);
+
+  auto* right = new QVBoxLayout;
+  frameUC_ = makeFrame(QString(), "FrameUC");
+  auto* ucl = new QGridLayout(frameUC_);
+  ucl->addWidget(makeCaption(tr("Value"), "lblValue"), 0, 0);
+  ucl->addWidget(box(kValueBox), 0, 1, 1, 3);
+  fCmb_ = new QComboBox(frameUC_);
+  fCmb_->setObjectName("FCmb");
+  tCmb_ = new QComboBox(frameUC_);
+  tCmb_->setObjectName("TCmb");
+  for (QComboBox* c : {fCmb_, tCmb_}) c->setMinimumContentsLength(8);
+  ucl->addWidget(makeCaption(tr("From"), "lblFrom"), 1, 0);
+  ucl->addWidget(fCmb_, 1, 1);
+  ucl->addWidget(makeCaption(tr("To"), "lblTo"), 1, 2);
+  ucl->addWidget(tCmb_, 1, 3);
+  dataR_ = makeResult("DataR", tr("Converted value"));
+  ucl->addWidget(makeCaption(tr("Result"), "lblResult"), 2, 0);
+  ucl->addWidget(dataR_, 2, 1, 1, 3);
+  right->addWidget(frameUC_);
+
+  QGroupBox* frameDeg = makeFrame(tr("Degrees converter"), "FrameDeg");
+  auto* dgl = new QGridLayout(frameDeg);
+  auto* dinGroup = new QButtonGroup(frameDeg);
+  auto* dinRow = new QHBoxLayout;
+  const char* formats[] = {"D", "D-M", "D-M-S"};
+  for (int i = 0; i < 3; ++i) {
+    optDin_[i] = new QRadioButton(tr(formats[i]), frameDeg);
+    optDin_[i]->setObjectName(QStringLiteral("OptDin%1").arg(i));
+    dinGroup->addButton(optDin_[i], i);
+    dinRow->addWidget(optDin_[i]);
+  }
+  dinRow->addStretch();
+  dgl->addLayout(dinRow, 0, 0, 1, 2);
+  for (int i = 0; i < 3; ++i) {
+    degCaption_[i] = makeCaption(QString(), QStringLiteral("lblDeg%1").arg(i + 1));
+    // Room for the longest caption of every format, so switching does not resize the window.
+    degCaption_[i]->setMinimumWidth(degCaption_[i]->fontMetrics().horizontalAdvance(tr("Decimal degrees (0 to 180)")) + 4);
+    dgl->addWidget(degCaption_[i], i + 1, 0);
+    dgl->addWidget(box(kFirstDegreeBox + i), i + 1, 1);
+  }
+  labelDC1_ = makeResult("LabelDC1");
+  labelDC2_ = makeResult("LabelDC2");
+  for (QLabel* l : {labelDC1_, labelDC2_})
+    l->setMinimumWidth(l->fontMetrics().horizontalAdvance(QStringLiteral("180 59 59.9999 ")) + 16);
+  for (int i = 0; i < 2; ++i) {
+    dcCaption_[i] = makeCaption(QString(), QStringLiteral("lblDC%1").arg(i + 1));
+    dgl->addWidget(dcCaption_[i], 4 + i, 0);
+  }
+  dgl->addWidget(labelDC1_, 4, 1);
+  dgl->addWidget(labelDC2_, 5, 1);
+  right->addWidget(frameDeg);
+  right->addStretch();
+  columns->addLayout(right, 1);
+  contentLayout()->addLayout(columns);
+
+  connect(listUT_, &QListWidget::currentRowChanged, this, &UnitConversionScreen::unitTypeChosen);
+  connect(fCmb_, &QComboBox::currentIndexChanged, this, &UnitConversionScreen::ConvertUnits);
+  connect(tCmb_, &QComboBox::currentIndexChanged, this, &UnitConversionScreen::ConvertUnits);
+  connect(dinGroup, &QButtonGroup::idClicked, this,
+          [this](int id) { degreeFormatChosen(static_cast<DegreeFormat>(id)); });
+
+  setTabOrder(listUT_, box(kValueBox));
+  setTabOrder(box(kValueBox), fCmb_);
+  setTabOrder(fCmb_, tCmb_);
+  setTabOrder(tCmb_, optDin_[0]);
+  setTabOrder(optDin_[0], box(1));
+  setTabOrder(box(1), box(2));
+  setTabOrder(box(2), box(3));
+  setTabOrder(box(3), closeButton());
+
+  // Load: the first unit type and the "D" input format.
+  listUT_->setCurrentRow(0);
+  optDin_[0]->setChecked(true);
+  degreeFormatChosen(DegreeFormat::D);
+}
+
+DegreeFormat UnitConversionScreen::degreeFormat() const {
+  for (int i = 0; i < 3; ++i)
+    if (optDin_[i]->isChecked()) return static_cast<DegreeFormat>(i);
+  return DegreeFormat::D;
+}
+
+void UnitConversionScreen::unitTypeChosen(int type) {
+  if (type < 0 || type >= static_cast<int>(UnitTable().size())) return;
+  const UnitType& t = UnitTable()[type];
+  frameUC_->setTitle(Q(t.name));
+  for (QComboBox* c : {fCmb_, tCmb_}) {
+    const QSignalBlocker block(c);
+    c->clear();
+    for (const UnitDef& u : t.units) c->addItem(Q(u.name));
+  }
+  // From the first unit to the second: a conversion that shows something for any value.
+  fCmb_->setCurrentIndex(0);
+  tCmb_->setCurrentIndex(1);
+  box(kValueBox)->clear();  // invalid until a value is typed: the result stays empty
+  dataR_->clear();
+}
+
+void UnitConversionScreen::ConvertUnits() {
+  InputBox* value = box(kValueBox);
+  if (!value->isValid() || value->isEmpty() || fCmb_->currentIndex() < 0 || tCmb_->currentIndex() < 0) {
+    dataR_->clear();
+    return;
+  }
+  const double result = norvane::ConvertUnits(listUT_->currentRow(), fCmb_->currentIndex(), tCmb_->currentIndex(),
+                                              value->value());
+  dataR_->setText(Q(FormatConversionResult(result)));
+}
+
+void UnitConversionScreen::degreeFormatChosen(DegreeFormat format) {
+  for (int i = 0; i < 3; ++i) {
+    const DegreeBoxRule d = DegreeBoxRuleFor(format, i);
+    InputBox* b = box(kFirstDegreeBox + i);
+    degCaption_[i]->setText(tr(d.caption.c_str()));
+    degCaption_[i]->setVisible(d.shown);
+    b->setVisible(d.shown);
+    b->setToolTip(tr(d.caption.c_str()));
+    b->setRule(DegreeRule(format, i));  // re-validates the text under the new check
+    setInputValid(kFirstDegreeBox + i, b->isValid() || !d.shown);
+  }
+  // The two result forms are the ones that are not the input format.
+  static const char* const kForms[] = {"In D", "In D-M", "In D-M-S"};
+  const int input = static_cast<int>(format);
+  dcCaption_[0]->setText(tr(kForms[input == 0 ? 1 : 0]));
+  dcCaption_[1]->setText(tr(kForms[input == 2 ? 1 : 2]));
+  ConvertDegrees();
+}
+
+void UnitConversionScreen::ConvertDegrees() {
+  const DegreeFormat format = degreeFormat();
+  bool valid = !box(kFirstDegreeBox)->isEmpty();
+  for (int i = 0; i < 3; ++i)
+    if (DegreeBoxRuleFor(format, i).shown && !box(kFirstDegreeBox + i)->isValid()) valid = false;
+  if (!valid) {
+    labelDC1_->clear();
+    labelDC2_->clear();
+    return;
+  }
+  const auto optional = [this](int i) -> std::optional<double> {
+    InputBox* b = box(kFirstDegreeBox + i);
+    return b->isEmpty() ? std::nullopt : std::optional<double>(b->value());
+  };
+  const double total = DegreesTotal(format, box(kFirstDegreeBox)->value(), optional(1), optional(2));
+  const DegreeTexts t = norvane::ConvertDegrees(format, total);
+  labelDC1_->setText(Q(t.first));
+  labelDC2_->setText(Q(t.second));
+}
+
+void UnitConversionScreen::boxEdited(int index) {
+  if (index == kValueBox) {
+    ConvertUnits();
+  } else {
+    // A hidden box never blocks: only the boxes of the chosen format count.
+    const bool shown = DegreeBoxRuleFor(degreeFormat(), index - kFirstDegreeBox).shown;
+    if (!shown) setInputValid(index, true);
+    ConvertDegrees();
+  }
+}
+
+void UnitConversionScreen::prepareScreenshot() {
+  listUT_->setCurrentRow(9);  // Speed
+  box(kValueBox)->setText(QStringLiteral("100"));
+  optDin_[2]->setChecked(true);
+  degreeFormatChosen(DegreeFormat::DMS);
+  box(1)->setText(QStringLiteral("45"));
+  box(2)->setText(QStringLiteral("30"));
+  box(3)->setText(QStringLiteral("15.5"));
+}
+
+}  // namespace norvane

@@ -1,0 +1,46 @@
+#pragma once
+// frmData12 "Unit conversions": a value between units of one quantity, and an angle between
+// decimal degrees, degrees-minutes and degrees-minutes-seconds. Both work live: every valid edit
+// and every change of unit or format converts at once; there is no Calculate button.
+
+#include "app/CalculatorScreen.hpp"
+#include "tools/UnitConversion.hpp"
+
+class QComboBox;
+class QListWidget;
+class QRadioButton;
+
+namespace norvane {
+
+class UnitConversionScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  explicit UnitConversionScreen(QWidget* parent = nullptr);
+  void prepareScreenshot() override;
+
+  // Converts InBox0 between the chosen units and writes DataR (emptied while the box is invalid).
+  void ConvertUnits();
+  // Converts the degree boxes and writes LabelDC1 / LabelDC2 (emptied while a shown box is invalid).
+  void ConvertDegrees();
+
+ protected:
+  void boxEdited(int index) override;
+
+ private:
+  void unitTypeChosen(int type);
+  void degreeFormatChosen(DegreeFormat format);
+  DegreeFormat degreeFormat() const;
+
+  QListWidget* listUT_;
+  QGroupBox* frameUC_;
+  QComboBox* fCmb_;
+  QComboBox* tCmb_;
+  QLabel* dataR_;
+  QRadioButton* optDin_[3];
+  QLabel* degCaption_[3];
+  QLabel* dcCaption_[2];
+  QLabel* labelDC1_;
+  QLabel* labelDC2_;
+};
+
+}  // namespace norvane

@@ -1,0 +1,57 @@
+#pragma once
+// Runs a program with arguments (no shell interpretation of the arguments) and captures its
+// standard output, standard error and exit status. For end-to-end tests of norvane-cli.
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <sys/wait.h>
+
+namespace norvane::test {
+
+struct ProcessResult {
+  int status = -1;
+  std::string out, err;
+};
+
+inline std::string ShellQuote(const std::string& s) {
+  std::string q = "'";
+  for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return q + "'";
+}
+
+inline std::string ReadWhole(const std::filesystem::path& p) {
+  std::ifstream in(p, std::ios::binary);
+  std::ostringstream ss;
+  ss << in.rdbuf();
+  return ss.str();
+}
+
+inline ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& args) {
+  namespace fs = std::filesystem;
+  // Unique per call, also across test processes that CTest runs in parallel.
+  static std::mt19937_64 rng{std::random_device{}()};
+  const fs::path dir = fs::temp_directory_path();
+  const std::string stem = "norvane-run-" + std::to_string(rng());
+  const fs::path outFile = dir / (stem + ".out"), errFile = dir / (stem + ".err");
+  std::string cmd = ShellQuote(program);
+  for (const auto& a : args) cmd += " " + ShellQuote(a);
+  cmd += " >" + ShellQuote(outFile.string()) + " 2>" + ShellQuote(errFile.string()) + " </dev/null";
+  const int raw = std::system(cmd.c_str());
+  ProcessResult r;
+  r.status = raw != -1 && WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  r.out = ReadWhole(outFile);
+  r.err = ReadWhole(errFile);
+  std::error_code ec;
+  fs::remove(outFile, ec);
+  fs::remove(errFile, ec);
+  return r;
+}
+
+}  // namespace norvane::test
