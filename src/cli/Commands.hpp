@@ -13,5 +13,6 @@ void RegisterManoeuvreCommands(CLI::App& app);    // wind turn holding
 void RegisterSunCommands(CLI::App& app);          // sun
 void RegisterToolCommands(CLI::App& app);         // convert angle
 void RegisterServiceCommands(CLI::App& app);      // navdb weather
+void RegisterWeatherCommand(CLI::App& app);       // weather (WeatherCommand.cpp)
 
 }  // namespace norvane::cli

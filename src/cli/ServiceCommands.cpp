@@ -5,6 +5,6 @@
 
 namespace norvane::cli {
 
-void RegisterServiceCommands(CLI::App& /*app*/) {}
+void RegisterServiceCommands(CLI::App& app) { RegisterWeatherCommand(app); }
 
 }  // namespace norvane::cli
