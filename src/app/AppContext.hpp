@@ -1,0 +1,54 @@
+#pragma once
+// Process-wide state of the desktop program: set once at start-up, read by every screen.
+
+#include <QString>
+#include <functional>
+#include <string>
+
+#include "app/Settings.hpp"
+
+class QWidget;
+
+namespace norvane {
+
+class MainMenu;
+
+struct AppContext {
+  std::string appPath;       // program folder, ends with the separator (Norvane.ini lives here)
+  char16_t decimalSep = u'.';
+  Settings settings;
+  MainMenu* menu = nullptr;  // the main menu, when it exists
+
+  std::string settingsFile() const { return appPath + kSettingsFileName; }
+};
+
+// The one context of this process.
+AppContext& App();
+
+// Seams for services that live outside the shell. Each is optional: an unset hook means the
+// service is not part of this build, and the shell behaves as if no database / no update
+// service existed.
+struct ShellHooks {
+  // Waypoint database. check: validate the file named by the path (start-up, before the menu is
+  // shown). load: read the checked file into memory (first timer tick). open: check + load a file
+  // the user chose. All return true on success. displayName: the active database's label text.
+  std::function<bool(const std::string& path)> checkDatabase;
+  std::function<bool()> loadDatabase;
+  std::function<bool(const std::string& path)> openDatabase;
+  std::function<QString()> databaseDisplayName;
+  // A sensible database to offer when the settings name none (e.g. the shipped sample).
+  std::function<std::string()> defaultDatabasePath;
+
+  // Start-up housekeeping after the settings are read (e.g. removing a left-over Norvane.bak).
+  std::function<void()> afterSettingsRead;
+  // First tick of the menu timer, after the database label: the daily update check. Returns true
+  // when the program should end (an update was installed).
+  std::function<bool(QWidget* menu)> firstTickUpdateCheck;
+  // Adds the update part to the About box; returns true when the user asked to update now.
+  std::function<void(QWidget* aboutDialog)> decorateAbout;
+  // Runs the update dialog modally; returns true when the executable was replaced.
+  std::function<bool(QWidget* parent)> runUpdate;
+};
+ShellHooks& Hooks();
+
+}  // namespace norvane

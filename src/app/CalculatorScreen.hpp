@@ -1,0 +1,115 @@
+#pragma once
+// The behaviour every calculator screen shares, written once.
+//
+// A screen derives from CalculatorScreen, declares its input boxes with addBox() (index order is
+// the box table's order), creates its result labels with makeResult(), lays out its controls in
+// contentLayout() and implements calculate(). It then gets, without further code:
+//   - live validation of every box on every change, green / dark-red text;
+//   - Calculate ("cmdCalculate") enabled, with a light-green background, only while every box is
+//     valid (the InputValid flags);
+//   - results and the error label cleared on any edit (boxEdited() may narrow that);
+//   - Enter anywhere moving the focus to the next control, never computing; Esc closes;
+//   - select-all when a box gets the focus;
+//   - the Calculated flag: recalculateIfCalculated() recomputes after an option change;
+//   - "Exit" ("cmdClose"), and on close the unloaded() signal the menu uses to return the
+//     screen's item to idle.
+// Screens without a Calculate button (live screens) call setLive(true) and compute in
+// boxEdited() / option handlers.
+//
+// Names: the screen's objectName() is its form name ("frmData0"); boxes are "InBox<i>"; the
+// error label is "lblError"; result labels take the name given to makeResult() ("dataR0").
+
+#include <QWidget>
+#include <vector>
+
+#include "app/InputBox.hpp"
+
+class QBoxLayout;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+class QHBoxLayout;
+class QGroupBox;
+
+namespace norvane {
+
+class CalculatorScreen : public QWidget {
+  Q_OBJECT
+ public:
+  CalculatorScreen(int menuIndex, const QString& formName, const QString& caption, QWidget* parent = nullptr);
+
+  int menuIndex() const { return menuIndex_; }
+  bool calculated() const { return calculated_; }
+  bool resultsShown() const { return resultsShown_; }
+  int boxCount() const { return static_cast<int>(boxes_.size()); }
+  InputBox* box(int i) const { return boxes_.at(i); }
+  QPushButton* calculateButton() const { return cmdCalculate_; }
+  QPushButton* closeButton() const { return cmdClose_; }
+  QLabel* errorLabel() const { return lblError_; }
+
+  // True when every InputValid flag is set.
+  bool allInputsValid() const;
+  // Sets one InputValid flag directly (e.g. a hidden box that must not block Calculate).
+  void setInputValid(int index, bool valid);
+
+  // Runs Calculate if every box is valid (the button's click).
+  void runCalculate();
+  // Recomputes when results of a successful calculation are on screen.
+  void recalculateIfCalculated();
+  // Puts the screen in a state worth a screenshot (default: calculate when possible).
+  virtual void prepareScreenshot();
+
+ signals:
+  void unloaded(int menuIndex);
+
+ protected:
+  // Computes and writes the results; returns true on success (sets the Calculated flag).
+  // Not called while any box is invalid.
+  virtual bool calculate() { return false; }
+  // Clears every result label made by makeResult() and the error label; clears Calculated.
+  virtual void clearData();
+  // Called after box `index` changed and was validated. Default: clear the results when shown.
+  virtual void boxEdited(int index);
+
+  InputBox* addBox(const BoxRule& rule, const QString& toolTip = {}, const QString& text = {});
+  // A result label registered for clearing, named `name`.
+  QLabel* makeResult(const QString& name, const QString& toolTip = {});
+  // A caption label for a box or result.
+  QLabel* makeCaption(const QString& text, const QString& name = {});
+  QGroupBox* makeFrame(const QString& caption, const QString& name = {});
+
+  QVBoxLayout* contentLayout() const { return content_; }
+  void setHelpText(const QString& text);
+  void setLive(bool live);
+  void showError(const QString& text);
+  void markCalculated(bool on) { calculated_ = on; }
+  void setResultsShown(bool on) { resultsShown_ = on; }
+  void updateCalculateState();
+  int unitSystem() const { return unitSystem_; }
+  void setUnitSystem(int s) { unitSystem_ = s; }
+
+  void showEvent(QShowEvent* e) override;
+  void closeEvent(QCloseEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void onBoxChanged(int index);
+  void installEnterFilter();
+
+  int menuIndex_;
+  int unitSystem_ = 0;
+  bool calculated_ = false;
+  bool resultsShown_ = false;
+  bool live_ = false;
+  std::vector<InputBox*> boxes_;
+  std::vector<bool> inputValid_;
+  std::vector<QLabel*> results_;
+  QLabel* lblHelp_ = nullptr;
+  QVBoxLayout* content_ = nullptr;
+  QLabel* lblError_ = nullptr;
+  QPushButton* cmdCalculate_ = nullptr;
+  QPushButton* cmdClose_ = nullptr;
+};
+
+}  // namespace norvane

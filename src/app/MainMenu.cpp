@@ -1,0 +1,348 @@
+#include "app/MainMenu.hpp"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "app/AboutDialog.hpp"
+#include "app/AppContext.hpp"
+#include "app/CalculatorScreen.hpp"
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+
+const std::array<const char*, MainMenu::kItemCount> MainMenu::kCaptions = {
+    "Atmosphere data",       "Speed calculations",        "Changeover level",     "Descent calculator",
+    "Density altitude",      "Wind calculations",         "Turn parameters",      "Tracks and distance",
+    "Point from track-distance", "Radial intersection",   "Magnetic variation",   "Sunrise and sunset",
+    "Unit conversions",      "Stall speed calculation",   "Racetrack calculator", "Holding entry calculator",
+    "Tiny math calculator",  "Airport weather",           "Aviation data links",  "Options and default",
+};
+
+// One menu entry: a coloured frame (menushape<k>) holding its caption (menutitle<k>).
+class MenuItem : public QFrame {
+ public:
+  MenuItem(int index, const QString& caption, QWidget* parent) : QFrame(parent), index_(index) {
+    setObjectName(QStringLiteral("menushape%1").arg(index));
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setCursor(Qt::PointingHandCursor);
+    auto* l = new QHBoxLayout(this);
+    l->setContentsMargins(8, 4, 8, 4);
+    title_ = new QLabel(caption, this);
+    title_->setObjectName(QStringLiteral("menutitle%1").arg(index));
+    l->addWidget(title_);
+    setMinimumHeight(title_->sizeHint().height() + 12);
+    setMouseTracking(true);
+    title_->setMouseTracking(true);
+  }
+  int index() const { return index_; }
+  QLabel* title() const { return title_; }
+  void setColor(const QColor& c) {
+    color_ = c;
+    SetBackground(this, c);
+    SetBackground(title_, c);
+  }
+  QColor color() const { return color_; }
+
+ private:
+  int index_;
+  QLabel* title_;
+  QColor color_;
+};
+
+MainMenu::MainMenu(const ScreenRegistry& registry, QWidget* parent) : QWidget(parent), registry_(registry) {
+  setObjectName("frmMenu");
+  setWindowTitle("Norvane");
+  setFocusPolicy(Qt::StrongFocus);
+  App().menu = this;
+
+  auto* root = new QVBoxLayout(this);
+  root->setSizeConstraint(QLayout::SetFixedSize);
+  auto* grid = new QGridLayout;
+  grid->setHorizontalSpacing(6);
+  grid->setVerticalSpacing(4);
+  for (int k = 0; k < kItemCount; ++k) {
+    auto* item = new MenuItem(k, tr(kCaptions[k]), this);
+    item->setMinimumWidth(200);
+    item->installEventFilter(this);
+    item->title()->installEventFilter(this);
+    if (!registry_.has(k)) {
+      item->setToolTip(tr("Not available in this version"));
+      item->title()->setEnabled(false);
+      item->setCursor(Qt::ArrowCursor);
+    }
+    items_[k] = item;
+    grid->addWidget(item, k % 10, k / 10);
+    item->setColor(kMenuIdle);
+  }
+  root->addLayout(grid);
+
+  auto* bottom = new QHBoxLayout;
+  auto* frameDB = new QGroupBox(tr("Set waypoint database"), this);
+  frameDB->setObjectName("FrameNavDB");
+  auto* dbLayout = new QHBoxLayout(frameDB);
+  labelDB_ = new QLabel(tr("No active Waypoint Database"), frameDB);
+  labelDB_->setObjectName("LabelDB");
+  labelDB_->setCursor(Qt::PointingHandCursor);
+  labelDB_->setToolTip(tr("Click to choose the waypoint database"));
+  labelDB_->installEventFilter(this);
+  dbLayout->addWidget(labelDB_);
+  bottom->addWidget(frameDB, 1);
+  auto* frameVersion = new QGroupBox(this);
+  frameVersion->setObjectName("FrameVersion");
+  auto* vLayout = new QHBoxLayout(frameVersion);
+  labelVersion_ = new QLabel(tr("Version %1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')),
+                             frameVersion);
+  labelVersion_->setObjectName("LabelVersion");
+  labelVersion_->setToolTip(tr("Information and update"));
+  labelVersion_->setCursor(Qt::PointingHandCursor);
+  labelVersion_->installEventFilter(this);
+  vLayout->addWidget(labelVersion_);
+  bottom->addWidget(frameVersion);
+  root->addLayout(bottom);
+
+  setMouseTracking(true);
+  timer_ = new QTimer(this);
+  timer_->setObjectName("Norvane_Timer");
+  timer_->setInterval(100);
+  connect(timer_, &QTimer::timeout, this, &MainMenu::onTick);
+  timer_->start();
+  lastMenuPos_ = pos();
+}
+
+MainMenu::~MainMenu() {
+  if (App().menu == this) App().menu = nullptr;
+}
+
+void MainMenu::setItemColor(int k, const QColor& c) {
+  if (k >= 0 && k < kItemCount) items_[k]->setColor(c);
+}
+
+QColor MainMenu::itemColor(int k) const { return items_[k]->color(); }
+
+void MainMenu::highlight(int k, bool byKeyboard) {
+  if (hiIndex_ >= 0 && hiIndex_ != k && hiIndex_ != currentForm_) setItemColor(hiIndex_, kMenuIdle);
+  hiIndex_ = k;
+  hiByMouse_ = !byKeyboard;
+  if (k >= 0 && k != currentForm_) setItemColor(k, kMenuHighlight);
+}
+
+void MainMenu::chooseItem(int k) {
+  if (k < 0 || k >= kItemCount || lastPressNotLeft_ || k == currentForm_) return;
+  if (!registry_.has(k)) return;  // not built in this version: the item opens nothing
+  if (screen_) screen_->close();  // its unload returns its item to idle
+  setItemColor(k, kMenuOpen);
+  currentForm_ = k;
+  if ((k >= 7 && k <= 11) || k == 19) labelDB_->setEnabled(false);
+  screen_ = registry_.create(k);
+  connect(screen_, &CalculatorScreen::unloaded, this, &MainMenu::onScreenUnloaded);
+  const QRect menuFrame = frameGeometry();
+  screen_->move(menuFrame.left() + menuFrame.width(), menuFrame.top());
+  if (!minimized_) screen_->show();
+  emit screenOpened(k);
+}
+
+void MainMenu::onScreenUnloaded(int k) {
+  setItemColor(k, kMenuIdle);
+  if (currentForm_ == k) {
+    currentForm_ = -1;
+    screen_ = nullptr;
+  }
+  if (hiIndex_ == k) hiIndex_ = -1;
+  labelDB_->setEnabled(true);
+}
+
+void MainMenu::applySynchronize() { timer_->setInterval(App().settings.Synchronize == 1 ? 20 : 100); }
+
+void MainMenu::refreshDatabaseLabel(const QString& failureText) {
+  const ShellHooks& h = Hooks();
+  QString name = h.databaseDisplayName ? h.databaseDisplayName() : QString();
+  labelDB_->setText(name.isEmpty() ? failureText : name);
+  labelDB_->repaint();
+}
+
+void MainMenu::firstTick() {
+  if (firstTickDone_) return;
+  firstTickDone_ = true;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  const ShellHooks& h = Hooks();
+  const bool loaded = h.loadDatabase && h.loadDatabase();
+  if (!loaded) App().settings.DBPath.clear();
+  refreshDatabaseLabel(tr("No waypoint DB"));
+  bool quit = false;
+  if (h.firstTickUpdateCheck) {
+    QApplication::restoreOverrideCursor();
+    quit = h.firstTickUpdateCheck(this);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  }
+  QApplication::restoreOverrideCursor();
+  applySynchronize();
+  if (quit) QTimer::singleShot(0, this, &QWidget::close);
+}
+
+void MainMenu::onTick() {
+  if (!firstTickDone_) {
+    firstTick();
+    return;
+  }
+  if (minimized_) return;
+  // The cursor left the items: a mouse highlight returns to idle. A keyboard highlight stays, so
+  // that the keyboard works wherever the mouse pointer happens to rest.
+  if (hiIndex_ >= 0 && hiByMouse_) {
+    QWidget* under = QApplication::widgetAt(QCursor::pos());
+    bool overItem = false;
+    for (MenuItem* item : items_)
+      if (under == item || under == item->title()) overItem = true;
+    if (!overItem) {
+      if (hiIndex_ != currentForm_) setItemColor(hiIndex_, kMenuIdle);
+      hiIndex_ = -1;
+    }
+  }
+  // Keep the open screen attached to the menu.
+  const QPoint now = pos();
+  if (App().settings.Synchronize == 1 && screen_ && now != lastMenuPos_) screen_->move(screen_->pos() + (now - lastMenuPos_));
+  lastMenuPos_ = now;
+}
+
+void MainMenu::keyPressEvent(QKeyEvent* e) {
+  const int key = e->key();
+  if (key == Qt::Key_Home && hiIndex_ < 0) {  // a way in for the keyboard
+    highlight(currentForm_ == 0 ? 1 : 0, true);
+    return;
+  }
+  if (hiIndex_ < 0) {
+    QWidget::keyPressEvent(e);
+    return;
+  }
+  int step = 0;
+  switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      lastPressNotLeft_ = false;
+      chooseItem(hiIndex_);
+      return;
+    case Qt::Key_Up: step = -1; break;
+    case Qt::Key_Down: step = 1; break;
+    case Qt::Key_Left:
+      if (hiIndex_ == 0) return;
+      step = -10;
+      break;
+    case Qt::Key_Right:
+      if (hiIndex_ == 19) return;
+      step = 10;
+      break;
+    default:
+      QWidget::keyPressEvent(e);
+      return;
+  }
+  const int old = hiIndex_;
+  if (old != currentForm_) setItemColor(old, kMenuIdle);
+  int k = old + step;
+  if (k < 0) {
+    if (key == Qt::Key_Left) k += 19;
+    if (k < 0) k = 19;
+  } else if (k > 19) {
+    if (key == Qt::Key_Right) k -= 19;
+    if (k > 19) k = 0;
+  }
+  hiIndex_ = k;
+  hiByMouse_ = false;
+  if (k != currentForm_) setItemColor(k, kMenuHighlight);
+}
+
+bool MainMenu::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == labelDB_ && event->type() == QEvent::MouseButtonRelease) {
+    if (labelDB_->isEnabled()) chooseDatabase();
+    return true;
+  }
+  if (watched == labelVersion_ && event->type() == QEvent::MouseButtonRelease) {
+    showAbout();
+    return true;
+  }
+  auto* w = qobject_cast<QWidget*>(watched);
+  MenuItem* item = nullptr;
+  for (MenuItem* it : items_)
+    if (it && (w == it || w == it->title())) item = it;
+  if (item) {
+    switch (event->type()) {
+      case QEvent::Enter:
+      case QEvent::MouseMove:
+        if (hiIndex_ != item->index() || !hiByMouse_) highlight(item->index(), false);
+        break;
+      case QEvent::MouseButtonPress:
+        lastPressNotLeft_ = static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton;
+        return true;
+      case QEvent::MouseButtonRelease:
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+          lastPressNotLeft_ = false;
+          chooseItem(item->index());
+        }
+        return true;
+      default:
+        break;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void MainMenu::chooseDatabase() {
+  const OpenFileResult r = OpenFileDialog(this, tr("Default Waypoint Database"), QString(), tr("Database file (*.dat)"));
+  if (r.filePath.isEmpty()) return;
+  const ShellHooks& h = Hooks();
+  const bool ok = h.openDatabase && h.openDatabase(S(r.filePath));
+  if (ok) App().settings.DBPath = S(r.filePath);
+  else App().settings.DBPath.clear();
+  refreshDatabaseLabel(tr("No active Waypoint Database"));
+}
+
+void MainMenu::showAbout() {
+  AboutDialog about(this);
+  about.exec();
+  if (about.updateRequested() && Hooks().runUpdate && Hooks().runUpdate(this)) close();
+}
+
+void MainMenu::changeEvent(QEvent* e) {
+  if (e->type() == QEvent::WindowStateChange) {
+    if (isMinimized()) {
+      minimized_ = true;
+      if (screen_) screen_->hide();
+    } else if (minimized_) {
+      minimized_ = false;
+      if (screen_) screen_->show();
+    }
+  }
+  QWidget::changeEvent(e);
+}
+
+void MainMenu::saveSettings() {
+  Settings& s = App().settings;
+  if (s.RemindPosition == 1) {
+    // Twips: 15 per device-independent pixel; the stored range is 0..32000.
+    const QPoint p = frameGeometry().topLeft();
+    s.IniTop = static_cast<int16_t>(std::clamp(p.y() * 15, 0, 32000));
+    s.IniLeft = static_cast<int16_t>(std::clamp(p.x() * 15, 0, 32000));
+  } else {
+    s.IniTop = 0;
+    s.IniLeft = 0;
+  }
+  WriteSettings(App().settingsFile(), s);  // a write failure at exit is not reported
+}
+
+void MainMenu::closeEvent(QCloseEvent* e) {
+  if (screen_) screen_->close();
+  timer_->stop();
+  saveSettings();
+  QWidget::closeEvent(e);
+}
+
+}  // namespace norvane

@@ -1,0 +1,169 @@
+#include "app/OptionsScreen.hpp"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "app/AboutDialog.hpp"
+#include "app/AppContext.hpp"
+#include "app/MainMenu.hpp"
+#include "app/TextFormat.hpp"
+#include "app/UiHelpers.hpp"
+
+namespace norvane {
+
+OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19", tr("Options and default"), parent) {
+  const Settings& s = App().settings;
+  calculateButton()->hide();
+  closeButton()->hide();
+  setInputValid(0, true);
+
+  auto* top = new QHBoxLayout;
+  auto* program = makeFrame(tr("Program options"), "FrameProgram");
+  auto* pl = new QVBoxLayout(program);
+  checkSynchro_ = new QCheckBox(tr("Synchronize windows"), program);
+  checkSynchro_->setObjectName("CheckSynchro");
+  checkRemindPos_ = new QCheckBox(tr("Remind windows position"), program);
+  checkRemindPos_->setObjectName("CheckRemindPos");
+  checkAutoUpdate_ = new QCheckBox(tr("Auto check for update"), program);
+  checkAutoUpdate_->setObjectName("CheckAutoUpdate");
+  pl->addWidget(checkSynchro_);
+  pl->addWidget(checkRemindPos_);
+  pl->addWidget(checkAutoUpdate_);
+  top->addWidget(program);
+
+  auto* units = makeFrame(tr("Default unit system"), "FrameUnits");
+  auto* ul = new QVBoxLayout(units);
+  optMetricUS_[0] = new QRadioButton(tr("Metric"), units);
+  optMetricUS_[1] = new QRadioButton(tr("US units"), units);
+  for (int i = 0; i < 2; ++i) {
+    optMetricUS_[i]->setObjectName(QStringLiteral("OptMetricUS%1").arg(i));
+    ul->addWidget(optMetricUS_[i]);
+  }
+  ul->addStretch();
+  top->addWidget(units);
+  contentLayout()->addLayout(top);
+
+  auto* mv = makeFrame(tr("Magnetic variation"), "FrameMV");
+  mv->setToolTip(tr("Default magnetic variation year and system used in navigation calculations"));
+  auto* ml = new QGridLayout(mv);
+  defMVOpt_[0] = new QRadioButton(tr("IGRF-10"), mv);
+  defMVOpt_[1] = new QRadioButton(tr("WMM2005"), mv);
+  for (int i = 0; i < 2; ++i) {
+    defMVOpt_[i]->setObjectName(QStringLiteral("DefMVOpt%1").arg(i));
+    ml->addWidget(defMVOpt_[i], 0, i);
+  }
+  ml->addWidget(new QLabel(tr("Magvar year"), mv), 1, 0);
+  mvCombo_ = new QComboBox(mv);
+  mvCombo_->setObjectName("MVCombo");
+  for (int y = 2005; y <= 2009; ++y) mvCombo_->addItem(QString::number(y));
+  ml->addWidget(mvCombo_, 1, 1);
+  checkAutoMV_ = new QCheckBox(tr("Automatic MV calculation  "), mv);
+  checkAutoMV_->setObjectName("CheckAutoMV");
+  ml->addWidget(checkAutoMV_, 2, 0, 1, 2);
+  contentLayout()->addWidget(mv);
+
+  auto* lt = makeFrame(tr("Local time offset from UTC"), "FrameLT");
+  auto* ll = new QHBoxLayout(lt);
+  ll->addWidget(new QLabel(tr("LT offset (h)"), lt));
+  ltOff_ = new QScrollBar(Qt::Horizontal, lt);
+  ltOff_->setObjectName("LTOff");
+  ltOff_->setRange(-12, 12);
+  ltOff_->setPageStep(1);
+  ltOff_->setMinimumWidth(160);
+  ll->addWidget(ltOff_, 1);
+  ltOffsetLbl_ = new QLabel(lt);
+  ltOffsetLbl_->setObjectName("LTOffsetLbl");
+  ltOffsetLbl_->setMinimumWidth(30);
+  ll->addWidget(ltOffsetLbl_);
+  connect(ltOff_, &QScrollBar::valueChanged, this, &OptionsScreen::showLtOffset);
+  contentLayout()->addWidget(lt);
+
+  auto* db = makeFrame(tr("Active waypoint database"), "FrameDB");
+  auto* dl = new QHBoxLayout(db);
+  lblDBName_ = new QLabel(db);
+  lblDBName_->setObjectName("LblDBName");
+  dl->addWidget(lblDBName_, 1);
+  auto* cmdSetNavDB = new QPushButton(tr("Set database"), db);
+  cmdSetNavDB->setObjectName("cmdSetNavDB");
+  cmdSetNavDB->setAutoDefault(false);
+  connect(cmdSetNavDB, &QPushButton::clicked, this, &OptionsScreen::setDatabase);
+  dl->addWidget(cmdSetNavDB);
+  contentLayout()->addWidget(db);
+
+  auto* bottom = new QHBoxLayout;
+  auto* lblInfo = new QLabel(QStringLiteral("<a href=\"about\">%1</a>").arg(tr("Norvane information and update")), this);
+  lblInfo->setObjectName("lblInfo");
+  connect(lblInfo, &QLabel::linkActivated, this, [this] {
+    AboutDialog about(this);
+    about.exec();
+    if (about.updateRequested() && Hooks().runUpdate && Hooks().runUpdate(this) && App().menu) App().menu->close();
+  });
+  bottom->addWidget(lblInfo, 1);
+  auto* cmdSave = new QPushButton(tr("Save"), this);
+  cmdSave->setObjectName("cmdSave");
+  cmdSave->setToolTip(tr("Save and exit"));
+  cmdSave->setAutoDefault(false);
+  connect(cmdSave, &QPushButton::clicked, this, &OptionsScreen::save);
+  bottom->addWidget(cmdSave);
+  auto* cmdCancel = new QPushButton(tr("Cancel"), this);
+  cmdCancel->setObjectName("cmdCancel");
+  cmdCancel->setAutoDefault(false);
+  connect(cmdCancel, &QPushButton::clicked, this, &QWidget::close);
+  bottom->addWidget(cmdCancel);
+  contentLayout()->addLayout(bottom);
+
+  // Load: every control from the settings in memory.
+  checkSynchro_->setChecked(s.Synchronize == 1);
+  checkRemindPos_->setChecked(s.RemindPosition == 1);
+  checkAutoUpdate_->setChecked(s.AutoUpdateCheck == 1);
+  optMetricUS_[s.DefaultUnitSystem == 1 ? 1 : 0]->setChecked(true);
+  defMVOpt_[s.DefMVModel == 1 ? 1 : 0]->setChecked(true);
+  mvCombo_->setCurrentIndex(s.DefMVYear - 2005);
+  checkAutoMV_->setChecked(s.AutoMV == 1);
+  ltOff_->setValue(s.LTOffset);
+  showLtOffset(s.LTOffset);
+  const QString name = Hooks().databaseDisplayName ? Hooks().databaseDisplayName() : QString();
+  lblDBName_->setText(name.isEmpty() ? tr("No active valid database") : name);
+}
+
+void OptionsScreen::showLtOffset(int v) { ltOffsetLbl_->setText(Q(SignedText(v))); }
+
+void OptionsScreen::save() {
+  Settings& s = App().settings;
+  s.Synchronize = checkSynchro_->isChecked() ? 1 : 0;
+  s.RemindPosition = checkRemindPos_->isChecked() ? 1 : 0;
+  s.AutoUpdateCheck = checkAutoUpdate_->isChecked() ? 1 : 0;
+  s.DefaultUnitSystem = optMetricUS_[0]->isChecked() ? 0 : 1;
+  s.DefMVModel = defMVOpt_[0]->isChecked() ? 0 : 1;
+  s.DefMVYear = static_cast<int16_t>(mvCombo_->currentIndex() + 2005);
+  s.AutoMV = checkAutoMV_->isChecked() ? 1 : 0;
+  s.LTOffset = static_cast<int16_t>(ltOff_->value());
+  if (App().menu) App().menu->applySynchronize();
+  close();
+}
+
+void OptionsScreen::setDatabase() {
+  const OpenFileResult r = OpenFileDialog(this, tr("Default Waypoint Database"), QString(), tr("Database file (*.dat)"));
+  if (r.filePath.isEmpty()) return;
+  const ShellHooks& h = Hooks();
+  const bool ok = h.openDatabase && h.openDatabase(S(r.filePath));
+  if (ok) App().settings.DBPath = S(r.filePath);
+  else App().settings.DBPath.clear();
+  const QString name = ok && h.databaseDisplayName ? h.databaseDisplayName() : QString();
+  lblDBName_->setText(name.isEmpty() ? tr("Invalid Database (error)") : name);
+  if (App().menu) App().menu->refreshDatabaseLabel(tr("No active Waypoint Database"));
+}
+
+void OptionsScreen::closeEvent(QCloseEvent* e) {
+  CalculatorScreen::closeEvent(e);  // the menu's unload step also enables LabelDB again
+}
+
+}  // namespace norvane

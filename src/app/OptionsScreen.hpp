@@ -1,0 +1,39 @@
+#pragma once
+// frmData19 "Options and default": edits the settings in memory; nothing is written to the file
+// until the program ends.
+
+#include "app/CalculatorScreen.hpp"
+
+class QCheckBox;
+class QComboBox;
+class QRadioButton;
+class QScrollBar;
+
+namespace norvane {
+
+class OptionsScreen : public CalculatorScreen {
+  Q_OBJECT
+ public:
+  explicit OptionsScreen(QWidget* parent = nullptr);
+  void save();
+
+ protected:
+  void closeEvent(QCloseEvent* e) override;
+
+ private:
+  void setDatabase();
+  void showLtOffset(int v);
+
+  QCheckBox* checkSynchro_;
+  QCheckBox* checkRemindPos_;
+  QCheckBox* checkAutoUpdate_;
+  QRadioButton* optMetricUS_[2];
+  QRadioButton* defMVOpt_[2];
+  QComboBox* mvCombo_;
+  QCheckBox* checkAutoMV_;
+  QScrollBar* ltOff_;
+  QLabel* ltOffsetLbl_;
+  QLabel* lblDBName_;
+};
+
+}  // namespace norvane

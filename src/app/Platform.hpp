@@ -1,0 +1,29 @@
+#pragma once
+// The few operating-system services the Qt-free core needs. Everything POSIX- or Win32-specific
+// lives in Platform.cpp, so the rest of the core stays portable.
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace norvane {
+
+// Replaces `file` with `bytes` so that a crash, a full disk or a write error never leaves a
+// truncated file: the bytes go to a temporary file beside it, are flushed to disk, and the
+// temporary file is renamed over the old one. On failure the old file is untouched and
+// `error` says why.
+bool WriteFileAtomic(const std::filesystem::path& file, std::string_view bytes, std::string* error);
+
+// True when a file can be created in `dir` (probed by creating and removing one).
+bool IsDirectoryWritable(const std::filesystem::path& dir);
+
+// The per-user configuration folder for Norvane ($XDG_CONFIG_HOME/norvane, ~/.config/norvane,
+// %APPDATA%\Norvane).
+std::filesystem::path UserConfigDir();
+
+// The program folder used for Norvane.ini, Norvane.new and Norvane.bak: NORVANE_APP_DIR when set,
+// otherwise the executable's folder when writable, otherwise UserConfigDir(). Created when
+// missing. The text ends with the platform's separator.
+std::string ResolveAppPath(const std::filesystem::path& executableDir);
+
+}  // namespace norvane

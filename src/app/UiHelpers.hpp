@@ -1,0 +1,40 @@
+#pragma once
+// Small Qt helpers shared by the screens: colours, the open-file dialog, text conversion.
+
+#include <QColor>
+#include <QString>
+#include <string>
+
+class QWidget;
+class QLabel;
+class QPushButton;
+
+namespace norvane {
+
+inline const QColor kValidText(0, 128, 0);
+inline const QColor kInvalidText(192, 0, 0);
+inline const QColor kCalculateArmed(208, 255, 208);
+inline const QColor kMenuIdle(208, 208, 208);
+inline const QColor kMenuHighlight(255, 240, 224);
+inline const QColor kMenuOpen(255, 208, 208);
+
+inline QString Q(const std::string& s) { return QString::fromStdString(s); }
+inline std::string S(const QString& s) { return s.toStdString(); }
+
+// Sets the background of a widget through its palette (the Fusion style honours it).
+void SetBackground(QWidget* w, const QColor& c);
+// Sets the text colour of a widget through its palette.
+void SetTextColor(QWidget* w, const QColor& c);
+
+struct OpenFileResult {
+  QString fileTitle;  // bare file name, empty when cancelled
+  QString filePath;   // full path, empty when cancelled
+};
+// The system open-file dialog: the file must exist; the filter is "Description (*.ext)".
+OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QString& initialDir,
+                              const QString& filter);
+
+// The locale's decimal separator: the second character of the text form of 0.5.
+char16_t LocaleDecimalSep();
+
+}  // namespace norvane

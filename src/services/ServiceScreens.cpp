@@ -1,0 +1,7 @@
+#include "app/ScreenRegistry.hpp"
+
+namespace norvane {
+
+void RegisterServiceScreens(ScreenRegistry& /*registry*/) {}
+
+}  // namespace norvane

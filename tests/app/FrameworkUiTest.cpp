@@ -1,0 +1,249 @@
+// Drives the screen framework and the main menu with real key and mouse events.
+#include <QApplication>
+#include <QLabel>
+#include <QLockFile>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include "app/AppContext.hpp"
+#include "app/CalculatorScreen.hpp"
+#include "app/MainMenu.hpp"
+#include "app/OptionsScreen.hpp"
+#include "app/ScreenRegistry.hpp"
+#include "app/UiHelpers.hpp"
+
+using namespace norvane;
+
+namespace {
+
+// A small calculator: a + b, with a in 0..100 (integer) and b in -10..10 (decimal, may be empty).
+class TestScreen : public CalculatorScreen {
+ public:
+  explicit TestScreen(int index = 0) : CalculatorScreen(index, QStringLiteral("frmData%1").arg(index), "Test") {
+    BoxRule a{KeyMode::UnsignedInt, 0, 100};
+    a.maxLength = 3;
+    BoxRule b{KeyMode::SignedReal, -10, 10};
+    b.allowEmpty = true;
+    b.maxLength = 6;
+    addBox(a, "A (0 to 100)", "5");
+    addBox(b, "B (-10 to 10)");
+    result = makeResult("dataR0");
+    contentLayout()->addWidget(box(0));
+    contentLayout()->addWidget(box(1));
+    contentLayout()->addWidget(result);
+  }
+  int calculations = 0;
+  QLabel* result;
+
+ protected:
+  bool calculate() override {
+    ++calculations;
+    result->setText(QString::number(box(0)->value() + box(1)->value()));
+    return true;
+  }
+};
+
+struct UiTest : ::testing::Test {
+  void SetUp() override {
+    App() = AppContext{};
+    App().decimalSep = u'.';
+  }
+};
+
+ScreenRegistry TestRegistry() {
+  ScreenRegistry r;
+  for (int k : {0, 1, 7, 15}) r.add(k, [k] { return new TestScreen(k); });
+  return r;
+}
+
+}  // namespace
+
+TEST_F(UiTest, TypingValidatesLiveAndArmsCalculate) {
+  TestScreen s;
+  s.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
+  auto* calc = s.findChild<QPushButton*>("cmdCalculate");
+  auto* a = s.findChild<InputBox*>("InBox0");
+  auto* b = s.findChild<InputBox*>("InBox1");
+  ASSERT_TRUE(calc && a && b);
+  EXPECT_TRUE(calc->isEnabled());  // the default 5 and an empty B are valid
+  EXPECT_EQ(calc->palette().color(QPalette::Button), kCalculateArmed);
+  EXPECT_EQ(a->palette().color(QPalette::Text), kValidText);
+
+  a->setFocus();
+  QTest::keyClicks(a, "1x0-");  // letters and a minus are swallowed in an unsigned box
+  EXPECT_EQ(a->text(), "10");   // focus selected all, so typing replaced the default
+  QTest::keyClicks(a, "17");    // the maximum length is 3
+  EXPECT_EQ(a->text(), "101");
+  EXPECT_FALSE(a->isValid());
+  EXPECT_EQ(a->palette().color(QPalette::Text), kInvalidText);
+  EXPECT_FALSE(calc->isEnabled());
+  QTest::keyClick(a, Qt::Key_Backspace);
+  EXPECT_TRUE(calc->isEnabled());
+
+  b->setFocus();
+  QTest::keyClicks(b, "-2,5");  // either separator key types the locale's
+  EXPECT_EQ(b->text(), "-2.5");
+  QTest::mouseClick(calc, Qt::LeftButton);
+  EXPECT_EQ(s.result->text(), "7.5");
+  EXPECT_TRUE(s.calculated());
+
+  // Any edit clears the results at once; "3." is invalid until a digit follows.
+  b->setFocus();
+  QTest::keyClicks(b, "3.");
+  EXPECT_TRUE(s.result->text().isEmpty());
+  EXPECT_FALSE(s.calculated());
+  EXPECT_FALSE(calc->isEnabled());
+  QTest::keyClicks(b, "5");
+  EXPECT_TRUE(calc->isEnabled());
+}
+
+TEST_F(UiTest, EnterMovesFocusAndNeverComputesEscCloses) {
+  TestScreen s;
+  s.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
+  QApplication::setActiveWindow(&s);
+  auto* a = s.findChild<InputBox*>("InBox0");
+  auto* b = s.findChild<InputBox*>("InBox1");
+  a->setFocus();
+  QTest::keyClick(a, Qt::Key_Return);
+  EXPECT_TRUE(b->hasFocus());
+  EXPECT_EQ(b->selectedText(), b->text());
+  QTest::keyClick(b, Qt::Key_Enter);  // into the Calculate button
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(s.calculations, 0);
+  bool unloaded = false;
+  QObject::connect(&s, &CalculatorScreen::unloaded, [&] { unloaded = true; });
+  s.setAttribute(Qt::WA_DeleteOnClose, false);
+  QTest::keyClick(&s, Qt::Key_Escape);
+  EXPECT_TRUE(unloaded);
+  EXPECT_FALSE(s.isVisible());
+}
+
+TEST_F(UiTest, MenuKeyboardWrapsExactly) {
+  const ScreenRegistry reg = TestRegistry();
+  MainMenu menu(reg);
+  menu.timer()->stop();
+  menu.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+  // No highlight: arrows and Enter do nothing.
+  QTest::keyClick(&menu, Qt::Key_Down);
+  QTest::keyClick(&menu, Qt::Key_Return);
+  EXPECT_EQ(menu.hiIndex(), -1);
+  EXPECT_EQ(menu.currentForm(), -1);
+
+  struct Row { int from; Qt::Key key; int to; };
+  const Row rows[] = {{15, Qt::Key_Right, 6}, {5, Qt::Key_Left, 14}, {19, Qt::Key_Down, 0},
+                      {0, Qt::Key_Up, 19},    {3, Qt::Key_Right, 13}, {12, Qt::Key_Left, 2},
+                      {0, Qt::Key_Left, 0},   {19, Qt::Key_Right, 19}, {9, Qt::Key_Down, 10}};
+  for (const Row& r : rows) {
+    menu.highlight(r.from, true);
+    QTest::keyClick(&menu, r.key);
+    EXPECT_EQ(menu.hiIndex(), r.to) << r.from << " key " << r.key;
+    EXPECT_EQ(menu.itemColor(r.to), kMenuHighlight);
+    if (r.to != r.from) {
+      EXPECT_EQ(menu.itemColor(r.from), kMenuIdle);
+    }
+  }
+  // Enter opens the highlighted item.
+  menu.highlight(7, true);
+  QTest::keyClick(&menu, Qt::Key_Return);
+  EXPECT_EQ(menu.currentForm(), 7);
+  EXPECT_EQ(menu.itemColor(7), kMenuOpen);
+  EXPECT_FALSE(menu.labelDB()->isEnabled());  // the database cannot change under screen 7
+  menu.openScreen()->close();
+}
+
+TEST_F(UiTest, OneScreenAtATimeAndClosingReturnsTheItemToIdle) {
+  const ScreenRegistry reg = TestRegistry();
+  MainMenu menu(reg);
+  menu.timer()->stop();
+  menu.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+  auto* item0 = menu.findChild<QWidget*>("menutitle0");
+  auto* item1 = menu.findChild<QWidget*>("menutitle1");
+  QTest::mouseClick(item0, Qt::RightButton);  // right or middle button opens nothing
+  EXPECT_EQ(menu.currentForm(), -1);
+  QTest::mouseClick(item0, Qt::LeftButton);
+  EXPECT_EQ(menu.currentForm(), 0);
+  QPointer<CalculatorScreen> first = menu.openScreen();
+  EXPECT_EQ(first->x(), menu.frameGeometry().right() + 1);  // placed beside the menu
+  QTest::mouseClick(item0, Qt::LeftButton);  // already open: nothing happens
+  EXPECT_EQ(menu.openScreen(), first.data());
+  QTest::mouseClick(item1, Qt::LeftButton);
+  QApplication::processEvents();
+  EXPECT_EQ(menu.currentForm(), 1);
+  EXPECT_EQ(menu.itemColor(0), kMenuIdle);
+  EXPECT_EQ(menu.itemColor(1), kMenuOpen);
+  QTest::qWait(10);
+  EXPECT_TRUE(first.isNull());  // the first screen was unloaded
+  // An item without a screen opens nothing.
+  menu.chooseItem(3);
+  EXPECT_EQ(menu.currentForm(), 1);
+  // Closing with Exit leaves no item marked open.
+  QTest::mouseClick(menu.openScreen()->findChild<QPushButton*>("cmdClose"), Qt::LeftButton);
+  EXPECT_EQ(menu.currentForm(), -1);
+  for (int k = 0; k < MainMenu::kItemCount; ++k) EXPECT_NE(menu.itemColor(k), kMenuOpen) << k;
+  EXPECT_TRUE(menu.labelDB()->isEnabled());
+}
+
+TEST_F(UiTest, OptionsSaveStoresInMemoryCancelDoesNot) {
+  App().settings.LTOffset = -3;
+  {
+    OptionsScreen o;
+    o.show();
+    auto* sync = o.findChild<QWidget*>("CheckSynchro");
+    QTest::mouseClick(sync, Qt::LeftButton, {}, QPoint(5, sync->height() / 2));
+    EXPECT_EQ(o.findChild<QLabel*>("LTOffsetLbl")->text(), "-3");
+    EXPECT_EQ(o.findChild<QLabel*>("LblDBName")->text(), "No active valid database");
+    QTest::mouseClick(o.findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
+  }
+  EXPECT_EQ(App().settings.Synchronize, 1);
+  {
+    OptionsScreen o;
+    o.setAttribute(Qt::WA_DeleteOnClose, false);
+    o.show();
+    auto* sync = o.findChild<QWidget*>("CheckSynchro");
+    QTest::mouseClick(sync, Qt::LeftButton, {}, QPoint(5, sync->height() / 2));
+    QTest::mouseClick(o.findChild<QWidget*>("OptMetricUS1"), Qt::LeftButton, {}, QPoint(5, 5));
+    QTest::mouseClick(o.findChild<QPushButton*>("cmdSave"), Qt::LeftButton);
+  }
+  EXPECT_EQ(App().settings.Synchronize, 0);
+  EXPECT_EQ(App().settings.DefaultUnitSystem, 1);
+  EXPECT_EQ(App().settings.LTOffset, -3);
+}
+
+TEST_F(UiTest, SecondInstanceIsRefusedAndExitWritesTheSettings) {
+  QTemporaryDir dir;
+  QLockFile held(dir.path() + "/.Norvane.lock");
+  ASSERT_TRUE(held.tryLock(0));
+  QProcess p;
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  env.insert("NORVANE_APP_DIR", dir.path());
+  env.insert("NORVANE_NONINTERACTIVE", "1");
+  env.insert("QT_QPA_PLATFORM", "offscreen");
+  p.setProcessEnvironment(env);
+  p.start(NORVANE_BINARY, {});
+  ASSERT_TRUE(p.waitForFinished(20000));
+  EXPECT_EQ(p.exitCode(), 1);
+  EXPECT_TRUE(p.readAllStandardError().contains("Another instance of Norvane is already running"));
+  held.unlock();
+
+  // A normal start with no settings file: closing the menu writes a complete file.
+  const ScreenRegistry reg = TestRegistry();
+  App().appPath = dir.path().toStdString() + "/";
+  {
+    MainMenu menu(reg);
+    menu.show();
+    menu.close();
+  }
+  const Settings written = ReadSettings(App().settingsFile());
+  EXPECT_EQ(written.Synchronize, 1);
+  EXPECT_EQ(written.Links.count, 14);
+}

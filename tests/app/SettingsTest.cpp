@@ -1,0 +1,146 @@
+#include "app/Settings.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "app/Platform.hpp"
+
+using namespace norvane;
+namespace fs = std::filesystem;
+
+namespace {
+struct TempDir {
+  fs::path path;
+  TempDir() {
+    path = fs::temp_directory_path() / ("norvane-settings-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
+                                        ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    fs::remove_all(path);
+    fs::create_directories(path);
+  }
+  ~TempDir() { fs::remove_all(path); }
+};
+std::string Slurp(const fs::path& p) {
+  std::ifstream in(p, std::ios::binary);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+}  // namespace
+
+TEST(Settings, MissingFileGivesDefaults) {
+  TempDir dir;
+  const Settings s = ReadSettings(dir.path / "Norvane.ini");
+  EXPECT_EQ(s.Synchronize, 1);
+  EXPECT_EQ(s.RemindPosition, 0);
+  EXPECT_EQ(s.DefMVYear, 2005);
+  EXPECT_EQ(s.Links, LinkTable::Defaults());
+  EXPECT_EQ(s.Links.count, 14);
+  EXPECT_EQ(s, Settings{});
+}
+
+TEST(Settings, ReadRulesForRangesBlanksAndCase) {
+  struct Row { const char* line; int16_t Settings::*field; int16_t expected; };
+  const Row rows[] = {
+      {"LTOffset=-12", &Settings::LTOffset, -12},
+      {"LTOffset=-13", &Settings::LTOffset, 0},
+      {"LTOffset=13", &Settings::LTOffset, 0},
+      {"DefMVYear=2010", &Settings::DefMVYear, 2005},
+      {"DefMVYear=2009", &Settings::DefMVYear, 2009},
+      {"DefaultUnitSystem= 1 ", &Settings::DefaultUnitSystem, 1},  // the blank-padded form written at exit
+      {"Synchronize=0", &Settings::Synchronize, 0},
+      {"Synchronize=abc", &Settings::Synchronize, 0},               // no digits reads as 0, in range
+      {"DefMVYear=abc", &Settings::DefMVYear, 2005},                // 0 is out of range
+      {"Synchronize=2", &Settings::Synchronize, 1},
+      {"Synchronize=65537", &Settings::Synchronize, 1},             // does not fit 16 bits
+      {"  synchronize = 0", &Settings::Synchronize, 0},             // keys ignore case and blanks
+      {"AutoMV=1junk", &Settings::AutoMV, 1},
+  };
+  for (const auto& r : rows) {
+    const Settings s = ParseSettings(std::string("[options]\r\n") + r.line + "\r\n");
+    EXPECT_EQ(s.*(r.field), r.expected) << r.line;
+  }
+  EXPECT_EQ(ParseSettings("[WinPos]\nIniTop=40000\nIniLeft=3000\n").IniTop, 0);
+  EXPECT_EQ(ParseSettings("[WinPos]\nIniTop=40000\nIniLeft=3000\n").IniLeft, 3000);
+  // The first occurrence of a key wins; keys outside their section are ignored.
+  EXPECT_EQ(ParseSettings("LTOffset=5\n[Options]\nLTOffset=3\nLTOffset=4\n").LTOffset, 3);
+  EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=  /data/europe.dat  \n").DBPath, "/data/europe.dat");
+}
+
+TEST(Settings, GarbageAndLinkSectionRules) {
+  std::string garbage(4096, '\0');
+  for (size_t i = 0; i < garbage.size(); ++i) garbage[i] = static_cast<char>((i * 7919) % 256);
+  EXPECT_EQ(ParseSettings(garbage), Settings{});
+
+  // Blank titles dropped, case-insensitive sort with the first of equals staying first.
+  const Settings s = ParseSettings(
+      "[DBLinks]\nTitle0=zulu\nLink0=z\nTitle1=   \nLink1=blank\nTitle2=Alpha\nLink2=a1\n"
+      "Title3=alpha\nLink3=a2\nTitle4= Mike \nLink4=m\n");
+  ASSERT_EQ(s.Links.count, 4);
+  EXPECT_EQ(s.Links.entries[0].url, "a1");
+  EXPECT_EQ(s.Links.entries[1].url, "a2");
+  EXPECT_EQ(s.Links.entries[2].title, "Mike");
+  EXPECT_EQ(s.Links.entries[3].title, "zulu");
+  EXPECT_TRUE(s.Links.entries[4].title.empty());
+  // An empty first title after tidying means the defaults.
+  EXPECT_EQ(ParseSettings("[DBLinks]\nTitle0=\nLink0=x\n").Links, LinkTable::Defaults());
+}
+
+TEST(Settings, WritesTheExactLinesAndReadsThemBack) {
+  Settings s;
+  s.Synchronize = 0;
+  s.RemindPosition = 1;
+  s.PrevAutoUpdate = "2026-11-22";
+  s.DefaultUnitSystem = 1;
+  s.DefMVYear = 2007;
+  s.DefMVModel = 1;
+  s.AutoMV = 1;
+  s.LTOffset = -5;
+  s.IniTop = 1500;
+  s.IniLeft = 30;
+  s.DBPath = "/home/pilot/europe.dat";
+  s.Links = LinkTable{};
+  s.Links.entries[0] = {"Weather", "https://example.org/wx"};
+  s.Links.count = 1;
+  const std::string expected =
+      "[Options]\r\nSynchronize=0\r\nRemindPosition=1\r\nAutoUpdateCheck=0\r\nPrevAutoUpdate=2026-11-22\r\n"
+      "DefaultUnitSystem= 1 \r\nDefMVYear=2007\r\nDefMVModel=1\r\nAutoMV=1\r\nLTOffset=-5\r\n\r\n"
+      "[WinPos]\r\nIniTop=1500\r\nIniLeft=30\r\n\r\n[NavDB]\r\nDBPath=/home/pilot/europe.dat\r\n\r\n"
+      "[DBLinks]\r\nTitle0=Weather\r\nLink0=https://example.org/wx\r\n";
+  EXPECT_EQ(SerializeSettings(s), expected);
+
+  TempDir dir;
+  const fs::path file = dir.path / kSettingsFileName;
+  ASSERT_TRUE(WriteSettings(file, s));
+  EXPECT_EQ(Slurp(file), expected);
+  EXPECT_EQ(ReadSettings(file), s);
+  EXPECT_FALSE(fs::exists(dir.path / "Norvane.ini.tmp"));
+}
+
+TEST(Settings, FailedWriteLeavesTheOldFileWhole) {
+  TempDir dir;
+  const fs::path file = dir.path / kSettingsFileName;
+  ASSERT_TRUE(WriteSettings(file, Settings{}));
+  const std::string before = Slurp(file);
+  // A folder that does not exist: the temporary file cannot be created.
+  std::string error;
+  EXPECT_FALSE(WriteSettings(dir.path / "missing" / kSettingsFileName, Settings{}, &error));
+  EXPECT_FALSE(error.empty());
+  // A target that cannot be replaced (a non-empty folder of that name): rename fails, no leftovers.
+  const fs::path blocked = dir.path / "blocked.ini";
+  fs::create_directories(blocked / "inside");
+  EXPECT_FALSE(WriteSettings(blocked, Settings{}, &error));
+  EXPECT_FALSE(fs::exists(dir.path / "blocked.ini.tmp"));
+  EXPECT_EQ(Slurp(file), before);
+}
+
+TEST(Settings, AppPathHonoursTheOverrideAndEndsWithASeparator) {
+  TempDir dir;
+  const fs::path over = dir.path / "app";
+  setenv("NORVANE_APP_DIR", over.string().c_str(), 1);
+  const std::string p = ResolveAppPath("/nonexistent");
+  unsetenv("NORVANE_APP_DIR");
+  EXPECT_EQ(p, over.string() + "/");
+  EXPECT_TRUE(fs::is_directory(over));
+  EXPECT_EQ(ResolveAppPath(dir.path), dir.path.string() + "/");  // writable program folder
+}
