@@ -54,7 +54,20 @@ std::optional<int16_t> AutomaticUpdateCheck(int16_t autoUpdateCheck, std::string
   return version;
 }
 
-QString RunningExecutablePath() { return QCoreApplication::applicationFilePath(); }
+namespace {
+QString& ExecutableOverride() {
+  static QString path;
+  return path;
+}
+}  // namespace
+
+QString RunningExecutablePath() {
+  return ExecutableOverride().isEmpty() ? QCoreApplication::applicationFilePath() : ExecutableOverride();
+}
+
+namespace testing {
+void SetRunningExecutable(const QString& path) { ExecutableOverride() = path; }
+}  // namespace testing
 
 bool CanReplaceExecutable(const QString& executable) {
   const QFileInfo exe(executable);

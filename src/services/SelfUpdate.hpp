@@ -27,6 +27,12 @@ std::optional<int16_t> AutomaticUpdateCheck(int16_t autoUpdateCheck, std::string
 // The running program's own file.
 QString RunningExecutablePath();
 
+namespace testing {
+// Makes RunningExecutablePath() name another file (a copy in a temporary program folder);
+// an empty path restores the real one.
+void SetRunningExecutable(const QString& path);
+}  // namespace testing
+
 // True when the folder of `executable` lets this user rename files in it and, on Linux, the
 // file is not part of the distribution (under /usr outside /usr/local); otherwise updates
 // belong to the system's package manager.
