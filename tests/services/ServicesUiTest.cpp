@@ -71,6 +71,8 @@ struct ServicesUiTest : ::testing::Test {
   void SetUp() override {
     App() = AppContext{};
     App().decimalSep = u'.';
+    ASSERT_TRUE(appDir.isValid());
+    App().appPath = appDir.path().toStdString() + "/";  // a menu that closes writes Norvane.ini here
     norvane::testing::SetConnectionState(true);
     norvane::testing::SetStallTimeout(std::chrono::milliseconds(300));
   }
@@ -83,6 +85,7 @@ struct ServicesUiTest : ::testing::Test {
     norvane::testing::SetRunningExecutable({});
     norvane::testing::SetTrustedUpdateKey(std::nullopt);
   }
+  QTemporaryDir appDir;
   test::LocalHttpServer server;
 };
 
