@@ -11,6 +11,7 @@ NORVANE_TEST_PACKAGES=(
   libgeographiclib-dev geographiclib-tools
   libcpp-httplib-dev
   xvfb xauth python3-ephem
+  appstream desktop-file-utils
 )
 
 # Installs whatever of the given packages is missing (as root), or prints the line to run.

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QIcon>
 #include <QLabel>
 #include <QLockFile>
 #include <QMessageBox>
@@ -63,6 +64,11 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("Norvane"));
   QApplication::setApplicationVersion(QStringLiteral("%1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')));
   QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setDesktopFileName(QStringLiteral("org.norvane.Norvane"));
+  QIcon icon;
+  icon.addFile(QStringLiteral(":/icons/norvane-48.png"));
+  icon.addFile(QStringLiteral(":/icons/norvane-256.png"));
+  QApplication::setWindowIcon(icon);
   std::setlocale(LC_NUMERIC, "C");  // numbers on screen follow QLocale; the core's own conversions stay "C"
 
   QCommandLineParser parser;
