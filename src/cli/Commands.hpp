@@ -15,5 +15,6 @@ void RegisterToolCommands(CLI::App& app);         // convert angle
 void RegisterServiceCommands(CLI::App& app);      // navdb weather
 void RegisterNavDBCommands(CLI::App& app);        // navdb (called by RegisterServiceCommands)
 void RegisterNavScreenCommands(CLI::App& app);    // tracks point intersection (called by RegisterNavigationCommands)
+void RegisterWeatherCommand(CLI::App& app);       // weather (WeatherCommand.cpp)
 
 }  // namespace norvane::cli

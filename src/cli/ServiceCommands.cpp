@@ -5,6 +5,9 @@
 
 namespace norvane::cli {
 
-void RegisterServiceCommands(CLI::App& app) { RegisterNavDBCommands(app); }
+void RegisterServiceCommands(CLI::App& app) {
+  RegisterNavDBCommands(app);
+  RegisterWeatherCommand(app);
+}
 
 }  // namespace norvane::cli

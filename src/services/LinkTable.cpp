@@ -28,41 +28,81 @@ std::string TrimBlanks(const std::string& s) {
 
 LinkTable LinkTable::Defaults() {
   LinkTable t;
+  // Reference pages of the issuing bodies where one exists, chosen for stable addresses.
   static const Link kDefaults[] = {
-      {"Abbreviations and acronyms", "https://www.faa.gov/air_traffic/publications/atpubs/pcg_html/"},
+      // FAA Order JO 7340.2, Contractions: ICAO and FAA abbreviations.
+      {"Abbreviations and acronyms", "https://www.faa.gov/air_traffic/publications/atpubs/cnt_html/"},
+      // EUROCONTROL Aircraft Performance Database.
       {"Aircraft information database", "https://contentzone.eurocontrol.int/aircraftperformance/"},
+      // FAA Order JO 7110.65, Appendix A: aircraft information for controllers.
       {"Aircraft information for ATC", "https://www.faa.gov/air_traffic/publications/atpubs/atc_html/appendix_a.html"},
+      // EAD Basic: AIPs, charts and NOTAM of states world wide (free registration).
       {"AIS sites (world wide)", "https://www.ead.eurocontrol.int/"},
+      // NOAA Aviation Weather Center.
       {"Aviation weather maps", "https://aviationweather.gov/"},
-      {"CFMU Network Operations", "https://www.public.nm.eurocontrol.int/PUBPORTAL/gateway/spec/"},
-      {"European AIS database", "https://www.ead.eurocontrol.int/"},
+      // EUROCONTROL Network Manager (formerly CFMU): Network Operations Portal.
+      {"CFMU Network Operations", "https://www.eurocontrol.int/portal/network-operations-portal"},
+      {"European AIS database", "https://www.eurocontrol.int/service/european-ais-database"},
+      // FAA Dynamic Regulatory System, which holds the type certificate data sheets.
       {"FAA type certificate data", "https://drs.faa.gov/"},
+      // ICAO Doc 8643, Aircraft Type Designators.
       {"ICAO aircraft type designators", "https://www.icao.int/publications/DOC8643/Pages/Search.aspx"},
-      {"ICAO registration prefixes", "https://www.icao.int/"},
+      {"ICAO registration prefixes", "https://en.wikipedia.org/wiki/List_of_aircraft_registration_prefixes"},
       {"ICAO/IATA airport codes", "https://www.iata.org/en/publications/directories/code-search/"},
-      {"ISO country codes", "https://www.iso.org/obp/ui/#search"},
+      // ISO 3166 country codes.
+      {"ISO country codes", "https://www.iso.org/iso-3166-country-codes.html"},
       {"World time server", "https://www.timeanddate.com/worldclock/"},
       {"World time zone map", "https://www.timeanddate.com/time/map/"},
   };
+
   for (const Link& l : kDefaults) t.entries[t.count++] = l;
   return t;
 }
 
-void LinkTable::Tidy() {
+void LinkTable::Tidy() { TidyTracking(-1); }
+
+int LinkTable::TidyTracking(int tracked) {
   std::array<Link, kCapacity> kept{};
+  std::array<int, kCapacity> from{};  // original position of each kept entry
   int n = 0;
-  for (const Link& l : entries) {
-    std::string title = TrimBlanks(l.title);
-    if (!title.empty()) kept[n++] = {std::move(title), l.url};
+  for (int i = 0; i < kCapacity; ++i) {
+    std::string title = TrimBlanks(entries[i].title);
+    if (title.empty()) continue;
+    from[n] = i;
+    kept[n++] = {std::move(title), entries[i].url};
   }
   for (int i = 0; i + 1 < n; ++i) {
     int best = i;
     for (int j = i + 1; j < n; ++j)
       if (CompareNoCase(kept[j].title, kept[best].title) < 0) best = j;
-    if (best != i) std::swap(kept[i], kept[best]);
+    if (best != i) {
+      std::swap(kept[i], kept[best]);
+      std::swap(from[i], from[best]);
+    }
   }
   entries = std::move(kept);
   count = n;
+  for (int i = 0; i < n; ++i)
+    if (from[i] == tracked) return i;
+  return -1;
+}
+
+int LinkTable::Add(const Link& link) {
+  if (Full() || TrimBlanks(link.title).empty()) return -1;
+  entries[count] = link;
+  return TidyTracking(count);
+}
+
+int LinkTable::Replace(int index, const Link& link) {
+  if (index < 0 || index >= count) return -1;
+  entries[index] = link;
+  return TidyTracking(index);
+}
+
+void LinkTable::Remove(int index) {
+  if (index < 0 || index >= count) return;
+  entries[index] = Link{};
+  Tidy();
 }
 
 }  // namespace norvane

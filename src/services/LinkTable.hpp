@@ -25,7 +25,22 @@ struct LinkTable {
   // a selection sort (the first of equal titles stays first) and empties the unused slots.
   void Tidy();
 
+  // The editor's operations; each tidies the table afterwards.
+  // Appends `link` when its title is not blank and a slot is free; returns its position after
+  // sorting, -1 when nothing was added.
+  int Add(const Link& link);
+  // Replaces entry `index`; returns its position after sorting, -1 when the index is not in use
+  // or the new title is blank (the entry is then dropped, as a blank title always is).
+  int Replace(int index, const Link& link);
+  // Removes entry `index` (ignored when not in use).
+  void Remove(int index);
+  bool Full() const { return count >= kCapacity; }
+
   bool operator==(const LinkTable&) const = default;
+
+ private:
+  // Tidy() that reports where the entry at `tracked` went (-1 when dropped).
+  int TidyTracking(int tracked);
 };
 
 // Removes leading and trailing blanks (spaces and tabs).

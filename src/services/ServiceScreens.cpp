@@ -2,6 +2,8 @@
 
 namespace norvane {
 
-void RegisterServiceScreens(ScreenRegistry& /*registry*/) {}
+void RegisterNetworkServices(ScreenRegistry& registry);  // NetworkScreens.cpp: 17, 18, update hooks
+
+void RegisterServiceScreens(ScreenRegistry& registry) { RegisterNetworkServices(registry); }
 
 }  // namespace norvane

@@ -1,0 +1,88 @@
+#pragma once
+// Internet access over Qt Network: read an address into a text, download it into a file, delete
+// a file, and ask whether the system has a connection. Every transfer bypasses caches, reads
+// the answer in blocks of at most 1024 bytes with the event loop served between blocks, ends
+// with code 4 after a stall of 20 seconds without data, and refuses answers larger than the
+// limit its caller sets (code 4), so neither a silent nor an endless server can hang a window.
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+class QNetworkAccessManager;
+class QNetworkReply;
+
+namespace norvane {
+
+inline constexpr int kReadBlockSize = 1024;
+
+// True unless the system positively reports that it is offline. Where no backend of
+// QNetworkInformation can tell (or it does not know yet), the answer is "connected": a wrong
+// "connected" costs one failed request, a wrong "offline" would lock the user out.
+bool InternetConnected();
+
+// One GET of one address. Finished(code) is emitted exactly once per Start, always from the
+// event loop (never from inside Start); destroying the object aborts the transfer silently.
+class UrlTransfer : public QObject {
+  Q_OBJECT
+ public:
+  // Receives each block as it arrives; returning false ends the transfer with code 4.
+  using Sink = std::function<bool(const char* data, int64_t size)>;
+
+  explicit UrlTransfer(QObject* parent = nullptr);
+  ~UrlTransfer() override;
+
+  // maxBytes: the largest answer accepted. requireSuccess: an HTTP error status (404 ...) ends
+  // with code 3 instead of delivering the server's error page as the answer.
+  void Start(const std::string& url, int64_t maxBytes, Sink sink, bool requireSuccess = false);
+  bool IsRunning() const { return running_; }
+
+ signals:
+  void Finished(int code);
+
+ private:
+  void OnProgress();
+  void Pump();
+  void Complete(int code);
+  int FinalCode() const;
+
+  QNetworkAccessManager* manager_ = nullptr;
+  QPointer<QNetworkReply> reply_;
+  QTimer stallTimer_;
+  Sink sink_;
+  int64_t maxBytes_ = 0;
+  int64_t received_ = 0;
+  bool requireSuccess_ = false;
+  bool running_ = false;
+  bool pumpQueued_ = false;
+  bool headersSeen_ = false;
+};
+
+// Appends the answer at `url` to `text`, byte for byte as single-byte characters. errCode:
+// 0 success (an HTTP error page counts as an answer), 1 no connection, 2 no session (no TLS
+// support for https, a proxy failure), 3 the address could not be opened (malformed, refused,
+// unknown host, TLS failure), 4 reading failed, stalled or passed maxBytes. Blocks the caller
+// but serves the event loop while it waits.
+void ReadUrl(const std::string& url, std::string& text, int16_t& errCode, int64_t maxBytes);
+
+// Downloads `url` into `localPath` (written whole or not at all). True when the server answered
+// with success, the file was complete within maxBytes and exists afterwards.
+bool DownloadFile(const std::string& url, const QString& localPath, int64_t maxBytes);
+
+// Deletes the file when it exists, read-only or not. Always true.
+bool DeleteIfExists(const QString& path);
+
+namespace testing {
+// Time without data after which a transfer ends with code 4 (20 s by default).
+void SetStallTimeout(std::chrono::milliseconds timeout);
+// Forces the answer of InternetConnected(); nullopt asks the system again.
+void SetConnectionState(std::optional<bool> connected);
+}  // namespace testing
+
+}  // namespace norvane

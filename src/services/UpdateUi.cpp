@@ -1,0 +1,135 @@
+#include "services/UpdateUi.hpp"
+
+#include <QApplication>
+#include <QDate>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "app/AboutDialog.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
+#include "services/Internet.hpp"
+#include "services/SelfUpdate.hpp"
+#include "services/ServerAddresses.hpp"
+#include "services/UpdateInfo.hpp"
+
+namespace norvane {
+
+UpdateDialog::UpdateDialog(QWidget* parent) : QDialog(parent) {
+  setObjectName("frmUpdate");
+  setWindowTitle(tr("Norvane update"));
+  auto* root = new QVBoxLayout(this);
+  root->setSizeConstraint(QLayout::SetFixedSize);
+  lblUpdate_ = new QLabel(this);
+  lblUpdate_->setObjectName("LblUpdate");
+  lblUpdate_->setMinimumWidth(lblUpdate_->fontMetrics().horizontalAdvance(QString::fromLatin1(update_text::kCompleted)) + 40);
+  lblUpdate_->setAlignment(Qt::AlignCenter);
+  root->addWidget(lblUpdate_);
+  cmdClose_ = new QPushButton(tr("Close"), this);
+  cmdClose_->setObjectName("cmdClose");
+  cmdClose_->setEnabled(false);
+  connect(cmdClose_, &QPushButton::clicked, this, &QDialog::accept);
+  root->addWidget(cmdClose_, 0, Qt::AlignHCenter);
+  timer_ = new QTimer(this);
+  timer_->setObjectName("Timer");
+  timer_->setInterval(100);
+  connect(timer_, &QTimer::timeout, this, &UpdateDialog::onTick);
+  timer_->start();
+}
+
+void UpdateDialog::onTick() {
+  timer_->stop();
+  running_ = true;
+  lblUpdate_->setText(QString::fromLatin1(update_text::kInProgress));
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  updated_ = DoSelfUpdate(RunningExecutablePath());
+  QApplication::restoreOverrideCursor();
+  running_ = false;
+  lblUpdate_->setText(QString::fromLatin1(updated_ ? update_text::kCompleted : update_text::kFailed));
+  cmdClose_->setEnabled(true);
+  cmdClose_->setDefault(true);
+  cmdClose_->setFocus();
+}
+
+void UpdateDialog::reject() {
+  if (running_ || timer_->isActive()) return;
+  QDialog::reject();
+}
+
+bool RunUpdateDialog(QWidget* parent) {
+  UpdateDialog dialog(parent);
+  dialog.exec();
+  return dialog.updated();
+}
+
+bool AskToUpdate(QWidget* parent, int16_t version) {
+  QMessageBox box(QMessageBox::Question, QStringLiteral("Norvane"),
+                  QString::fromLatin1(UpdateQuestionText(version).c_str()).replace("\r\n", "\n"),
+                  QMessageBox::Yes | QMessageBox::No, parent);
+  box.setObjectName("UpdateQuestion");
+  return box.exec() != QMessageBox::No;
+}
+
+void DecorateAboutBox(AboutDialog* about) {
+  auto* row = new QHBoxLayout;
+  auto* lblUpdate = new QLabel(about);
+  lblUpdate->setObjectName("LblUpdate");
+  lblUpdate->setWordWrap(true);
+  if (!CanReplaceExecutable(RunningExecutablePath())) {
+    lblUpdate->setText(QString::fromLatin1(update_text::kPackageManaged));
+    row->addWidget(lblUpdate, 1);
+    about->extensionLayout()->addLayout(row);
+    return;
+  }
+  auto* cmdUpdate = new QPushButton(QObject::tr("Check for &update"), about);
+  cmdUpdate->setObjectName("CmdUpdate");
+  cmdUpdate->setToolTip(QObject::tr("Look for a newer version of Norvane on the update server"));
+  cmdUpdate->setAutoDefault(false);
+  row->addWidget(cmdUpdate);
+  row->addWidget(lblUpdate, 1);
+  about->extensionLayout()->addLayout(row);
+
+  QObject::connect(cmdUpdate, &QPushButton::clicked, about, [about, cmdUpdate, lblUpdate] {
+    lblUpdate->setText(QString::fromLatin1(update_text::kChecking));
+    if (!InternetConnected()) {
+      lblUpdate->setText(QString::fromLatin1(update_text::kNoConnection));
+      return;
+    }
+    cmdUpdate->setEnabled(false);
+    auto* transfer = new UrlTransfer(about);
+    auto text = std::make_shared<std::string>();
+    QObject::connect(transfer, &UrlTransfer::Finished, about, [=](int code) {
+      transfer->deleteLater();
+      cmdUpdate->setEnabled(true);
+      const int16_t version = code == 0 ? ParseVersionText(*text) : 0;
+      const ServerVersionVerdict verdict = JudgeServerVersion(version);
+      lblUpdate->setText(QString::fromLatin1(VerdictText(verdict)));
+      if (verdict == ServerVersionVerdict::NewVersion && AskToUpdate(about, version)) {
+        about->setUpdateRequested(true);
+        about->accept();
+      }
+    });
+    transfer->Start(UpdateBaseUrl() + "/" + kVersionFileName, kVersionFileLimit, [text](const char* data, int64_t size) {
+      text->append(data, static_cast<size_t>(size));
+      return true;
+    });
+  });
+}
+
+std::string TodayText() { return S(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat)); }
+
+bool FirstTickUpdateCheck(QWidget* menu) {
+  Settings& s = App().settings;
+  // A package-managed install is updated by the system: no check, no question.
+  if (s.AutoUpdateCheck != 1 || !CanReplaceExecutable(RunningExecutablePath())) return false;
+  const std::optional<int16_t> version = AutomaticUpdateCheck(s.AutoUpdateCheck, s.PrevAutoUpdate, TodayText());
+  if (!version || !AskToUpdate(menu, *version)) return false;
+  return RunUpdateDialog(menu);
+}
+
+}  // namespace norvane

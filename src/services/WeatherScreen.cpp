@@ -1,0 +1,144 @@
+#include "services/WeatherScreen.hpp"
+
+#include <QButtonGroup>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/UiHelpers.hpp"
+#include "services/Internet.hpp"
+#include "services/WeatherClient.hpp"
+
+namespace norvane {
+
+namespace {
+// The kind of report chosen last, kept while the program runs.
+int& LastKind() {
+  static int kind = 0;
+  return kind;
+}
+}  // namespace
+
+WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17", tr("Airport weather"), parent) {
+  setLive(true);  // the fetch button takes the place of Calculate
+
+  BoxRule code;
+  code.mode = KeyMode::Letters;
+  code.toUpper = true;
+  code.maxLength = 4;
+  code.check = BoxRule::Check::None;
+  inboxICAO_ = addBox(code, tr("ICAO location indicator of the airport: four letters (e.g. EGLL)"));
+  inboxICAO_->setObjectName("inboxICAO");
+  inboxICAO_->setMaximumWidth(inboxICAO_->fontMetrics().horizontalAdvance(QStringLiteral("WWWWWW")) + 16);
+
+  auto* top = new QHBoxLayout;
+  auto* airport = makeFrame(tr("Airport"), "FrameAirport");
+  auto* al = new QHBoxLayout(airport);
+  al->addWidget(makeCaption(tr("ICAO code"), "lblICAO"));
+  al->addWidget(inboxICAO_);
+  top->addWidget(airport);
+
+  auto* kind = makeFrame(tr("Data"), "FrameKind");
+  auto* kl = new QHBoxLayout(kind);
+  auto* group = new QButtonGroup(this);
+  const QString captions[2] = {tr("METAR report"), tr("TAF forecast")};
+  for (int i = 0; i < 2; ++i) {
+    optW_[i] = new QRadioButton(captions[i], kind);
+    optW_[i]->setObjectName(QStringLiteral("OptW%1").arg(i));
+    group->addButton(optW_[i], i);
+    kl->addWidget(optW_[i]);
+  }
+  optW_[LastKind() == 1 ? 1 : 0]->setChecked(true);
+  connect(group, &QButtonGroup::idClicked, this, [](int id) { LastKind() = id; });
+  top->addWidget(kind);
+
+  cmdGetWeather_ = new QPushButton(tr("&Get weather"), this);
+  cmdGetWeather_->setObjectName("CmdGetWeather");
+  cmdGetWeather_->setToolTip(tr("Fetch the latest report of this airport from the weather server"));
+  cmdGetWeather_->setAutoDefault(false);
+  cmdGetWeather_->setEnabled(false);
+  connect(cmdGetWeather_, &QPushButton::clicked, this, &WeatherScreen::getWeather);
+  top->addWidget(cmdGetWeather_, 0, Qt::AlignBottom);
+  contentLayout()->addLayout(top);
+
+  lblR_ = new QLabel(this);
+  lblR_->setObjectName("LblR");
+  lblR_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblR_->setMinimumHeight(lblR_->fontMetrics().lineSpacing() + 4);  // no jump when it fills
+  contentLayout()->addWidget(lblR_);
+
+  textWeather_ = new QPlainTextEdit(this);
+  textWeather_->setObjectName("TextWeather");
+  textWeather_->setReadOnly(true);
+  textWeather_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+  textWeather_->setTabChangesFocus(true);
+  QFont mono = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  textWeather_->setFont(mono);
+  const QFontMetrics fm(mono);
+  textWeather_->setFixedSize(fm.horizontalAdvance(QString(64, QChar('W'))) + 24, fm.lineSpacing() * 9 + 16);
+  contentLayout()->addWidget(textWeather_);
+
+  setTabOrder(inboxICAO_, optW_[0]);
+  setTabOrder(optW_[0], optW_[1]);
+  setTabOrder(optW_[1], cmdGetWeather_);
+  setTabOrder(cmdGetWeather_, textWeather_);
+  setTabOrder(textWeather_, closeButton());
+}
+
+bool WeatherScreen::busy() const { return transfer_ != nullptr; }
+
+void WeatherScreen::boxEdited(int /*index*/) {
+  // A new code abandons a request still running for the old one.
+  delete transfer_;
+  transfer_ = nullptr;
+  lblR_->clear();
+  textWeather_->clear();
+  const bool complete = IsIcaoCode(S(inboxICAO_->text()));
+  SetTextColor(inboxICAO_, complete ? kValidText : kInvalidText);
+  cmdGetWeather_->setEnabled(complete);
+}
+
+void WeatherScreen::getWeather() {
+  const std::string code = S(inboxICAO_->text());
+  if (!IsIcaoCode(code) || busy()) return;
+  lblR_->clear();
+  setWeatherText(tr("..Getting data.."), kValidText);
+  cmdGetWeather_->setEnabled(false);
+  reply_.clear();
+  transfer_ = new UrlTransfer(this);
+  connect(transfer_, &UrlTransfer::Finished, this, &WeatherScreen::showResult);
+  transfer_->Start(StationFileUrl(code, optW_[1]->isChecked() ? WeatherKind::Taf : WeatherKind::Metar),
+                   kWeatherReplyLimit, [this](const char* data, int64_t size) {
+                     reply_.append(data, static_cast<size_t>(size));
+                     return true;
+                   });
+}
+
+void WeatherScreen::showResult(int code) {
+  transfer_->deleteLater();
+  transfer_ = nullptr;
+  cmdGetWeather_->setEnabled(IsIcaoCode(S(inboxICAO_->text())));
+  const WeatherResult w = WeatherFromReply(static_cast<int16_t>(code), reply_);
+  if (w.code == 0) {
+    // The station file is single-byte text: one character per byte.
+    lblR_->setText(QString::fromLatin1(RecordedText(w).c_str()));
+    setWeatherText(QString::fromLatin1(w.report.c_str()), kValidText);
+  } else {
+    setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), kInvalidText);
+  }
+}
+
+void WeatherScreen::setWeatherText(const QString& text, const QColor& colour) {
+  SetTextColor(textWeather_, colour);
+  textWeather_->setPlainText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+}
+
+void WeatherScreen::prepareScreenshot() { inboxICAO_->setText(QStringLiteral("EGLL")); }
+
+}  // namespace norvane

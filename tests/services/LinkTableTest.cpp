@@ -1,0 +1,114 @@
+// The aviation link table: the default list, the tidy rule and the editor's operations.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "services/LinkTable.hpp"
+
+namespace norvane {
+namespace {
+
+LinkTable Table(const std::vector<Link>& links) {
+  LinkTable t;
+  for (size_t i = 0; i < links.size(); ++i) t.entries[i] = links[i];
+  t.count = static_cast<int>(links.size());
+  return t;
+}
+
+std::vector<std::string> Urls(const LinkTable& t) {
+  std::vector<std::string> urls;
+  for (int i = 0; i < t.count; ++i) urls.push_back(t.entries[i].url);
+  return urls;
+}
+
+TEST(LinkTable, DefaultList) {
+  const LinkTable d = LinkTable::Defaults();
+  const char* titles[] = {"Abbreviations and acronyms", "Aircraft information database", "Aircraft information for ATC",
+                          "AIS sites (world wide)", "Aviation weather maps", "CFMU Network Operations",
+                          "European AIS database", "FAA type certificate data", "ICAO aircraft type designators",
+                          "ICAO registration prefixes", "ICAO/IATA airport codes", "ISO country codes",
+                          "World time server", "World time zone map"};
+  ASSERT_EQ(d.count, 14);
+  std::set<std::string> urls;
+  for (int i = 0; i < 14; ++i) {
+    EXPECT_EQ(d.entries[i].title, titles[i]);
+    EXPECT_EQ(d.entries[i].url.rfind("https://", 0), 0u) << d.entries[i].url;
+    EXPECT_EQ(d.entries[i].url.find_first_of(" \t\r\n"), std::string::npos) << d.entries[i].url;
+    urls.insert(d.entries[i].url);
+  }
+  EXPECT_EQ(urls.size(), 14u);  // each title its own page
+  EXPECT_TRUE(d.entries[14].title.empty() && d.entries[14].url.empty());
+  LinkTable tidied = d;
+  tidied.Tidy();
+  EXPECT_EQ(tidied, d);  // already in the order the tidy rule gives
+}
+
+TEST(LinkTable, TidyRule) {
+  struct Row {
+    const char* what;
+    std::vector<Link> in;
+    std::vector<std::string> titles, urls;
+  };
+  const Row rows[] = {
+      {"blank titles dropped, gaps closed, titles trimmed",
+       {{"Zulu", "z"}, {"", "lost"}, {"   ", "lost too"}, {"\tMike ", "m"}, {"Alpha", "a"}},
+       {"Alpha", "Mike", "Zulu"},
+       {"a", "m", "z"}},
+      {"case ignored", {{"beta", "b"}, {"ALPHA", "A"}, {"Charlie", "c"}}, {"ALPHA", "beta", "Charlie"}, {"A", "b", "c"}},
+      {"equal titles: the first found stays first", {{"x", "1"}, {"Wx", "2"}, {"WX", "3"}, {"wx", "4"}},
+       {"Wx", "WX", "wx", "x"}, {"2", "3", "4", "1"}},
+      // Selection by swapping: the smallest title trades places with the entry at the front,
+      // which can carry that entry past an equal one.
+      {"swap carries an equal title behind", {{"B", "1"}, {"b", "2"}, {"A", "3"}}, {"A", "b", "B"}, {"3", "2", "1"}},
+      {"one entry", {{" Solo ", "s"}}, {"Solo"}, {"s"}},
+      {"all blank", {{" ", "x"}, {"", "y"}}, {}, {}},
+  };
+  for (const Row& r : rows) {
+    LinkTable t = Table(r.in);
+    t.Tidy();
+    std::vector<std::string> titles;
+    for (int i = 0; i < t.count; ++i) titles.push_back(t.entries[i].title);
+    EXPECT_EQ(titles, r.titles) << r.what;
+    EXPECT_EQ(Urls(t), r.urls) << r.what;
+    for (int i = t.count; i < LinkTable::kCapacity; ++i)
+      EXPECT_TRUE(t.entries[i].title.empty() && t.entries[i].url.empty()) << r.what;
+  }
+}
+
+TEST(LinkTable, EditorOperations) {
+  LinkTable t = Table({{"Bravo", "b"}, {"Delta", "d"}});
+  EXPECT_EQ(t.Add({"Charlie", "c"}), 1);
+  EXPECT_EQ(t.Add({"  ", "blank"}), -1);  // a blank title is not added
+  EXPECT_EQ(t.count, 3);
+  EXPECT_EQ(t.Add({" alpha ", "a"}), 0);
+  EXPECT_EQ(t.entries[0].title, "alpha");
+  EXPECT_EQ(t.Replace(0, {"Echo", "e"}), 3);  // edited entry moves to its sorted place
+  EXPECT_EQ(Urls(t), (std::vector<std::string>{"b", "c", "d", "e"}));
+  EXPECT_EQ(t.Replace(1, {"", "gone"}), -1);  // blanking a title drops the entry
+  EXPECT_EQ(Urls(t), (std::vector<std::string>{"b", "d", "e"}));
+  EXPECT_EQ(t.Replace(7, {"X", "x"}), -1);
+  t.Remove(0);
+  EXPECT_EQ(Urls(t), (std::vector<std::string>{"d", "e"}));
+  t.Remove(5);
+  EXPECT_EQ(t.count, 2);
+
+  // Equal titles: the position returned is the entry's own.
+  LinkTable same = Table({{"Wx", "1"}, {"Wx", "2"}});
+  EXPECT_EQ(same.Add({"WX", "3"}), 2);
+  EXPECT_EQ(same.Replace(0, {"wx", "1b"}), 0);
+
+  // Fifteen entries at most; a delete makes room again.
+  LinkTable full;
+  for (int i = 0; i < LinkTable::kCapacity; ++i) EXPECT_GE(full.Add({"Link " + std::to_string(100 + i), "u"}), 0);
+  EXPECT_TRUE(full.Full());
+  EXPECT_EQ(full.Add({"One too many", "u"}), -1);
+  EXPECT_EQ(full.count, 15);
+  full.Remove(3);
+  EXPECT_FALSE(full.Full());
+  EXPECT_EQ(full.Add({"One too many", "u"}), 14);
+}
+
+}  // namespace
+}  // namespace norvane

@@ -1,0 +1,104 @@
+#pragma once
+// A real HTTP server on 127.0.0.1 for the network tests (cpp-httplib on its own threads), with
+// a request counter and a way to release handlers that stall on purpose.
+
+#include <httplib.h>
+
+#include <QCoreApplication>
+#include <QTcpServer>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace norvane::test {
+
+class LocalHttpServer {
+ public:
+  LocalHttpServer() {
+    server_.set_keep_alive_max_count(1);
+    server_.set_error_handler([](const httplib::Request&, httplib::Response& res) {
+      if (res.body.empty())
+        res.set_content("<html><head><title>" + std::to_string(res.status) +
+                            "</title></head><body><h1>Not Found</h1></body></html>\n",
+                        "text/html");
+    });
+    server_.set_pre_routing_handler([this](const httplib::Request&, httplib::Response&) {
+      ++requests_;
+      return httplib::Server::HandlerResponse::Unhandled;
+    });
+  }
+  ~LocalHttpServer() { Stop(); }
+
+  httplib::Server& Routes() { return server_; }
+
+  // Starts listening on a free port of 127.0.0.1; returns "http://127.0.0.1:PORT".
+  std::string Start() {
+    port_ = server_.bind_to_any_port("127.0.0.1");
+    thread_ = std::thread([this] { server_.listen_after_bind(); });
+    while (!server_.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return Url();
+  }
+  std::string Url() const { return "http://127.0.0.1:" + std::to_string(port_); }
+
+  void Stop() {
+    Release();
+    if (thread_.joinable()) {
+      server_.stop();
+      thread_.join();
+    }
+  }
+
+  int Requests() const { return requests_; }
+
+  // Blocks a handler until Release() (or 30 s, so that a broken test cannot hang the run).
+  void Stall() {
+    std::unique_lock lock(mutex_);
+    released_cv_.wait_for(lock, std::chrono::seconds(30), [this] { return released_; });
+  }
+  void Release() {
+    {
+      std::lock_guard lock(mutex_);
+      released_ = true;
+    }
+    released_cv_.notify_all();
+  }
+
+ private:
+  httplib::Server server_;
+  std::thread thread_;
+  int port_ = 0;
+  std::atomic<int> requests_{0};
+  std::mutex mutex_;
+  std::condition_variable released_cv_;
+  bool released_ = false;
+};
+
+// A port of 127.0.0.1 on which nobody listens: connections to it are refused.
+inline std::string RefusingUrl() {
+  QTcpServer probe;
+  probe.listen(QHostAddress::LocalHost, 0);
+  const quint16 port = probe.serverPort();
+  probe.close();
+  return "http://127.0.0.1:" + std::to_string(port);
+}
+
+// Gives the tests of one binary a QCoreApplication (gtest_main owns main()).
+class QtEnvironment : public ::testing::Environment {
+ public:
+  void SetUp() override {
+    if (!QCoreApplication::instance()) app_ = new QCoreApplication(argc_, argv_);
+  }
+  void TearDown() override { delete app_; }
+
+ private:
+  int argc_ = 1;
+  char name_[16] = "nettest";
+  char* argv_[2] = {name_, nullptr};
+  QCoreApplication* app_ = nullptr;
+};
+
+}  // namespace norvane::test

@@ -1,0 +1,78 @@
+// norvane-cli weather, run as a program against a local weather server.
+#include <gtest/gtest.h>
+
+#include <QDate>
+#include <QProcess>
+#include <QProcessEnvironment>
+
+#include <string>
+
+#include "LocalHttpServer.hpp"
+
+namespace norvane {
+namespace {
+
+const auto* const kQtEnvironment = ::testing::AddGlobalTestEnvironment(new test::QtEnvironment);
+
+struct CliRun {
+  int status;
+  std::string out, err;
+};
+
+CliRun RunCli(const QStringList& args, const std::string& weatherUrl) {
+  QProcess process;
+  QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+  env.insert("NORVANE_WEATHER_URL", QString::fromStdString(weatherUrl));
+  process.setProcessEnvironment(env);
+  process.start(NORVANE_CLI, args);
+  if (!process.waitForFinished(30000)) return {-1, "", "timed out"};
+  return {process.exitCode(), process.readAllStandardOutput().toStdString(),
+          process.readAllStandardError().toStdString()};
+}
+
+TEST(WeatherCli, PrintsWhatTheScreenShows) {
+  const std::string year = std::to_string(QDate::currentDate().year());
+  test::LocalHttpServer server;
+  auto& r = server.Routes();
+  r.Get("/data/observations/metar/stations/EGLL.TXT", [&](const httplib::Request&, httplib::Response& res) {
+    res.set_content(year + "/03/14 09:50\nEGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG\n", "text/plain");
+  });
+  r.Get("/data/forecasts/taf/stations/EGLL.TXT", [&](const httplib::Request&, httplib::Response& res) {
+    res.set_content(year + "/03/14 11:02\nTAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 \n  TEMPO 1412/1418 BKN014\n",
+                    "text/plain");
+  });
+  const std::string base = server.Start() + "/data";
+
+  struct Row {
+    QStringList args;
+    int status;
+    std::string out;
+  };
+  const Row rows[] = {
+      {{"weather", "--icao", "EGLL"}, 0,
+       "recorded: " + year + "/03/14 09:50\nreport: EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG\n"},
+      {{"weather", "--icao", "egll", "--taf"}, 0,
+       "recorded: " + year + "/03/14 11:02\nreport: TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 TEMPO 1412/1418 BKN014\n"},
+      {{"--json", "weather", "--icao", "EGLL"}, 0,
+       "{\"recorded\": \"" + year + "/03/14 09:50\", \"report\": \"EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG\"}\n"},
+      {{"weather", "--icao", "ZZZZ"}, 1,
+       "message: Unable to get weather data (unknown location or no available weather data)\n"},
+      {{"weather", "--icao", "EGL"}, 2, ""},
+      {{"weather", "--icao", "EG1L"}, 2, ""},
+      {{"weather"}, 2, ""},
+  };
+  for (const Row& row : rows) {
+    const CliRun run = RunCli(row.args, base);
+    EXPECT_EQ(run.status, row.status) << row.args.join(' ').toStdString() << "\n" << run.err;
+    EXPECT_EQ(run.out, row.out) << row.args.join(' ').toStdString();
+  }
+  EXPECT_NE(RunCli({"weather", "--icao", "EGL"}, base).err.find("four-letter"), std::string::npos);
+
+  server.Stop();
+  const CliRun refused = RunCli({"weather", "--icao", "EGLL"}, test::RefusingUrl());
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.out, "message: Invalid URL\n");
+}
+
+}  // namespace
+}  // namespace norvane
