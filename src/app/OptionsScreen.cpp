@@ -78,6 +78,8 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   ltOff_->setRange(-12, 12);
   ltOff_->setPageStep(1);
   ltOff_->setMinimumWidth(160);
+  ltOff_->setFocusPolicy(Qt::StrongFocus);  // reachable with Tab, moved with the arrow keys
+  ltOff_->setInvertedControls(false);       // QScrollBar inverts the keys by default: Right must add
   ll->addWidget(ltOff_, 1);
   ltOffsetLbl_ = new QLabel(lt);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");

@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QWidget>
 
+#include "app/AppContext.hpp"
 #include "app/InputRules.hpp"
 
 namespace norvane {
@@ -36,6 +37,12 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 
 char16_t LocaleDecimalSep() {
   return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String());
+}
+
+QString LocaleText(const std::string& s) {
+  QString q = Q(s);
+  if (App().decimalSep != u'.') q.replace(QLatin1Char('.'), QChar(App().decimalSep));
+  return q;
 }
 
 }  // namespace norvane

@@ -34,6 +34,10 @@ struct OpenFileResult {
 OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QString& initialDir,
                               const QString& filter);
 
+// A number formatted by the core (always with ".") as the user reads and types it: with the
+// locale's decimal separator (App().decimalSep).
+QString LocaleText(const std::string& s);
+
 // The locale's decimal separator: the second character of the text form of 0.5.
 char16_t LocaleDecimalSep();
 

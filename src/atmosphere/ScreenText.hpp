@@ -10,11 +10,7 @@
 
 namespace norvane {
 
-inline QString ShownText(const std::string& s) {
-  QString q = Q(s);
-  if (App().decimalSep != u'.') q.replace(QLatin1Char('.'), QChar(App().decimalSep));
-  return q;
-}
+inline QString ShownText(const std::string& s) { return LocaleText(s); }
 
 // A number written as "1013.25" in code, typed into a box as the user would type it.
 inline QString BoxText(const char* s) { return ShownText(s); }

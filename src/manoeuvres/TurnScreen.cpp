@@ -181,12 +181,12 @@ bool TurnScreen::calculate() {
   const int16_t bankIndex = static_cast<int16_t>(gMaxBank);
   const TurnTexts t = CalculateTurnTexts(box(0)->value(), bankIndex, gRate == 1,
                                          static_cast<RadiusUnit>(gRadiusUnit), angle, dist);
-  dataR_[0]->setText(Q(t.bank));
-  dataR_[1]->setText(Q(t.rate));
-  dataR_[2]->setText(Q(t.radius));
-  dataR_[5]->setText(Q(t.gLoad));
-  dataR_[3]->setText(Q(t.anticipation));
-  dataR_[4]->setText(Q(t.finalDistance));
+  dataR_[0]->setText(LocaleText(t.bank));
+  dataR_[1]->setText(LocaleText(t.rate));
+  dataR_[2]->setText(LocaleText(t.radius));
+  dataR_[5]->setText(LocaleText(t.gLoad));
+  dataR_[3]->setText(LocaleText(t.anticipation));
+  dataR_[4]->setText(LocaleText(t.finalDistance));
   return true;
 }
 

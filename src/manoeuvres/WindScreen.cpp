@@ -166,7 +166,7 @@ bool WindScreen::calculate() {
     showError(Q(t.message));
     return false;
   }
-  for (int k = 0; k < t.count; ++k) dataR_[k + 1]->setText(Q(t.text[k]));
+  for (int k = 0; k < t.count; ++k) dataR_[k + 1]->setText(LocaleText(t.text[k]));
   return true;
 }
 

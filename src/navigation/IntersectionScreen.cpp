@@ -111,8 +111,8 @@ bool IntersectionScreen::calculate() {
     t2 = MagneticToTrue(t2, variation(var2_, lat2, lon2));
   }
   const GeoPoint p = RadialIntersection(lat1, lon1, t1, lat2, lon2, t2);
-  dataR_[0]->setText(Q(IntersectionText(p.lat, false)));
-  dataR_[1]->setText(Q(IntersectionText(p.lon, true)));
+  dataR_[0]->setText(LocaleText(IntersectionText(p.lat, false)));
+  dataR_[1]->setText(LocaleText(IntersectionText(p.lon, true)));
   return true;
 }
 

@@ -95,7 +95,7 @@ bool MagVarScreen::calculate() {
   const double altitudeKm = altitude_->value() * 0.3048 / 1000;
   const QDate d = dtPicker_->date();
   const double variation = ComputeMagVar(lat, lon, altitudeKm, {d.year(), d.month(), d.day()}, useWMM());
-  lblMV_->setText(Q(MagVarText(variation)));
+  lblMV_->setText(LocaleText(MagVarText(variation)));
   return true;
 }
 

@@ -104,9 +104,7 @@ void NavigationScreen::writeBox(InputBox* box, const QString& text) {
 }
 
 void NavigationScreen::writeVariation(InputBox* box, double variation) {
-  QString text = Q(FormatMask(variation, "0.0"));
-  if (App().decimalSep != u'.') text.replace(QLatin1Char('.'), QChar(App().decimalSep));
-  writeBox(box, text);
+  writeBox(box, LocaleText(FormatMask(variation, "0.0")));
 }
 
 std::optional<double> NavigationScreen::OptionalValue(const InputBox* box) {

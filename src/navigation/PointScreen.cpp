@@ -150,8 +150,8 @@ bool PointScreen::calculate() {
                                               UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
                                               magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);
   if (r.variationComputed) writeVariation(variation_, *r.variation);
-  dataR_[0]->setText(Q(FormatLatLong(r.point.lat, false)));
-  dataR_[1]->setText(Q(FormatLatLong(r.point.lon, true)));
+  dataR_[0]->setText(LocaleText(FormatLatLong(r.point.lat, false)));
+  dataR_[1]->setText(LocaleText(FormatLatLong(r.point.lon, true)));
   return true;
 }
 

@@ -106,7 +106,7 @@ bool TracksScreen::calculate() {
 
 void TracksScreen::showResults() {
   const auto texts = TracksTexts(result_, unit());
-  for (size_t i = 0; i < texts.size(); ++i) dataR_[i]->setText(Q(texts[i]));
+  for (size_t i = 0; i < texts.size(); ++i) dataR_[i]->setText(LocaleText(texts[i]));
 }
 
 void TracksScreen::setDistanceUnit(DistanceUnit u) {

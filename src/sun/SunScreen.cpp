@@ -18,6 +18,8 @@
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
+#include "services/NavDBShell.hpp"
+#include "services/WaypointImport.hpp"
 #include "sun/SunTimes.hpp"
 
 namespace norvane {
@@ -162,11 +164,7 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   ltOff_->setValue(offset);
   ltOffsetChanged(offset);
   timeSystemChanged();
-  const bool db = databaseAvailable();
-  cmdImportInitial_->setEnabled(db);
-  cmdImportInitial_->setToolTip(db ? tr("Take the position of a waypoint of the active database")
-                                   : tr("No active waypoint database: choose one from the main menu or in "
-                                        "Options and default"));
+  cmdImportInitial_->setToolTip(tr("Take the position of a waypoint of the active database"));
 
   for (QRadioButton* o : {optLat_[0], optLat_[1], optLng_[0], optLng_[1]})
     connect(o, &QRadioButton::toggled, this, [this](bool on) {
@@ -242,17 +240,11 @@ void SunScreen::ltOffsetChanged(int value) {
   ltOffsetLbl_->setText(tr("Local time offset from UTC (h): %1").arg(Q(SignedText(value))));
 }
 
-bool SunScreen::databaseAvailable() const {
-  return Hooks().databaseDisplayName && !Hooks().databaseDisplayName().isEmpty();
-}
-
 void SunScreen::importPosition() {
-  // The waypoint search dialog is not part of this build yet: say why nothing can be imported.
-  if (!databaseAvailable()) {
-    showError(tr("No active waypoint database"));
-    return;
-  }
-  showError(tr("Waypoint search is not available in this build"));
+  // Whole degrees and rounded minutes: this screen has no seconds boxes.
+  const CoordinateFields lat{box(0), box(1), nullptr, optLat_[0], optLat_[1]};
+  const CoordinateFields lon{box(2), box(3), nullptr, optLng_[0], optLng_[1]};
+  if (ImportWaypoint(this, lat, lon) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
 }
 
 void SunScreen::prepareScreenshot() {

@@ -30,7 +30,6 @@ class SunScreen : public CalculatorScreen {
   void timeSystemChanged();
   void ltOffsetChanged(int value);
   void importPosition();
-  bool databaseAvailable() const;
 
   QRadioButton* optLat_[2];
   QRadioButton* optLng_[2];

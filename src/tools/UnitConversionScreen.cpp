@@ -165,7 +165,7 @@ void UnitConversionScreen::ConvertUnits() {
   }
   const double result = norvane::ConvertUnits(listUT_->currentRow(), fCmb_->currentIndex(), tCmb_->currentIndex(),
                                               value->value());
-  dataR_->setText(Q(FormatConversionResult(result)));
+  dataR_->setText(LocaleText(FormatConversionResult(result)));
 }
 
 void UnitConversionScreen::degreeFormatChosen(DegreeFormat format) {
@@ -203,8 +203,8 @@ void UnitConversionScreen::ConvertDegrees() {
   };
   const double total = DegreesTotal(format, box(kFirstDegreeBox)->value(), optional(1), optional(2));
   const DegreeTexts t = norvane::ConvertDegrees(format, total);
-  labelDC1_->setText(Q(t.first));
-  labelDC2_->setText(Q(t.second));
+  labelDC1_->setText(LocaleText(t.first));
+  labelDC2_->setText(LocaleText(t.second));
 }
 
 void UnitConversionScreen::boxEdited(int index) {
@@ -225,7 +225,7 @@ void UnitConversionScreen::prepareScreenshot() {
   degreeFormatChosen(DegreeFormat::DMS);
   box(1)->setText(QStringLiteral("45"));
   box(2)->setText(QStringLiteral("30"));
-  box(3)->setText(QStringLiteral("15.5"));
+  box(3)->setText(LocaleText("15.5"));
 }
 
 }  // namespace norvane

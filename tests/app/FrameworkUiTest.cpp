@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -212,11 +213,13 @@ TEST_F(UiTest, OptionsSaveStoresInMemoryCancelDoesNot) {
     auto* sync = o.findChild<QWidget*>("CheckSynchro");
     QTest::mouseClick(sync, Qt::LeftButton, {}, QPoint(5, sync->height() / 2));
     QTest::mouseClick(o.findChild<QWidget*>("OptMetricUS1"), Qt::LeftButton, {}, QPoint(5, 5));
+    QTest::keyClick(o.findChild<QScrollBar*>("LTOff"), Qt::Key_Right);  // Right adds an hour
+    EXPECT_EQ(o.findChild<QLabel*>("LTOffsetLbl")->text(), "-2");
     QTest::mouseClick(o.findChild<QPushButton*>("cmdSave"), Qt::LeftButton);
   }
   EXPECT_EQ(App().settings.Synchronize, 0);
   EXPECT_EQ(App().settings.DefaultUnitSystem, 1);
-  EXPECT_EQ(App().settings.LTOffset, -3);
+  EXPECT_EQ(App().settings.LTOffset, -2);
 }
 
 TEST_F(UiTest, SecondInstanceIsRefusedAndExitWritesTheSettings) {

@@ -237,6 +237,14 @@ TEST_F(ManoeuvreUi, TurnOptionsRecalculateAndAnticipation) {
   Click(s, "OptTRinput1");
   EXPECT_EQ(Text(s, "dataR0"), "");
   Click(s, "Optbankinput2");
+
+  // Results are written with the locale's decimal separator, as the boxes take it.
+  App().decimalSep = u',';
+  Click(s, "Optbankinput3");
+  Type(s, 2, "12,5");
+  QTest::mouseClick(calc, Qt::LeftButton);
+  EXPECT_EQ(Text(s, "dataR2"), "0,637");
+  EXPECT_EQ(Text(s, "dataR1"), "3,00");
 }
 
 TEST_F(ManoeuvreUi, HoldingLiveLimitsMarksAndTurnDirection) {

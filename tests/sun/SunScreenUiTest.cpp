@@ -6,12 +6,16 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QApplication>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include "app/AppContext.hpp"
 #include "app/InputBox.hpp"
+#include "services/ImportDialog.hpp"
+#include "services/NavDBShell.hpp"
 #include "sun/SunScreen.hpp"
 
 using namespace norvane;
@@ -149,9 +153,6 @@ TEST_F(SunScreenUi, LoadsTodayTheOffsetSettingAndRangeChecksTheBoxes) {
   EXPECT_TRUE(w<QLabel>("LTOffsetLbl")->text().endsWith("-3"));
   EXPECT_EQ(w<QComboBox>("TWCombo")->currentIndex(), 0);
   EXPECT_TRUE(w<QRadioButton>("TTOpt0")->isChecked());
-  // Without an active waypoint database there is nothing to import.
-  EXPECT_FALSE(w<QPushButton>("cmdImportInitial")->isEnabled());
-  EXPECT_FALSE(w<QPushButton>("cmdImportInitial")->toolTip().isEmpty());
 
   screen->show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(screen.get()));
@@ -170,4 +171,39 @@ TEST_F(SunScreenUi, LoadsTodayTheOffsetSettingAndRangeChecksTheBoxes) {
   }
   type(1, "-5x");  // unsigned whole numbers only
   EXPECT_EQ(box(1)->text(), "5");
+}
+
+TEST_F(SunScreenUi, ImportTakesAWaypointPositionOrSaysThereIsNoDatabase) {
+  InstallNavDBHooks();
+  ActiveNavDB().Clear();
+  open();
+  QApplication::setActiveWindow(screen.get());
+  bool dialogSeen = false;
+  auto answerDialog = [&] {
+    QTimer::singleShot(0, [&] {
+      auto* d = qobject_cast<ImportDialog*>(QApplication::activeModalWidget());
+      if (!d) return;
+      dialogSeen = true;
+      QTest::keyClicks(d->findChild<InputBox*>("inICAO"), "EGLL");
+      QTest::mouseClick(d->findChild<QPushButton*>("cmdSearch"), Qt::LeftButton);
+    });
+    QTest::mouseClick(w<QPushButton>("cmdImportInitial"), Qt::LeftButton);
+    QApplication::processEvents();
+  };
+  answerDialog();
+  EXPECT_FALSE(dialogSeen);
+  EXPECT_EQ(message(), "No active Waypoint Database");
+
+  ASSERT_TRUE(Hooks().openDatabase(NORVANE_SAMPLE_DB));
+  answerDialog();
+  EXPECT_TRUE(dialogSeen);
+  // Heathrow, 51.4706 N 0.4619 W: whole degrees and minutes rounded to the nearest.
+  EXPECT_EQ(box(0)->text(), "51");
+  EXPECT_EQ(box(1)->text(), "28");
+  EXPECT_EQ(box(2)->text(), "0");
+  EXPECT_EQ(box(3)->text(), "28");
+  EXPECT_TRUE(w<QRadioButton>("OptLat0")->isChecked());
+  EXPECT_TRUE(w<QRadioButton>("OptLng1")->isChecked());
+  QTest::mouseClick(w<QPushButton>("cmdCalculate"), Qt::LeftButton);
+  EXPECT_EQ(result(0), "06:02");
 }
