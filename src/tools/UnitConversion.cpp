@@ -3,16 +3,10 @@
 #include <cmath>
 
 #include "app/TextFormat.hpp"
+#include "atmosphere/StandardAtmosphere.hpp"
 
 namespace norvane {
 namespace {
-
-// The atmosphere model's temperature relations (F = C * 1.8 + 32). Kept local until that model
-// is linked here, so the unit converter and the atmosphere screens use the same arithmetic.
-double CelsiusToFahrenheit(double t) { return t * 1.8 + 32; }
-double FahrenheitToCelsius(double t) { return (t - 32) / 1.8; }
-
-constexpr double kKelvinOffset = 273.15;
 
 double ConvertTemperature(int from, int to, double v) {
   if (from == to) return v;
