@@ -73,13 +73,7 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   auto* lt = makeFrame(tr("Local time offset from UTC"), "FrameLT");
   auto* ll = new QHBoxLayout(lt);
   ll->addWidget(new QLabel(tr("LT offset (h)"), lt));
-  ltOff_ = new QScrollBar(Qt::Horizontal, lt);
-  ltOff_->setObjectName("LTOff");
-  ltOff_->setRange(-12, 12);
-  ltOff_->setPageStep(1);
-  ltOff_->setMinimumWidth(160);
-  ltOff_->setFocusPolicy(Qt::StrongFocus);  // reachable with Tab, moved with the arrow keys
-  ltOff_->setInvertedControls(false);       // QScrollBar inverts the keys by default: Right must add
+  ltOff_ = MakeValueScrollBar(lt, "LTOff", -12, 12, 1, 160);
   ll->addWidget(ltOff_, 1);
   ltOffsetLbl_ = new QLabel(lt);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");

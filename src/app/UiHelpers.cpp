@@ -2,7 +2,9 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLocale>
+#include <QScrollBar>
 #include <QWidget>
 
 #include "app/AppContext.hpp"
@@ -37,6 +39,34 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 
 char16_t LocaleDecimalSep() {
   return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String());
+}
+
+QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep,
+                               int minWidth) {
+  auto* s = new QScrollBar(Qt::Horizontal, parent);
+  s->setObjectName(name);
+  s->setRange(min, max);
+  s->setSingleStep(1);
+  s->setPageStep(pageStep);
+  s->setMinimumWidth(minWidth);
+  s->setFocusPolicy(Qt::StrongFocus);
+  s->setInvertedControls(false);
+  return s;
+}
+
+ValueScroll MakeValueScroll(QWidget* parent, const QString& caption, const QString& name, int min, int max,
+                            int pageStep, const QString& widestValue, const QString& toolTip) {
+  ValueScroll v;
+  v.caption = new QLabel(caption, parent);
+  v.caption->setObjectName(QStringLiteral("lbl") + name);
+  v.bar = MakeValueScrollBar(parent, name + QStringLiteral("Scroll"), min, max, pageStep, 120);
+  v.value = new QLabel(QStringLiteral("0"), parent);
+  v.value->setObjectName(name + QStringLiteral("Data"));
+  v.value->setMinimumWidth(v.value->fontMetrics().horizontalAdvance(widestValue) + 4);
+  v.value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  for (QWidget* w : {static_cast<QWidget*>(v.caption), static_cast<QWidget*>(v.bar), static_cast<QWidget*>(v.value)})
+    w->setToolTip(toolTip);
+  return v;
 }
 
 QString LocaleText(const std::string& s) {

@@ -8,6 +8,7 @@
 class QWidget;
 class QLabel;
 class QPushButton;
+class QScrollBar;
 
 namespace norvane {
 
@@ -37,6 +38,21 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 // A number formatted by the core (always with ".") as the user reads and types it: with the
 // locale's decimal separator (App().decimalSep).
 QString LocaleText(const std::string& s);
+
+// A horizontal scroll bar that holds a whole number: reachable with Tab, moved with the arrow
+// keys, Right and Up adding (QScrollBar inverts its keys by default, for the mouse wheel).
+QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep,
+                               int minWidth);
+
+// A caption, a value scroll bar and the right-aligned label that shows its value, sharing one
+// tool tip. The value label is wide enough for `widestValue`.
+struct ValueScroll {
+  QLabel* caption;
+  QScrollBar* bar;
+  QLabel* value;
+};
+ValueScroll MakeValueScroll(QWidget* parent, const QString& caption, const QString& name, int min, int max,
+                            int pageStep, const QString& widestValue, const QString& toolTip);
 
 // The locale's decimal separator: the second character of the text form of 0.5.
 char16_t LocaleDecimalSep();

@@ -28,14 +28,7 @@ QRadioButton* MakeOption(QWidget* frame, QButtonGroup* group, const QString& tex
 }
 
 QScrollBar* MakeScroll(QWidget* parent, const QString& name) {
-  auto* s = new QScrollBar(Qt::Horizontal, parent);
-  s->setObjectName(name);
-  s->setSingleStep(1);
-  s->setPageStep(10);
-  s->setMinimumWidth(180);
-  s->setFocusPolicy(Qt::StrongFocus);  // reachable with Tab, moved with the arrow keys
-  s->setInvertedControls(false);       // Right / Up increase the value, as on a slider
-  return s;
+  return MakeValueScrollBar(parent, name, 0, 0, 10, 180);  // the range follows the units
 }
 
 }  // namespace

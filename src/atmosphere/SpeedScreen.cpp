@@ -69,22 +69,14 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   left->addWidget(frameFrom);
 
   auto* disaRow = new QHBoxLayout;
-  QLabel* disaCaption = makeCaption(tr("Delta ISA (°C)"), "lblDISA");
-  disaScroll_ = new QScrollBar(Qt::Horizontal, this);
-  disaScroll_->setObjectName("DISAScroll");
-  disaScroll_->setRange(static_cast<int>(kDisaRange.min), static_cast<int>(kDisaRange.max));
-  disaScroll_->setPageStep(10);
+  const ValueScroll disa =
+      MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisaRange.min),
+                      static_cast<int>(kDisaRange.max), 10, "+000",
+                      tr("Temperature offset from standard atmosphere (-90 to +40°C)"));
+  disaScroll_ = disa.bar;
   disaScroll_->setMinimumWidth(140);
-  disaScroll_->setFocusPolicy(Qt::StrongFocus);
-  disaScroll_->setInvertedControls(false);  // Right / Up increase the value
-  disaData_ = makeCaption(QStringLiteral("0"), "DISAData");
-  disaData_->setMinimumWidth(disaData_->fontMetrics().horizontalAdvance("+000") + 4);
-  disaData_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  const QString disaTip = tr("Temperature offset from standard atmosphere (-90 to +40°C)");
-  for (QWidget* w : {static_cast<QWidget*>(disaCaption), static_cast<QWidget*>(disaScroll_),
-                     static_cast<QWidget*>(disaData_)})
-    w->setToolTip(disaTip);
-  disaRow->addWidget(disaCaption);
+  disaData_ = disa.value;
+  disaRow->addWidget(disa.caption);
   disaRow->addWidget(disaScroll_, 1);
   disaRow->addWidget(disaData_);
   left->addLayout(disaRow);

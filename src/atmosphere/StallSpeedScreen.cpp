@@ -76,22 +76,11 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
   nl->addWidget(boxes[kWeight], 0, 1, 1, 2);
   nl->addWidget(boxCaption_[kAltitude], 1, 0);
   nl->addWidget(boxes[kAltitude], 1, 1, 1, 2);
-  QLabel* baCaption = makeCaption(tr("Bank (°)"), "lblBA");
-  baScroll_ = new QScrollBar(Qt::Horizontal, frameNow);
-  baScroll_->setObjectName("BAScroll");
-  baScroll_->setRange(static_cast<int>(kBankRange.min), static_cast<int>(kBankRange.max));
-  baScroll_->setPageStep(5);
-  baScroll_->setMinimumWidth(120);
-  baScroll_->setFocusPolicy(Qt::StrongFocus);
-  baScroll_->setInvertedControls(false);  // Right / Up increase the value
-  baData_ = makeCaption(QStringLiteral("0"), "BAData");
-  baData_->setMinimumWidth(baData_->fontMetrics().horizontalAdvance("000") + 4);
-  baData_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  const QString baTip = tr("Bank angle (0 to 60°)");
-  for (QWidget* w : {static_cast<QWidget*>(baCaption), static_cast<QWidget*>(baScroll_),
-                     static_cast<QWidget*>(baData_)})
-    w->setToolTip(baTip);
-  nl->addWidget(baCaption, 2, 0);
+  const ValueScroll ba = MakeValueScroll(frameNow, tr("Bank (°)"), "BA", static_cast<int>(kBankRange.min),
+                                         static_cast<int>(kBankRange.max), 5, "000", tr("Bank angle (0 to 60°)"));
+  baScroll_ = ba.bar;
+  baData_ = ba.value;
+  nl->addWidget(ba.caption, 2, 0);
   nl->addWidget(baScroll_, 2, 1);
   nl->addWidget(baData_, 2, 2);
   nl->setColumnStretch(1, 1);

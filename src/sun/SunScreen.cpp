@@ -114,14 +114,7 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
     tl->addWidget(ttOpt_[i], 0, i);
   }
   ttOpt_[0]->setChecked(true);
-  ltOff_ = new QScrollBar(Qt::Horizontal, frameTime);
-  ltOff_->setObjectName("LTOff");
-  ltOff_->setRange(kMinLtOffset, kMaxLtOffset);
-  ltOff_->setSingleStep(1);
-  ltOff_->setPageStep(1);
-  ltOff_->setInvertedControls(false);  // QScrollBar inverts the keys by default: Right must add
-  ltOff_->setMinimumWidth(150);
-  ltOff_->setFocusPolicy(Qt::StrongFocus);  // reachable with Tab, moved with the arrow keys
+  ltOff_ = MakeValueScrollBar(frameTime, "LTOff", kMinLtOffset, kMaxLtOffset, 1, 150);
   ltOff_->setToolTip(tr("Local time offset from UTC in whole hours (-12 to +14)"));
   ltOffsetLbl_ = new QLabel(frameTime);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");
