@@ -4,33 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#ifdef _WIN32
-#define popen _popen
-#define pclose _pclose
-#endif
+#include "support/RunProcess.hpp"
 
 namespace {
 
-struct CliRun {
-  std::string out;  // stdout and stderr
-  int status = -1;
-};
+using CliRun = norvane::test::ShellResult;
 
 CliRun Cli(const std::string& args) {
-  CliRun r;
-  const std::string cmd = std::string("\"") + NORVANE_CLI + "\" " + args + " 2>&1";
-  FILE* p = popen(cmd.c_str(), "r");
-  if (!p) return r;
-  char buf[512];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-  const int st = pclose(p);
-#ifdef _WIN32
-  r.status = st;
-#else
-  r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-#endif
-  return r;
+  return norvane::test::RunShell(norvane::test::ShellQuote(NORVANE_CLI) + " " + args + " 2>&1");
 }
 
 }  // namespace

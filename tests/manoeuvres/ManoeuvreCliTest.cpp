@@ -4,36 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#ifdef _WIN32
-#define popen _popen
-#define pclose _pclose
-#else
-#include <sys/wait.h>
-#endif
+#include "support/RunProcess.hpp"
 
 namespace {
 
-struct CliRun {
-  std::string out;  // stdout, with stderr appended when merged
-  int status = -1;
-};
+using CliRun = norvane::test::ShellResult;
 
 // Runs norvane-cli with args; stderr goes to stdout when mergeErrors is set.
 CliRun RunCli(const std::string& args, bool mergeErrors = false) {
-  const std::string cmd = std::string("\"") + NORVANE_CLI + "\" " + args + (mergeErrors ? " 2>&1" : " 2>/dev/null");
-  CliRun r;
-  FILE* p = popen(cmd.c_str(), "r");
-  if (!p) return r;
-  char buf[512];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-  const int st = pclose(p);
-#ifdef _WIN32
-  r.status = st;
-#else
-  r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-#endif
-  return r;
+  return norvane::test::RunShell(norvane::test::ShellQuote(NORVANE_CLI) + " " + args +
+                                 (mergeErrors ? " 2>&1" : " 2>/dev/null"));
 }
 
 struct Row {

@@ -5,22 +5,14 @@
 #include <string>
 #include <sys/wait.h>
 
+#include "support/RunProcess.hpp"
+
 namespace {
 
-struct ScreenRun {
-  int status = -1;
-  std::string out;
-};
+using ScreenRun = norvane::test::ShellResult;
 
 ScreenRun Cli(const std::string& args) {
-  ScreenRun r;
-  FILE* pipe = popen((std::string("'") + NORVANE_CLI + "' " + args + " 2>&1").c_str(), "r");
-  if (!pipe) return r;
-  char buf[4096];
-  for (size_t n; (n = fread(buf, 1, sizeof buf, pipe)) > 0;) r.out.append(buf, n);
-  const int raw = pclose(pipe);
-  r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  return r;
+  return norvane::test::RunShell(norvane::test::ShellQuote(NORVANE_CLI) + " " + args + " 2>&1");
 }
 
 }  // namespace

@@ -7,26 +7,16 @@
 #include <string>
 #include <sys/wait.h>
 
+#include "support/RunProcess.hpp"
+
 namespace fs = std::filesystem;
 
 namespace {
 
-struct CliRun {
-  int status = -1;
-  std::string out;
-};
+using CliRun = norvane::test::ShellResult;
 
 CliRun Cli(const std::string& args) {
-  CliRun r;
-  const std::string command = std::string("'") + NORVANE_CLI + "' " + args + " 2>&1";
-  FILE* pipe = popen(command.c_str(), "r");
-  if (!pipe) return r;
-  char buf[4096];
-  size_t n;
-  while ((n = fread(buf, 1, sizeof buf, pipe)) > 0) r.out.append(buf, n);
-  const int raw = pclose(pipe);
-  r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  return r;
+  return norvane::test::RunShell(norvane::test::ShellQuote(NORVANE_CLI) + " " + args + " 2>&1");
 }
 
 const std::string kSample = NORVANE_SAMPLE_DB;

@@ -55,3 +55,25 @@ inline ProcessResult RunProcess(const std::string& program, const std::vector<st
 }
 
 }  // namespace norvane::test
+
+namespace norvane::test {
+
+// Runs a shell command line (for rows that need pipes or redirections) and captures its standard
+// output; a line ending in 2>&1 gets standard error too.
+struct ShellResult {
+  int status = -1;
+  std::string out;
+};
+
+inline ShellResult RunShell(const std::string& commandLine) {
+  ShellResult r;
+  FILE* pipe = popen(commandLine.c_str(), "r");
+  if (!pipe) return r;
+  char buf[4096];
+  for (size_t n; (n = std::fread(buf, 1, sizeof buf, pipe)) > 0;) r.out.append(buf, n);
+  const int raw = pclose(pipe);
+  r.status = raw != -1 && WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  return r;
+}
+
+}  // namespace norvane::test
