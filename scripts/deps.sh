@@ -2,7 +2,7 @@
 # Debian packages that build, test and run Norvane. Sourced by scripts/run and scripts/test.
 NORVANE_BUILD_PACKAGES=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl-dev
+  qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
   libcli11-dev libsodium-dev libcsv-dev
   fonts-dejavu-core
 )
