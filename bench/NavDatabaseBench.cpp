@@ -2,6 +2,8 @@
 //   cmake -DNORVANE_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release ... && build/.../bench/bench_navdb
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <random>
 #include <string>
@@ -69,6 +71,21 @@ void BM_CheckAndLoadMillion(benchmark::State& state) {
 }
 BENCHMARK(BM_CheckAndLoadMillion)->Unit(benchmark::kMillisecond);
 
+// The reference of the load: the same file's bytes read into one buffer, nothing checked.
+void BM_ReadFileBytes(benchmark::State& state) {
+  const std::string& path = File().path;
+  const size_t size = size_t(fs::file_size(path));
+  for (auto _ : state) {
+    std::vector<uint8_t> bytes(size);
+    std::FILE* f = std::fopen(path.c_str(), "rb");
+    if (!f || std::fread(bytes.data(), 1, size, f) != size) state.SkipWithError("read failed");
+    if (f) std::fclose(f);
+    benchmark::DoNotOptimize(bytes.data());
+  }
+  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(size));
+}
+BENCHMARK(BM_ReadFileBytes)->Unit(benchmark::kMillisecond);
+
 void BM_FindIdentHit(benchmark::State& state) {
   const NavDatabase& db = Loaded();
   const auto& ids = File().idents;
@@ -84,6 +101,36 @@ void BM_FindIdentMiss(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(db.FindIdent(misses[i++ % 4]));
 }
 BENCHMARK(BM_FindIdentMiss);
+
+// The reference of FindIdent: the identifier's code, then std::equal_range on a plain sorted array
+// of the codes alone (the least any sorted lookup does), hits and misses as above.
+const std::vector<uint32_t>& Codes() {
+  static const std::vector<uint32_t> codes = [] {
+    std::vector<uint32_t> v;
+    for (const WaypointRecord& r : Loaded().Records()) v.push_back(RecordCode(r));
+    return v;
+  }();
+  return codes;
+}
+std::pair<size_t, size_t> EqualRange(std::string_view id) {
+  const auto& codes = Codes();
+  const auto [lo, hi] = std::equal_range(codes.begin(), codes.end(), IdentCode(id));
+  return {size_t(lo - codes.begin()), size_t(hi - codes.begin())};
+}
+
+void BM_Ref_EqualRangeHit(benchmark::State& state) {
+  const auto& ids = File().idents;
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(EqualRange(ids[i++ % ids.size()]));
+}
+BENCHMARK(BM_Ref_EqualRangeHit);
+
+void BM_Ref_EqualRangeMiss(benchmark::State& state) {
+  const char* misses[] = {"Q0Q0Q", "ZZZZZ", "A0000", "9Z9Z9"};
+  size_t i = 0;
+  for (auto _ : state) benchmark::DoNotOptimize(EqualRange(misses[i++ % 4]));
+}
+BENCHMARK(BM_Ref_EqualRangeMiss);
 
 // The reference scan from the first character's index entry, for comparison.
 void BM_FindIdentLinearHit(benchmark::State& state) {

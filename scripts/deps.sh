@@ -2,7 +2,7 @@
 # Debian packages that build, test and run Norvane. Sourced by scripts/run and scripts/test.
 NORVANE_BUILD_PACKAGES=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl-dev
+  qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
   libcli11-dev libsodium-dev libcsv-dev
   fonts-dejavu-core
 )
@@ -14,9 +14,11 @@ NORVANE_TEST_PACKAGES=(
   appstream desktop-file-utils
   clang libclang-rt-14-dev
 )
-# Benchmarks under bench/ (cmake -DNORVANE_BUILD_BENCH=ON; bench/inverse_vs_geodsolve.sh).
+# Benchmarks under bench/ (bench/run; cmake -DNORVANE_BUILD_BENCH=ON): GeographicLib is the
+# reference of the geodesy figures, Xvfb gives the start-up figures on a real X display.
 NORVANE_BENCH_PACKAGES=(
-  libbenchmark-dev geographiclib-tools
+  libbenchmark-dev libgeographiclib-dev geographiclib-tools
+  xvfb xauth
 )
 
 # Installs whatever of the given packages is missing (as root), or prints the line to run.

@@ -187,7 +187,21 @@ void MainMenu::firstTick() {
   }
   QApplication::restoreOverrideCursor();
   applySynchronize();
+  emit firstTickFinished();
   if (quit) QTimer::singleShot(0, this, &QWidget::close);
+}
+
+void MainMenu::paintEvent(QPaintEvent* e) {
+  QWidget::paintEvent(e);
+  // The first tick's tasks (the database load) start as soon as the menu is on screen rather
+  // than a whole timer interval later; the timer stays the way in for a menu never painted. A
+  // stopped timer means the first tick is left to the caller.
+  if (!firstTickDone_ && !firstTickQueued_) {
+    firstTickQueued_ = true;
+    QTimer::singleShot(0, this, [this] {
+      if (timer_->isActive() && !firstTickDone_) onTick();
+    });
+  }
 }
 
 void MainMenu::onTick() {

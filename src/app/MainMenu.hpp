@@ -51,11 +51,14 @@ class MainMenu : public QWidget {
 
  signals:
   void screenOpened(int k);
+  // The first tick's tasks are done (the database is loaded or refused).
+  void firstTickFinished();
 
  protected:
   void keyPressEvent(QKeyEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
   void changeEvent(QEvent* e) override;
+  void paintEvent(QPaintEvent* e) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -75,6 +78,7 @@ class MainMenu : public QWidget {
   bool hiByMouse_ = false;
   bool minimized_ = false;
   bool firstTickDone_ = false;
+  bool firstTickQueued_ = false;
   bool lastPressNotLeft_ = false;
   QPoint lastMenuPos_;
 };

@@ -8,6 +8,7 @@
 #include <io.h>
 #else
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 #endif
 
@@ -83,6 +84,20 @@ std::string ResolveAppPath(const fs::path& executableDir) {
   if (s.empty() || s.back() != static_cast<char>(fs::path::preferred_separator))
     s.push_back(static_cast<char>(fs::path::preferred_separator));
   return s;
+}
+
+long long PeakResidentKiB() {
+#ifdef _WIN32
+  return -1;
+#else
+  rusage usage{};
+  if (::getrusage(RUSAGE_SELF, &usage) != 0) return -1;
+#ifdef __APPLE__
+  return usage.ru_maxrss / 1024;  // bytes there, KiB elsewhere
+#else
+  return usage.ru_maxrss;
+#endif
+#endif
 }
 
 }  // namespace norvane

@@ -26,4 +26,7 @@ std::filesystem::path UserConfigDir();
 // missing. The text ends with the platform's separator.
 std::string ResolveAppPath(const std::filesystem::path& executableDir);
 
+// The largest resident memory of this process so far, in KiB; -1 where the system does not say.
+long long PeakResidentKiB();
+
 }  // namespace norvane

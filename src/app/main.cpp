@@ -11,12 +11,14 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include "app/AppContext.hpp"
 #include "app/CalculatorScreen.hpp"
 #include "app/MainMenu.hpp"
 #include "app/Platform.hpp"
 #include "app/ScreenRegistry.hpp"
+#include "app/StartupProbe.hpp"
 #include "app/UiHelpers.hpp"
 
 using namespace norvane;
@@ -114,6 +116,16 @@ int main(int argc, char** argv) {
   if (!h.checkDatabase || !h.checkDatabase(ctx.settings.DBPath)) {
     ctx.settings.DBPath.clear();
     menu.labelDB()->setText(QObject::tr("No active Waypoint Database"));
+  }
+
+  std::unique_ptr<StartupProbe> probe;
+  bool firstTickFinished = false;
+  if (StartupProbe::Requested() && !screenshotMode) {
+    probe = std::make_unique<StartupProbe>(&menu, [&firstTickFinished] { return firstTickFinished; });
+    QObject::connect(&menu, &MainMenu::firstTickFinished, probe.get(), [&] {
+      firstTickFinished = true;
+      probe->check();
+    });
   }
 
   menu.show();

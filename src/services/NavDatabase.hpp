@@ -19,6 +19,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace norvane {
@@ -33,13 +34,15 @@ inline constexpr int32_t kNavDBMaxRecords = 1 << 24;
 
 enum class WaypointType : uint8_t { Airport = 0, Vor = 1, Ndb = 2, Intersection = 3 };
 
-// One waypoint record exactly as stored.
+// One waypoint record exactly as stored (the loader reads the file's records into an array of
+// these directly, hence the asserts).
 struct WaypointRecord {
   uint32_t word0 = 0;  // type << 30 | identifier code
   int32_t lat = 0;     // sign * (tenths of arc-second * 256 + frequency high byte)
   int32_t lon = 0;     // sign * (tenths of arc-second * 256 + frequency low byte)
   friend bool operator==(const WaypointRecord&, const WaypointRecord&) = default;
 };
+static_assert(sizeof(WaypointRecord) == kNavDBRecordBytes && std::is_trivially_copyable_v<WaypointRecord>);
 
 inline WaypointType RecordType(const WaypointRecord& r) { return WaypointType(r.word0 >> 30); }
 inline uint32_t RecordCode(const WaypointRecord& r) { return r.word0 & 0x3FFFFFFFu; }
@@ -165,6 +168,11 @@ class NavDatabase {
 
  private:
   bool Fail(NavDBStatus status, std::string text);
+  // Length, header and index of a file of `length` bytes whose header and index are at p (read
+  // only once the length admits them). Fills index; on failure Fail() has been called.
+  bool CheckPrefix(const uint8_t* p, size_t length, std::array<int32_t, kNavDBIndexSize>& index);
+  // Checks the records' order and coordinates, then makes them the database.
+  bool TakeRecords(std::vector<WaypointRecord> records, uint32_t cycle, const std::array<int32_t, kNavDBIndexSize>& index);
   // The first record number to search for code c, 0 when the index says there is none.
   int32_t StartRecord(uint32_t c) const;
 

@@ -282,6 +282,32 @@ TEST_F(NavigationUi, MenuShowsTheDatabaseAndLocksItWhileANavigationScreenIsOpen)
   EXPECT_EQ(App().settings.DBPath, NORVANE_SAMPLE_DB);
 }
 
+// The load once waited for the timer's first interval after the menu was already on screen.
+TEST_F(NavigationUi, MenuLoadsTheDatabaseOnceItIsPaintedUnlessItsTimerIsStopped) {
+  ScreenRegistry registry;
+  RegisterNavigationScreens(registry);
+  for (const bool stopped : {false, true}) {
+    ActiveNavDB().Clear();
+    MainMenu menu(registry);
+    menu.timer()->setInterval(3'600'000);  // no tick from the timer during the test
+    if (stopped) menu.timer()->stop();
+    App().settings.DBPath = NORVANE_SAMPLE_DB;
+    ASSERT_TRUE(Hooks().checkDatabase(App().settings.DBPath));
+    bool finished = false;
+    QObject::connect(&menu, &MainMenu::firstTickFinished, [&] { finished = true; });
+    menu.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+    if (stopped) {
+      QTest::qWait(50);
+      EXPECT_FALSE(finished);
+      EXPECT_FALSE(NavDBActive());
+    } else {
+      EXPECT_TRUE(QTest::qWaitFor([&] { return finished; }, 5000));
+      EXPECT_EQ(menu.labelDB()->text(), "sample (0001)");
+    }
+  }
+}
+
 TEST_F(NavigationUi, MenuReportsAFailedDatabaseOnTheFirstTick) {
   ScreenRegistry registry;
   RegisterNavigationScreens(registry);
