@@ -91,6 +91,16 @@ int16_t ReadInt(const Profile& p, const char* section, const char* key, int min,
   return static_cast<int16_t>(value);
 }
 
+// A text value as written. The reader drops blanks around a value and one pair of surrounding
+// quotes, so a value that would lose either is written inside double quotes to read back whole.
+std::string TextValue(const std::string& v) {
+  if (v.empty()) return v;
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  const bool quoted = v.size() >= 2 && (v.front() == '"' || v.front() == '\'') && v.back() == v.front();
+  if (blank(v.front()) || blank(v.back()) || quoted) return '"' + v + '"';
+  return v;
+}
+
 }  // namespace
 
 Settings ParseSettings(const std::string& text) {
@@ -133,7 +143,7 @@ std::string SerializeSettings(const Settings& s) {
   line("Synchronize=" + num(s.Synchronize));
   line("RemindPosition=" + num(s.RemindPosition));
   line("AutoUpdateCheck=" + num(s.AutoUpdateCheck));
-  line("PrevAutoUpdate=" + s.PrevAutoUpdate);
+  line("PrevAutoUpdate=" + TextValue(s.PrevAutoUpdate));
   // This one line keeps the BASIC number-printing form: a blank for the sign, one blank after.
   line("DefaultUnitSystem=" + std::string(s.DefaultUnitSystem >= 0 ? " " : "") + num(s.DefaultUnitSystem) + " ");
   line("DefMVYear=" + num(s.DefMVYear));
@@ -146,12 +156,12 @@ std::string SerializeSettings(const Settings& s) {
   line("IniLeft=" + num(s.IniLeft));
   line("");
   line("[NavDB]");
-  line("DBPath=" + s.DBPath);
+  line("DBPath=" + TextValue(s.DBPath));
   line("");
   line("[DBLinks]");
   for (int i = 0; i < s.Links.count && i < LinkTable::kCapacity; ++i) {
-    line("Title" + num(i) + "=" + s.Links.entries[i].title);
-    line("Link" + num(i) + "=" + s.Links.entries[i].url);
+    line("Title" + num(i) + "=" + TextValue(s.Links.entries[i].title));
+    line("Link" + num(i) + "=" + TextValue(s.Links.entries[i].url));
   }
   return out;
 }

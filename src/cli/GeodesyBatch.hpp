@@ -3,6 +3,8 @@
 // line of the output stream, in constant memory whatever the input size.
 
 #include <cstdio>
+#include <string>
+#include <string_view>
 
 namespace norvane::cli {
 
@@ -17,5 +19,10 @@ long RunInverseBatch(std::FILE* in, std::FILE* out, InverseMethod method);
 
 // Lines "LAT LON TRACK DIST_NM" become lines "LAT2 LON2"; otherwise as RunInverseBatch.
 long RunDirectBatch(std::FILE* in, std::FILE* out, DirectMethod method);
+
+// One input line of either batch: exactly n finite numbers, each with an optional sign, separated
+// by blanks or by one comma (blanks allowed around it). On failure returns false and sets `why`
+// to "expected " + layout (with ", found more" for extra text).
+bool ParseBatchFields(std::string_view line, double* out, int n, const char* layout, std::string& why);
 
 }  // namespace norvane::cli

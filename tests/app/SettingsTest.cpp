@@ -134,6 +134,22 @@ TEST(Settings, FailedWriteLeavesTheOldFileWhole) {
   EXPECT_EQ(Slurp(file), before);
 }
 
+TEST(Settings, TextValuesWithBlanksOrQuotesReadBackWhole) {
+  // The reader strips blanks and one pair of quotes; such values were written bare and changed
+  // at every start (" /data/x.dat" lost its blank, "'home'" its quotes).
+  Settings s;
+  s.DBPath = "  /data/with blanks.dat ";
+  s.PrevAutoUpdate = "'14/03/2026'";
+  s.Links = LinkTable{};
+  s.Links.entries[0] = {"\"Quoted\"", "  https://example.org/a b  "};
+  s.Links.count = 1;
+  const std::string text = SerializeSettings(s);
+  EXPECT_NE(text.find("DBPath=\"  /data/with blanks.dat \"\r\n"), std::string::npos);
+  EXPECT_EQ(ParseSettings(text), s);
+  // Ordinary values keep their plain form.
+  EXPECT_NE(SerializeSettings(Settings{}).find("DBPath=\r\n"), std::string::npos);
+}
+
 TEST(Settings, AppPathHonoursTheOverrideAndEndsWithASeparator) {
   TempDir dir;
   const fs::path over = dir.path / "app";
