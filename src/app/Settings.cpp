@@ -1,8 +1,9 @@
 #include "app/Settings.hpp"
 
 #include <cctype>
-#include <fstream>
-#include <iterator>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <optional>
 #include <sstream>
 #include <unordered_map>
@@ -128,10 +129,31 @@ Settings ParseSettings(const std::string& text) {
   return s;
 }
 
-Settings ReadSettings(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return Settings{};
-  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+Settings ReadSettings(const std::filesystem::path& file, std::string* error) {
+  // The file the program writes is about 1 KB; a much larger one is something else.
+  constexpr size_t kLimit = 1 << 20;
+  std::error_code ec;
+  if (!std::filesystem::exists(file, ec) && !ec) return Settings{};  // the first start
+  errno = 0;
+  std::FILE* f = std::fopen(file.string().c_str(), "rb");
+  std::string text;
+  int why = errno;
+  bool ok = f != nullptr;
+  if (f) {
+    char buf[8192];
+    size_t n = 0;
+    while (text.size() <= kLimit && (n = std::fread(buf, 1, sizeof buf, f)) > 0) text.append(buf, n);
+    why = errno;
+    ok = !std::ferror(f);
+    std::fclose(f);
+  }
+  if (!ok || text.size() > kLimit) {
+    if (error) {
+      *error = ok ? file.string() + " is larger than 1 MB, not a settings file"
+                  : "cannot read " + file.string() + (why ? std::string(": ") + std::strerror(why) : std::string());
+    }
+    return Settings{};
+  }
   return ParseSettings(text);
 }
 
