@@ -85,6 +85,19 @@ bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* 
   return true;
 }
 
+void GuardStandardStreams() {
+#ifndef _WIN32
+  for (int fd = 0; fd <= 2; ++fd) {
+    if (::fcntl(fd, F_GETFD) != -1 || errno != EBADF) continue;
+    const int opened = ::open("/dev/null", fd == 0 ? O_WRONLY : O_RDONLY);
+    if (opened >= 0 && opened != fd) {
+      ::dup2(opened, fd);
+      ::close(opened);
+    }
+  }
+#endif
+}
+
 namespace testing {
 void SetWriteFault(int errnoValue) { WriteFault() = errnoValue; }
 }  // namespace testing

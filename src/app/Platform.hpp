@@ -15,6 +15,11 @@ namespace norvane {
 // with the system's reason ("cannot write /x/Norvane.ini.tmp: No space left on device").
 bool WriteFileAtomic(const std::filesystem::path& file, std::string_view bytes, std::string* error);
 
+// Makes sure the standard streams 0, 1 and 2 are open. A closed one is opened on the null device
+// in the opposite direction, so that its reads or writes still fail (and are reported) while no
+// file the program opens can take its number and receive its output.
+void GuardStandardStreams();
+
 namespace testing {
 // Makes the data writes of WriteFileAtomic fail with this errno value (ENOSPC: a full disk);
 // 0 restores normal writing.

@@ -1,7 +1,9 @@
 #include "cli/CliSupport.hpp"
 
 #include <charconv>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <cstdio>
 #include <ctime>
 
@@ -12,6 +14,14 @@ namespace norvane::cli {
 OutputMode& GlobalOutputMode() {
   static OutputMode mode;
   return mode;
+}
+
+void WriteOutput(std::FILE* out, std::string_view bytes) {
+  errno = 0;
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), out) == bytes.size();
+  if (written && std::fflush(out) == 0) return;
+  const int why = errno;
+  throw OutputError(std::string("cannot write the output") + (why ? std::string(": ") + std::strerror(why) : ""));
 }
 
 int& ExitStatus() {
@@ -45,7 +55,7 @@ int ResultPrinter::Print() const {
       out += '\n';
     }
   }
-  std::fwrite(out.data(), 1, out.size(), stdout);
+  WriteOutput(stdout, out);
   return failed_ ? kExitComputation : kExitOk;
 }
 

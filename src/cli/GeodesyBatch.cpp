@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/CliSupport.hpp"
 #include "navigation/Geodesy.hpp"
 
 namespace norvane::cli {
@@ -81,11 +82,11 @@ class LineReader {
   bool eof_ = false, skipping_ = false;
 };
 
-// Output gathered in one block and written with fwrite when nearly full.
+// Output gathered in one block and written when nearly full. A failed write throws OutputError,
+// which ends the run: answers that cannot be delivered are not worth computing.
 class Writer {
  public:
   explicit Writer(std::FILE* out) : out_(out), buf_(new char[kWriteChunk]) {}
-  ~Writer() { Flush(); }
 
   // Room for one line of at most kMaxOutputLine bytes.
   char* Reserve() {
@@ -94,9 +95,9 @@ class Writer {
   }
   void Commit(char* end) { len_ = end - buf_.get(); }
   void Flush() {
-    if (len_) std::fwrite(buf_.get(), 1, len_, out_);
+    const size_t len = len_;
     len_ = 0;
-    std::fflush(out_);
+    WriteOutput(out_, std::string_view(buf_.get(), len));
   }
 
  private:
@@ -170,6 +171,7 @@ long RunBatch(std::FILE* in, std::FILE* out, const char* layout, Check check, So
     *p++ = '\n';
     writer.Commit(p);
   }
+  writer.Flush();
   return failed;
 }
 

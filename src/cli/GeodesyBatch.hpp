@@ -14,7 +14,8 @@ enum class DirectMethod { Wgs84, Sphere };
 // Lines "LAT1 LON1 LAT2 LON2" (decimal degrees, blanks or a comma between) become lines
 // "DIST_NM TRK_INI TRK_FIN" at full precision (shortest round-trip decimal), "ND" where
 // undefined; the rhumb line's single track fills both track columns. A line that cannot be read
-// becomes "error: line N: ..." and the run goes on. Returns the number of such lines.
+// becomes "error: line N: ..." and the run goes on. Returns the number of such lines; throws
+// OutputError when `out` cannot take the answers.
 long RunInverseBatch(std::FILE* in, std::FILE* out, InverseMethod method);
 
 // Lines "LAT LON TRACK DIST_NM" become lines "LAT2 LON2"; otherwise as RunInverseBatch.
