@@ -8,11 +8,14 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMessageBox>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstdio>
 
 #include "app/AboutDialog.hpp"
 #include "app/AppContext.hpp"
@@ -338,7 +341,7 @@ void MainMenu::changeEvent(QEvent* e) {
   QWidget::changeEvent(e);
 }
 
-void MainMenu::saveSettings() {
+bool MainMenu::saveSettings(std::string* error) {
   Settings& s = App().settings;
   if (s.RemindPosition == 1) {
     // Twips: 15 per device-independent pixel; the stored range is 0..32000.
@@ -349,13 +352,44 @@ void MainMenu::saveSettings() {
     s.IniTop = 0;
     s.IniLeft = 0;
   }
-  WriteSettings(App().settingsFile(), s);  // a write failure at exit is not reported
+  return WriteSettings(App().settingsFile(), s, error);
+}
+
+MainMenu::AfterFailedSave MainMenu::askAfterFailedSave(const std::string& why) {
+  const QString text = tr("Norvane could not save its settings to %1.").arg(Q(App().settingsFile()));
+  std::fprintf(stderr, "norvane: %s %s\n", qPrintable(text), why.c_str());
+  if (qEnvironmentVariableIsSet("NORVANE_NONINTERACTIVE")) return AfterFailedSave::CloseAnyway;
+  QMessageBox box(QMessageBox::Warning, QStringLiteral("Norvane"), text, QMessageBox::NoButton, this);
+  box.setObjectName("msgSettingsNotSaved");
+  box.setInformativeText(Q(why) + "\n\n" +
+                         tr("The previous settings file is unchanged. Closing now loses the settings "
+                            "changed since Norvane started."));
+  QPushButton* retry = box.addButton(QMessageBox::Retry);
+  QPushButton* close = box.addButton(tr("Close without saving"), QMessageBox::DestructiveRole);
+  QPushButton* stay = box.addButton(tr("Keep Norvane open"), QMessageBox::RejectRole);
+  box.setDefaultButton(retry);
+  box.exec();
+  if (box.clickedButton() == retry) return AfterFailedSave::Retry;
+  if (box.clickedButton() == close) return AfterFailedSave::CloseAnyway;
+  (void)stay;
+  return AfterFailedSave::StayOpen;
 }
 
 void MainMenu::closeEvent(QCloseEvent* e) {
   if (screen_) screen_->close();
   timer_->stop();
-  saveSettings();
+  // A failed save is never silent: the user retries (after freeing space, say), closes knowingly,
+  // or keeps the program open with the settings still in memory.
+  std::string why;
+  while (!saveSettings(&why)) {
+    const AfterFailedSave choice = askAfterFailedSave(why);
+    if (choice == AfterFailedSave::CloseAnyway) break;
+    if (choice == AfterFailedSave::StayOpen) {
+      timer_->start();
+      e->ignore();
+      return;
+    }
+  }
   QWidget::closeEvent(e);
 }
 

@@ -6,6 +6,7 @@
 #include <QPoint>
 #include <QWidget>
 #include <array>
+#include <string>
 
 #include "app/ScreenRegistry.hpp"
 
@@ -43,8 +44,9 @@ class MainMenu : public QWidget {
   void refreshDatabaseLabel(const QString& failureText);
   // Runs the first-tick tasks now (normally the first timer tick does).
   void firstTick();
-  // Writes the window position and the settings file (done on close).
-  void saveSettings();
+  // Writes the window position and the settings file (done on close); false with the reason in
+  // `error` when the file could not be written (the old one then stays as it was).
+  bool saveSettings(std::string* error = nullptr);
   // Item colour helper: paints the frame and the caption of item k.
   void setItemColor(int k, const QColor& c);
   QColor itemColor(int k) const;
@@ -62,6 +64,9 @@ class MainMenu : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  enum class AfterFailedSave { Retry, CloseAnyway, StayOpen };
+  // Tells the user that the settings were not saved and asks what to do.
+  AfterFailedSave askAfterFailedSave(const std::string& why);
   void onTick();
   void onScreenUnloaded(int k);
   void chooseDatabase();

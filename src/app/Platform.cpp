@@ -1,7 +1,9 @@
 #include "app/Platform.hpp"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <system_error>
 
 #ifdef _WIN32
@@ -16,6 +18,19 @@ namespace norvane {
 namespace fs = std::filesystem;
 
 namespace {
+int& WriteFault() {
+  static int fault = 0;
+  return fault;
+}
+
+bool Write(std::FILE* f, std::string_view bytes) {
+  if (WriteFault() != 0) {
+    errno = WriteFault();
+    return false;
+  }
+  return std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
+}
+
 bool FlushToDisk(std::FILE* f) {
   if (std::fflush(f) != 0) return false;
 #ifdef _WIN32
@@ -24,6 +39,20 @@ bool FlushToDisk(std::FILE* f) {
   return ::fsync(fileno(f)) == 0;
 #endif
 }
+
+// The rename itself reaches the disk only with its folder (POSIX); best effort.
+void SyncFolder(const fs::path& dir) {
+#ifndef _WIN32
+  const int fd = ::open(dir.empty() ? "." : dir.c_str(), O_RDONLY | O_DIRECTORY);
+  if (fd < 0) return;
+  (void)::fsync(fd);
+  ::close(fd);
+#else
+  (void)dir;
+#endif
+}
+
+std::string Reason(int errnoValue) { return errnoValue ? std::string(": ") + std::strerror(errnoValue) : std::string(); }
 }  // namespace
 
 bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* error) {
@@ -34,17 +63,45 @@ bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* 
     fs::remove(tmp, ec);
     return false;
   };
-  std::FILE* f = std::fopen(tmp.string().c_str(), "wb");
-  if (!f) return fail("cannot create " + tmp.string());
-  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-  const bool flushed = written && FlushToDisk(f);
-  const bool closed = std::fclose(f) == 0;
-  if (!written || !flushed || !closed) return fail("cannot write " + tmp.string());
+  // A temporary file left by a crash is stale; removing it first also means the exclusive
+  // create below never writes through a link someone put in its place.
   std::error_code ec;
+  fs::remove(tmp, ec);
+  errno = 0;
+  std::FILE* f = std::fopen(tmp.string().c_str(), "wbx");
+  if (!f) {
+    const int why = errno;
+    if (error) *error = "cannot create " + tmp.string() + Reason(why);
+    return false;  // the name may belong to something else: leave it alone
+  }
+  errno = 0;
+  const bool written = Write(f, bytes);
+  const bool flushed = written && FlushToDisk(f);
+  const int why = errno;
+  const bool closed = std::fclose(f) == 0;
+  if (!written || !flushed || !closed) return fail("cannot write " + tmp.string() + Reason(why ? why : errno));
   fs::rename(tmp, file, ec);
   if (ec) return fail("cannot replace " + file.string() + ": " + ec.message());
+  SyncFolder(file.parent_path());
   return true;
 }
+
+void GuardStandardStreams() {
+#ifndef _WIN32
+  for (int fd = 0; fd <= 2; ++fd) {
+    if (::fcntl(fd, F_GETFD) != -1 || errno != EBADF) continue;
+    const int opened = ::open("/dev/null", fd == 0 ? O_WRONLY : O_RDONLY);
+    if (opened >= 0 && opened != fd) {
+      ::dup2(opened, fd);
+      ::close(opened);
+    }
+  }
+#endif
+}
+
+namespace testing {
+void SetWriteFault(int errnoValue) { WriteFault() = errnoValue; }
+}  // namespace testing
 
 bool IsDirectoryWritable(const fs::path& dir) {
   std::error_code ec;

@@ -9,10 +9,22 @@
 namespace norvane {
 
 // Replaces `file` with `bytes` so that a crash, a full disk or a write error never leaves a
-// truncated file: the bytes go to a temporary file beside it, are flushed to disk, and the
-// temporary file is renamed over the old one. On failure the old file is untouched and
-// `error` says why.
+// truncated file: the bytes go to a new temporary file beside it (file + ".tmp"; one left over by
+// a crash is removed first), are flushed to disk, and the temporary file is renamed over the old
+// one. On failure the old file is untouched, no temporary file remains and `error` says why,
+// with the system's reason ("cannot write /x/Norvane.ini.tmp: No space left on device").
 bool WriteFileAtomic(const std::filesystem::path& file, std::string_view bytes, std::string* error);
+
+// Makes sure the standard streams 0, 1 and 2 are open. A closed one is opened on the null device
+// in the opposite direction, so that its reads or writes still fail (and are reported) while no
+// file the program opens can take its number and receive its output.
+void GuardStandardStreams();
+
+namespace testing {
+// Makes the data writes of WriteFileAtomic fail with this errno value (ENOSPC: a full disk);
+// 0 restores normal writing.
+void SetWriteFault(int errnoValue);
+}  // namespace testing
 
 // True when a file can be created in `dir` (probed by creating and removing one).
 bool IsDirectoryWritable(const std::filesystem::path& dir);

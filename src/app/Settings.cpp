@@ -1,8 +1,9 @@
 #include "app/Settings.hpp"
 
 #include <cctype>
-#include <fstream>
-#include <iterator>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <optional>
 #include <sstream>
 #include <unordered_map>
@@ -91,6 +92,16 @@ int16_t ReadInt(const Profile& p, const char* section, const char* key, int min,
   return static_cast<int16_t>(value);
 }
 
+// A text value as written. The reader drops blanks around a value and one pair of surrounding
+// quotes, so a value that would lose either is written inside double quotes to read back whole.
+std::string TextValue(const std::string& v) {
+  if (v.empty()) return v;
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  const bool quoted = v.size() >= 2 && (v.front() == '"' || v.front() == '\'') && v.back() == v.front();
+  if (blank(v.front()) || blank(v.back()) || quoted) return '"' + v + '"';
+  return v;
+}
+
 }  // namespace
 
 Settings ParseSettings(const std::string& text) {
@@ -118,10 +129,31 @@ Settings ParseSettings(const std::string& text) {
   return s;
 }
 
-Settings ReadSettings(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return Settings{};
-  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+Settings ReadSettings(const std::filesystem::path& file, std::string* error) {
+  // The file the program writes is about 1 KB; a much larger one is something else.
+  constexpr size_t kLimit = 1 << 20;
+  std::error_code ec;
+  if (!std::filesystem::exists(file, ec) && !ec) return Settings{};  // the first start
+  errno = 0;
+  std::FILE* f = std::fopen(file.string().c_str(), "rb");
+  std::string text;
+  int why = errno;
+  bool ok = f != nullptr;
+  if (f) {
+    char buf[8192];
+    size_t n = 0;
+    while (text.size() <= kLimit && (n = std::fread(buf, 1, sizeof buf, f)) > 0) text.append(buf, n);
+    why = errno;
+    ok = !std::ferror(f);
+    std::fclose(f);
+  }
+  if (!ok || text.size() > kLimit) {
+    if (error) {
+      *error = ok ? file.string() + " is larger than 1 MB, not a settings file"
+                  : "cannot read " + file.string() + (why ? std::string(": ") + std::strerror(why) : std::string());
+    }
+    return Settings{};
+  }
   return ParseSettings(text);
 }
 
@@ -133,7 +165,7 @@ std::string SerializeSettings(const Settings& s) {
   line("Synchronize=" + num(s.Synchronize));
   line("RemindPosition=" + num(s.RemindPosition));
   line("AutoUpdateCheck=" + num(s.AutoUpdateCheck));
-  line("PrevAutoUpdate=" + s.PrevAutoUpdate);
+  line("PrevAutoUpdate=" + TextValue(s.PrevAutoUpdate));
   // This one line keeps the BASIC number-printing form: a blank for the sign, one blank after.
   line("DefaultUnitSystem=" + std::string(s.DefaultUnitSystem >= 0 ? " " : "") + num(s.DefaultUnitSystem) + " ");
   line("DefMVYear=" + num(s.DefMVYear));
@@ -146,12 +178,12 @@ std::string SerializeSettings(const Settings& s) {
   line("IniLeft=" + num(s.IniLeft));
   line("");
   line("[NavDB]");
-  line("DBPath=" + s.DBPath);
+  line("DBPath=" + TextValue(s.DBPath));
   line("");
   line("[DBLinks]");
   for (int i = 0; i < s.Links.count && i < LinkTable::kCapacity; ++i) {
-    line("Title" + num(i) + "=" + s.Links.entries[i].title);
-    line("Link" + num(i) + "=" + s.Links.entries[i].url);
+    line("Title" + num(i) + "=" + TextValue(s.Links.entries[i].title));
+    line("Link" + num(i) + "=" + TextValue(s.Links.entries[i].url));
   }
   return out;
 }

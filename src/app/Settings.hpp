@@ -35,8 +35,10 @@ struct Settings {
   bool operator==(const Settings&) const = default;
 };
 
-// Reads the file; a missing or unreadable file gives the defaults.
-Settings ReadSettings(const std::filesystem::path& file);
+// Reads the file; a missing file gives the defaults. So does a file that exists but cannot be
+// read (or is far too large to be a settings file), and then `error` says why, so that the
+// program can tell the user instead of silently starting from scratch.
+Settings ReadSettings(const std::filesystem::path& file, std::string* error = nullptr);
 // Parses the text of a settings file.
 Settings ParseSettings(const std::string& text);
 // The exact bytes written at exit (CR LF line ends).

@@ -25,8 +25,9 @@ using namespace norvane;
 
 namespace {
 
-// Message boxes of the start-up refusals; NORVANE_NONINTERACTIVE (tests, scripts) prints only.
-void Refuse(const QString& text) {
+// Message boxes of the start-up refusals and warnings; NORVANE_NONINTERACTIVE (tests, scripts)
+// prints only.
+void Warn(const QString& text) {
   std::fprintf(stderr, "%s\n", qPrintable(QString(text).replace('\n', ' ')));
   if (!qEnvironmentVariableIsSet("NORVANE_NONINTERACTIVE"))
     QMessageBox::warning(nullptr, QStringLiteral("Norvane"), text);
@@ -99,13 +100,17 @@ int main(int argc, char** argv) {
   // One instance per program folder: two would overwrite each other's settings at exit.
   QLockFile lock(Q(ctx.appPath) + QStringLiteral(".Norvane.lock"));
   if (!screenshotMode && !lock.tryLock(0)) {
-    Refuse(QStringLiteral("Another instance of Norvane is already running\nThe program will not start"));
+    Warn(QStringLiteral("Another instance of Norvane is already running\nThe program will not start"));
     return 1;
   }
   // The refusal of Windows systems older than Windows 2000 (GetWinVersion codes 1 to 5) concerns
   // Windows only; Qt 6 itself starts on no such system, so there is nothing to refuse here.
 
-  ctx.settings = ReadSettings(ctx.settingsFile());
+  std::string settingsError;
+  ctx.settings = ReadSettings(ctx.settingsFile(), &settingsError);
+  if (!settingsError.empty())
+    Warn(QObject::tr("The settings could not be read: %1\nNorvane starts with the default settings.")
+               .arg(Q(settingsError)));
   if (Hooks().afterSettingsRead) Hooks().afterSettingsRead();
 
   MainMenu menu(registry);

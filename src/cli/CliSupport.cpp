@@ -1,7 +1,9 @@
 #include "cli/CliSupport.hpp"
 
 #include <charconv>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <cstdio>
 #include <ctime>
 
@@ -12,6 +14,14 @@ namespace norvane::cli {
 OutputMode& GlobalOutputMode() {
   static OutputMode mode;
   return mode;
+}
+
+void WriteOutput(std::FILE* out, std::string_view bytes) {
+  errno = 0;
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), out) == bytes.size();
+  if (written && std::fflush(out) == 0) return;
+  const int why = errno;
+  throw OutputError(std::string("cannot write the output") + (why ? std::string(": ") + std::strerror(why) : ""));
 }
 
 int& ExitStatus() {
@@ -45,7 +55,7 @@ int ResultPrinter::Print() const {
       out += '\n';
     }
   }
-  std::fwrite(out.data(), 1, out.size(), stdout);
+  WriteOutput(stdout, out);
   return failed_ ? kExitComputation : kExitOk;
 }
 
@@ -72,6 +82,7 @@ std::optional<double> ParseNumber(std::string_view text) {
   const char* first = text.data();
   const char* last = text.data() + text.size();
   if (*first == '+') ++first;
+  if (first != last && *first == '-' && first != text.data()) return std::nullopt;  // "+-5"
   double v = 0;
   const auto [ptr, ec] = std::from_chars(first, last, v, std::chars_format::fixed);
   if (ec != std::errc() || ptr != last || !std::isfinite(v)) return std::nullopt;
@@ -95,10 +106,18 @@ LatLon ParseLatLon(std::string_view option, std::string_view text) {
 
 Date ParseDate(std::string_view option, std::string_view text) {
   Date d;
-  int consumed = 0;
   const std::string s(text);
-  if (s.size() != 10 || std::sscanf(s.c_str(), "%4d-%2d-%2d%n", &d.year, &d.month, &d.day, &consumed) != 3 ||
-      consumed != 10)
+  // Digits exactly where the form has them: scanf's %d alone would also take " 1" or "+1".
+  const auto digits = [&](size_t at, size_t n, int& value) {
+    value = 0;
+    for (size_t i = at; i < at + n; ++i) {
+      if (s[i] < '0' || s[i] > '9') return false;
+      value = value * 10 + (s[i] - '0');
+    }
+    return true;
+  };
+  if (s.size() != 10 || s[4] != '-' || s[7] != '-' || !digits(0, 4, d.year) || !digits(5, 2, d.month) ||
+      !digits(8, 2, d.day))
     throw UsageError(std::string(option) + ": expected a date YYYY-MM-DD, got \"" + s + "\"");
   static const int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   const bool leap = (d.year % 4 == 0 && d.year % 100 != 0) || d.year % 400 == 0;

@@ -2,6 +2,7 @@
 // Shared conventions of norvane-cli: output as "key: text" lines (or --raw / --json), one-line
 // usage errors with exit status 2, and the parsers of coordinates and dates.
 
+#include <cstdio>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -28,6 +29,15 @@ struct OutputMode {
   bool json = false;  // one JSON object instead of key: text lines
 };
 OutputMode& GlobalOutputMode();
+
+// Thrown when the results cannot be written (a full disk, a closed output); main() prints
+// "error: <what>" and exits with kExitComputation, so that a script never takes a cut-off output
+// for a complete one.
+struct OutputError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+// Writes `bytes` to `out` and flushes it; throws OutputError with the system's reason on failure.
+void WriteOutput(std::FILE* out, std::string_view bytes);
 
 // The exit status main() returns once the subcommand's callback has run. A callback prints
 // through ResultPrinter and stores printer.Print()'s result here; a UsageError thrown from a

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/CliSupport.hpp"
 #include "navigation/Geodesy.hpp"
 
 namespace norvane::cli {
@@ -81,11 +82,11 @@ class LineReader {
   bool eof_ = false, skipping_ = false;
 };
 
-// Output gathered in one block and written with fwrite when nearly full.
+// Output gathered in one block and written when nearly full. A failed write throws OutputError,
+// which ends the run: answers that cannot be delivered are not worth computing.
 class Writer {
  public:
   explicit Writer(std::FILE* out) : out_(out), buf_(new char[kWriteChunk]) {}
-  ~Writer() { Flush(); }
 
   // Room for one line of at most kMaxOutputLine bytes.
   char* Reserve() {
@@ -94,9 +95,9 @@ class Writer {
   }
   void Commit(char* end) { len_ = end - buf_.get(); }
   void Flush() {
-    if (len_) std::fwrite(buf_.get(), 1, len_, out_);
+    const size_t len = len_;
     len_ = 0;
-    std::fflush(out_);
+    WriteOutput(out_, std::string_view(buf_.get(), len));
   }
 
  private:
@@ -127,39 +128,6 @@ char* PutEcho(char* p, std::string_view s) {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-// Reads exactly n numbers separated by blanks or by one comma (blanks allowed around it).
-// On failure returns false and describes the fault in `why`.
-bool ParseFields(std::string_view line, double* out, int n, const char* layout, std::string& why) {
-  const char* p = line.data();
-  const char* end = p + line.size();
-  for (int i = 0; i < n; ++i) {
-    while (p < end && IsBlank(*p)) ++p;
-    if (i > 0) {
-      if (p < end && *p == ',') {
-        ++p;
-        while (p < end && IsBlank(*p)) ++p;
-      } else if (!IsBlank(p[-1])) {
-        why = std::string("expected ") + layout;
-        return false;
-      }
-    }
-    const char* first = p < end && *p == '+' ? p + 1 : p;
-    const auto [ptr, ec] = std::from_chars(first, end, out[i]);
-    if (ec != std::errc() || ptr == first || !std::isfinite(out[i]) ||
-        (ptr < end && !IsBlank(*ptr) && *ptr != ',')) {
-      why = std::string("expected ") + layout;
-      return false;
-    }
-    p = ptr;
-  }
-  while (p < end && IsBlank(*p)) ++p;
-  if (p != end) {
-    why = std::string("expected ") + layout + ", found more";
-    return false;
-  }
-  return true;
-}
-
 bool InRange(double v, double lo, double hi, const char* name, std::string& why) {
   if (v >= lo && v <= hi) return true;
   char num[32];
@@ -186,7 +154,7 @@ long RunBatch(std::FILE* in, std::FILE* out, const char* layout, Check check, So
     char* p = writer.Reserve();
     if (tooLong) {
       why = "line longer than " + std::to_string(kMaxLine) + " characters";
-    } else if (ParseFields(line, f, N, layout, why) && check(f, why)) {
+    } else if (ParseBatchFields(line, f, N, layout, why) && check(f, why)) {
       writer.Commit(solve(f, p));
       continue;
     }
@@ -203,6 +171,7 @@ long RunBatch(std::FILE* in, std::FILE* out, const char* layout, Check check, So
     *p++ = '\n';
     writer.Commit(p);
   }
+  writer.Flush();
   return failed;
 }
 
@@ -211,6 +180,37 @@ bool CheckPoint(double lat, double lon, const char* latName, const char* lonName
 }
 
 }  // namespace
+
+bool ParseBatchFields(std::string_view line, double* out, int n, const char* layout, std::string& why) {
+  const char* p = line.data();
+  const char* end = p + line.size();
+  for (int i = 0; i < n; ++i) {
+    while (p < end && IsBlank(*p)) ++p;
+    if (i > 0) {
+      if (p < end && *p == ',') {
+        ++p;
+        while (p < end && IsBlank(*p)) ++p;
+      } else if (!IsBlank(p[-1])) {
+        why = std::string("expected ") + layout;
+        return false;
+      }
+    }
+    const char* first = p < end && *p == '+' ? p + 1 : p;
+    const auto [ptr, ec] = std::from_chars(first, end, out[i]);
+    if (ec != std::errc() || ptr == first || !std::isfinite(out[i]) || (first != p && *first == '-') ||
+        (ptr < end && !IsBlank(*ptr) && *ptr != ',')) {
+      why = std::string("expected ") + layout;
+      return false;
+    }
+    p = ptr;
+  }
+  while (p < end && IsBlank(*p)) ++p;
+  if (p != end) {
+    why = std::string("expected ") + layout + ", found more";
+    return false;
+  }
+  return true;
+}
 
 long RunInverseBatch(std::FILE* in, std::FILE* out, InverseMethod method) {
   const auto check = [](const double* f, std::string& why) {

@@ -75,7 +75,7 @@ void RunFind(const std::string& file, std::string ident) {
   } else {
     for (int32_t i = m.first; i <= m.last; ++i) text += ListLine(db.Record(i)) + "\n";
   }
-  std::fwrite(text.data(), 1, text.size(), stdout);
+  WriteOutput(stdout, text);
   ExitStatus() = kExitOk;
 }
 

@@ -1,15 +1,47 @@
 // norvane-cli: every calculator without a window, for scripts and batch work.
+#include <cerrno>
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <exception>
+#include <iostream>
+#include <sstream>
 
 #include <CLI/CLI.hpp>
 
+#include "app/Platform.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 
+namespace {
+// Flushes what is still buffered; a full disk or a closed output must not pass for success.
+int FinishOutput(int status) {
+  errno = 0;
+  std::cout.flush();
+  const bool flushed = std::fflush(stdout) == 0;
+  if (flushed && !std::ferror(stdout) && std::cout) return status;
+  const int why = errno;
+  std::fprintf(stderr, "error: cannot write the output%s%s\n", why ? ": " : "", why ? std::strerror(why) : "");
+  return norvane::cli::kExitComputation;
+}
+// Help and version texts, written like results so that a failed write is reported.
+int PrintHelp(CLI::App& app, const CLI::Error& e) {
+  std::ostringstream out, err;
+  const int status = app.exit(e, out, err);
+  std::fputs(err.str().c_str(), stderr);
+  try {
+    norvane::cli::WriteOutput(stdout, out.str());
+  } catch (const norvane::cli::OutputError& x) {
+    std::fprintf(stderr, "error: %s\n", x.what());
+    return norvane::cli::kExitComputation;
+  }
+  return status;
+}
+}  // namespace
+
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "C");
+  norvane::GuardStandardStreams();
   using namespace norvane::cli;
   CLI::App app{"Norvane aeronautical calculator, command-line edition.\n"
                "Each command prints one \"key: text\" line per result, exactly as the screen shows it.",
@@ -35,14 +67,17 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
-    return app.exit(e);
+    return PrintHelp(app, e);
   } catch (const CLI::CallForAllHelp& e) {
-    return app.exit(e);
+    return PrintHelp(app, e);
   } catch (const CLI::CallForVersion& e) {
-    return app.exit(e);
+    return PrintHelp(app, e);
   } catch (const CLI::ParseError& e) {
     std::fprintf(stderr, "error: %s\n", e.what());
     return kExitUsage;
+  } catch (const OutputError& e) {
+    std::fprintf(stderr, "error: %s\n", e.what());
+    return kExitComputation;
   } catch (const UsageError& e) {
     std::fprintf(stderr, "error: %s\n", e.what());
     return kExitUsage;
@@ -50,6 +85,5 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "error: %s\n", e.what());
     return kExitComputation;
   }
-  std::fflush(stdout);
-  return ExitStatus();
+  return FinishOutput(ExitStatus());
 }

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "app/Platform.hpp"
 #include "app/TextFormat.hpp"
 
 namespace norvane {
@@ -404,30 +405,11 @@ std::vector<uint8_t> SerializeNavDB(const std::vector<WaypointRecord>& sortedRec
 }
 
 std::string WriteFileAtomically(const std::string& path, std::span<const uint8_t> bytes) {
-  namespace fs = std::filesystem;
-  const fs::path target = PathFromUtf8(path);
-  fs::path temp = target;
-  temp += ".tmp";
-  {
-    std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-    if (!out) return "cannot create " + Utf8(temp);
-    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-    out.flush();
-    if (!out) {
-      out.close();
-      std::error_code ignored;
-      fs::remove(temp, ignored);
-      return "cannot write " + Utf8(temp);
-    }
-  }
-  std::error_code ec;
-  fs::rename(temp, target, ec);
-  if (ec) {
-    std::error_code ignored;
-    fs::remove(temp, ignored);
-    return "cannot replace " + path + ": " + ec.message();
-  }
-  return {};
+  std::string error;
+  if (WriteFileAtomic(PathFromUtf8(path), std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()),
+                      &error))
+    return {};
+  return error;
 }
 
 }  // namespace norvane

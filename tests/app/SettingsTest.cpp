@@ -1,8 +1,11 @@
 #include "app/Settings.hpp"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -132,6 +135,116 @@ TEST(Settings, FailedWriteLeavesTheOldFileWhole) {
   EXPECT_FALSE(WriteSettings(blocked, Settings{}, &error));
   EXPECT_FALSE(fs::exists(dir.path / "blocked.ini.tmp"));
   EXPECT_EQ(Slurp(file), before);
+}
+
+TEST(Settings, TextValuesWithBlanksOrQuotesReadBackWhole) {
+  // The reader strips blanks and one pair of quotes; such values were written bare and changed
+  // at every start (" /data/x.dat" lost its blank, "'home'" its quotes).
+  Settings s;
+  s.DBPath = "  /data/with blanks.dat ";
+  s.PrevAutoUpdate = "'14/03/2026'";
+  s.Links = LinkTable{};
+  s.Links.entries[0] = {"\"Quoted\"", "  https://example.org/a b  "};
+  s.Links.count = 1;
+  const std::string text = SerializeSettings(s);
+  EXPECT_NE(text.find("DBPath=\"  /data/with blanks.dat \"\r\n"), std::string::npos);
+  EXPECT_EQ(ParseSettings(text), s);
+  // Ordinary values keep their plain form.
+  EXPECT_NE(SerializeSettings(Settings{}).find("DBPath=\r\n"), std::string::npos);
+}
+
+TEST(Settings, WriteFailuresKeepTheOldFileAndSayWhy) {
+  TempDir dir;
+  const fs::path file = dir.path / kSettingsFileName;
+  Settings old;
+  old.LTOffset = 3;
+  ASSERT_TRUE(WriteSettings(file, old));
+  const std::string before = Slurp(file);
+  Settings changed = old;
+  changed.LTOffset = -7;
+  std::string error;
+
+  // A full disk.
+  norvane::testing::SetWriteFault(ENOSPC);
+  EXPECT_FALSE(WriteSettings(file, changed, &error));
+  norvane::testing::SetWriteFault(0);
+  EXPECT_EQ(error, "cannot write " + file.string() + ".tmp: No space left on device");
+  EXPECT_EQ(Slurp(file), before);
+  EXPECT_FALSE(fs::exists(dir.path / "Norvane.ini.tmp"));
+
+  // A read-only folder. Root writes there all the same, so it also meets a folder that cannot
+  // take the temporary file: its name is held by a non-empty folder.
+  fs::permissions(dir.path, fs::perms::owner_read | fs::perms::owner_exec);
+  const bool blocked = ::access(dir.path.c_str(), W_OK) != 0;
+  if (blocked) {
+    EXPECT_FALSE(WriteSettings(file, changed, &error));
+    EXPECT_EQ(error, "cannot create " + file.string() + ".tmp: Permission denied");
+  }
+  fs::permissions(dir.path, fs::perms::owner_all);
+  fs::create_directories(dir.path / "Norvane.ini.tmp" / "inside");
+  EXPECT_FALSE(WriteSettings(file, changed, &error));
+  EXPECT_EQ(error.rfind("cannot create " + file.string() + ".tmp: ", 0), 0u) << error;
+  EXPECT_EQ(Slurp(file), before);
+  EXPECT_TRUE(fs::exists(dir.path / "Norvane.ini.tmp" / "inside"));  // not ours to remove
+  fs::remove_all(dir.path / "Norvane.ini.tmp");
+
+  // A folder that is a regular file.
+  std::ofstream(dir.path / "plain") << "x";
+  EXPECT_FALSE(WriteSettings(dir.path / "plain" / kSettingsFileName, changed, &error));
+  EXPECT_EQ(error, "cannot create " + (dir.path / "plain" / kSettingsFileName).string() + ".tmp: Not a directory");
+
+  EXPECT_EQ(ReadSettings(file), old);
+  ASSERT_TRUE(WriteSettings(file, changed));
+  EXPECT_EQ(ReadSettings(file), changed);
+}
+
+TEST(Settings, CrashBetweenWritingAndRenamingLosesNothing) {
+  TempDir dir;
+  const fs::path file = dir.path / kSettingsFileName;
+  const fs::path tmp = dir.path / "Norvane.ini.tmp";
+  Settings old;
+  old.DefMVYear = 2008;
+  ASSERT_TRUE(WriteSettings(file, old));
+  // The crash left half a new file beside the old one.
+  const std::string half = SerializeSettings(Settings{}).substr(0, 40);
+  std::ofstream(tmp, std::ios::binary) << half;
+  std::string error;
+  EXPECT_EQ(ReadSettings(file, &error), old);
+  EXPECT_EQ(error, "");
+  Settings next = old;
+  next.AutoMV = 1;
+  ASSERT_TRUE(WriteSettings(file, next, &error)) << error;
+  EXPECT_EQ(ReadSettings(file), next);
+  EXPECT_FALSE(fs::exists(tmp));
+
+  // A leftover name that links elsewhere is replaced, never written through: the file it
+  // points to used to be overwritten with the settings.
+  const fs::path victim = dir.path / "victim.txt";
+  std::ofstream(victim) << "keep me";
+  fs::create_symlink(victim, tmp);
+  ASSERT_TRUE(WriteSettings(file, old, &error)) << error;
+  EXPECT_EQ(Slurp(victim), "keep me");
+  EXPECT_EQ(ReadSettings(file), old);
+  EXPECT_FALSE(fs::exists(tmp));
+}
+
+TEST(Settings, UnreadableFilesAreReportedNotTakenForAFirstStart) {
+  TempDir dir;
+  std::string error = "unchanged";
+  EXPECT_EQ(ReadSettings(dir.path / "absent.ini", &error), Settings{});
+  EXPECT_EQ(error, "unchanged");  // the first start is not an error
+
+  fs::create_directories(dir.path / "folder.ini");
+  EXPECT_EQ(ReadSettings(dir.path / "folder.ini", &error), Settings{});
+  EXPECT_EQ(error, "cannot read " + (dir.path / "folder.ini").string() + ": Is a directory");
+
+  {
+    std::ofstream big(dir.path / "big.ini", std::ios::binary);
+    big << "[Options]\r\nLTOffset=5\r\n" << std::string(2 << 20, ';');
+  }
+  error.clear();
+  EXPECT_EQ(ReadSettings(dir.path / "big.ini", &error), Settings{});
+  EXPECT_EQ(error, (dir.path / "big.ini").string() + " is larger than 1 MB, not a settings file");
 }
 
 TEST(Settings, AppPathHonoursTheOverrideAndEndsWithASeparator) {

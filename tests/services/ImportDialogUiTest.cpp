@@ -8,10 +8,15 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "app/AppContext.hpp"
 #include "app/InputBox.hpp"
+#include "app/MainMenu.hpp"
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
+#include "services/WaypointImport.hpp"
 
 using namespace norvane;
 
@@ -147,4 +152,52 @@ TEST_F(ImportDialogTest, ShellHooksOpenTheDatabaseAndNameIt) {
   const std::string buildDir = std::string(NORVANE_SAMPLE_DB).substr(0, std::string(NORVANE_SAMPLE_DB).rfind('/'));
   EXPECT_EQ(SampleDatabasePath(buildDir), NORVANE_SAMPLE_DB);
   EXPECT_EQ(SampleDatabasePath("/nonexistent"), "");
+}
+
+TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
+  namespace fs = std::filesystem;
+  const fs::path dir = fs::temp_directory_path() / ("norvane-import-live-" + std::to_string(::getpid()));
+  fs::create_directories(dir);
+  const fs::path file = dir / "live.dat";
+  const auto cut = [&] { std::ofstream(file, std::ios::binary | std::ios::trunc) << std::string(100, '\x7f'); };
+  Hooks() = ShellHooks{};
+  InstallNavDBHooks();
+  const ShellHooks& h = Hooks();
+
+  // Loaded, then the file is cut short and deleted: searches answer from the loaded copy.
+  fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
+  ASSERT_TRUE(h.openDatabase(file.string()));
+  cut();
+  {
+    ImportDialog d(ActiveNavDB());
+    d.show();
+    Child<InputBox>(&d, "inICAO")->setText("LAM");
+    d.search();
+    EXPECT_EQ(Child<QListWidget>(&d, "ListICAO")->count(), 3);
+    fs::remove(file);
+    Child<InputBox>(&d, "inICAO")->setText("EGLL");
+    d.search();
+    ASSERT_EQ(d.result(), QDialog::Accepted);
+    EXPECT_EQ(ListLine(ActiveNavDB().Record(d.selectedRecord())), "EGLL  APTN51\u00b028' W000\u00b028' ");
+  }
+
+  // Checked at start-up, then cut short (or deleted) before the first tick loads it: the menu
+  // says there is no database, the settings forget it, and an import says so instead of opening.
+  App().appPath = dir.string() + "/";
+  for (const bool deleteIt : {false, true}) {
+    fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
+    App().settings.DBPath = file.string();
+    ASSERT_TRUE(h.checkDatabase(file.string()));
+    if (deleteIt) fs::remove(file);
+    else cut();
+    const ScreenRegistry none;
+    MainMenu menu(none);
+    menu.firstTick();
+    EXPECT_EQ(menu.labelDB()->text(), "No waypoint DB") << deleteIt;
+    EXPECT_EQ(App().settings.DBPath, "") << deleteIt;
+    EXPECT_FALSE(NavDBActive());
+    EXPECT_EQ(ImportWaypoint(nullptr, {}, {}), ImportOutcome::NoDatabase);
+  }
+  Hooks() = ShellHooks{};
+  fs::remove_all(dir);
 }

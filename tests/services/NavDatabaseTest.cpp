@@ -229,6 +229,43 @@ TEST_F(NavDatabaseFiles, FileTruncatedBetweenCheckAndLoadIsRefused) {
   EXPECT_EQ(db.Status(), NavDBStatus::NotFound);
 }
 
+TEST_F(NavDatabaseFiles, LoadedDatabaseAnswersFromMemoryWhileItsFileChanges) {
+  const std::vector<WaypointRecord> first = SampleRecords();
+  const std::string path = Write("live.dat", SerializeNavDB(first, 1));
+  NavDatabase db;
+  db.SetDBPath(path);
+  ASSERT_TRUE(db.CheckNavDB() && db.LoadNavDB());
+  const IdentMatch before = db.FindIdent("ZULU");
+  ASSERT_NE(before.first, 0);
+  const WaypointRecord zulu = db.Record(before.first);
+
+  // Replaced by another valid database, cut to a few bytes, then deleted: the loaded copy stays.
+  std::vector<WaypointRecord> other = {MakeRecord(WaypointType::Vor, IdentCode("ALPHA"), 100, 200, 11390)};
+  ASSERT_EQ(WriteFileAtomically(path, SerializeNavDB(other, 7)), "");
+  EXPECT_EQ(db.FindIdent("ZULU"), before);
+  Write("live.dat", std::vector<uint8_t>(30, 0xFF));
+  EXPECT_EQ(db.FindIdent("ZULU"), before);
+  fs::remove(path);
+  EXPECT_EQ(db.FindIdent("ZULU"), before);
+  EXPECT_EQ(db.Record(before.first), zulu);
+  EXPECT_EQ(db.DBCount(), int32_t(first.size()));
+
+  // Replaced by a larger valid database between the check and the load: the load takes the new
+  // file whole, count included, and never indexes past its records.
+  Write("live.dat", SerializeNavDB(first, 1));
+  ASSERT_TRUE(db.CheckNavDB());
+  std::vector<WaypointRecord> larger = first;
+  for (int i = 0; i < 50; ++i) larger.push_back(MakeRecord(WaypointType::Ndb, IdentCode("Z" + std::to_string(i)), i, i, 415));
+  SortRecords(larger);
+  ASSERT_EQ(WriteFileAtomically(path, SerializeNavDB(larger, 2)), "");
+  ASSERT_TRUE(db.LoadNavDB());
+  EXPECT_EQ(db.DBCount(), int32_t(larger.size()));
+  EXPECT_EQ(db.DBCycle(), 2);
+  const IdentMatch z0 = db.FindIdent("Z0");
+  ASSERT_NE(z0.first, 0);
+  EXPECT_EQ(RecordType(db.Record(z0.first)), WaypointType::Ndb);
+}
+
 TEST(NavDatabaseSearch, WholePaddedIdentifierMustMatchAndIndexZeroMeansNone) {
   std::vector<uint8_t> bytes = SerializeNavDB(SampleRecords(), 1);
   NavDatabase db;

@@ -33,7 +33,14 @@ inline std::string ReadWhole(const std::filesystem::path& p) {
   return ss.str();
 }
 
-inline ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& args) {
+// Where the child's standard streams come from and go to, instead of /dev/null and a capture file.
+struct RunOptions {
+  std::string stdinFile;       // read standard input from this file
+  std::string stdoutRedirect;  // shell redirection target for standard output: "/dev/full", "&-" (closed)
+};
+
+inline ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& args,
+                                const RunOptions& options = {}) {
   namespace fs = std::filesystem;
   // Unique per call, also across test processes that CTest runs in parallel.
   static std::mt19937_64 rng{std::random_device{}()};
@@ -42,7 +49,11 @@ inline ProcessResult RunProcess(const std::string& program, const std::vector<st
   const fs::path outFile = dir / (stem + ".out"), errFile = dir / (stem + ".err");
   std::string cmd = ShellQuote(program);
   for (const auto& a : args) cmd += " " + ShellQuote(a);
-  cmd += " >" + ShellQuote(outFile.string()) + " 2>" + ShellQuote(errFile.string()) + " </dev/null";
+  const std::string out = options.stdoutRedirect.empty() ? ShellQuote(outFile.string())
+                          : options.stdoutRedirect[0] == '&' ? options.stdoutRedirect
+                                                              : ShellQuote(options.stdoutRedirect);
+  const std::string in = options.stdinFile.empty() ? "/dev/null" : ShellQuote(options.stdinFile);
+  cmd += " >" + out + " 2>" + ShellQuote(errFile.string()) + " <" + in;
   const int raw = std::system(cmd.c_str());
   ProcessResult r;
   r.status = raw != -1 && WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
