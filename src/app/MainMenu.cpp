@@ -8,9 +8,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -355,41 +353,14 @@ bool MainMenu::saveSettings(std::string* error) {
   return WriteSettings(App().settingsFile(), s, error);
 }
 
-MainMenu::AfterFailedSave MainMenu::askAfterFailedSave(const std::string& why) {
-  const QString text = tr("Norvane could not save its settings to %1.").arg(Q(App().settingsFile()));
-  std::fprintf(stderr, "norvane: %s %s\n", qPrintable(text), why.c_str());
-  if (qEnvironmentVariableIsSet("NORVANE_NONINTERACTIVE")) return AfterFailedSave::CloseAnyway;
-  QMessageBox box(QMessageBox::Warning, QStringLiteral("Norvane"), text, QMessageBox::NoButton, this);
-  box.setObjectName("msgSettingsNotSaved");
-  box.setInformativeText(Q(why) + "\n\n" +
-                         tr("The previous settings file is unchanged. Closing now loses the settings "
-                            "changed since Norvane started."));
-  QPushButton* retry = box.addButton(QMessageBox::Retry);
-  QPushButton* close = box.addButton(tr("Close without saving"), QMessageBox::DestructiveRole);
-  QPushButton* stay = box.addButton(tr("Keep Norvane open"), QMessageBox::RejectRole);
-  box.setDefaultButton(retry);
-  box.exec();
-  if (box.clickedButton() == retry) return AfterFailedSave::Retry;
-  if (box.clickedButton() == close) return AfterFailedSave::CloseAnyway;
-  (void)stay;
-  return AfterFailedSave::StayOpen;
-}
-
 void MainMenu::closeEvent(QCloseEvent* e) {
   if (screen_) screen_->close();
   timer_->stop();
-  // A failed save is never silent: the user retries (after freeing space, say), closes knowingly,
-  // or keeps the program open with the settings still in memory.
+  // A write failure at exit is not put to the user: the program closes as asked, the old file stays
+  // whole (the write is atomic), and the reason goes to standard error for whoever looks.
   std::string why;
-  while (!saveSettings(&why)) {
-    const AfterFailedSave choice = askAfterFailedSave(why);
-    if (choice == AfterFailedSave::CloseAnyway) break;
-    if (choice == AfterFailedSave::StayOpen) {
-      timer_->start();
-      e->ignore();
-      return;
-    }
-  }
+  if (!saveSettings(&why))
+    std::fprintf(stderr, "norvane: settings not saved to %s: %s\n", App().settingsFile().c_str(), why.c_str());
   QWidget::closeEvent(e);
 }
 

@@ -64,9 +64,6 @@ class MainMenu : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  enum class AfterFailedSave { Retry, CloseAnyway, StayOpen };
-  // Tells the user that the settings were not saved and asks what to do.
-  AfterFailedSave askAfterFailedSave(const std::string& why);
   void onTick();
   void onScreenUnloaded(int k);
   void chooseDatabase();
