@@ -37,8 +37,8 @@ section() {  # section COMMAND...
   echo ".SH COMMANDS"
   for cmd in $(subcommands); do section "$cmd"; done
   echo ".SH EXIT STATUS"
-  echo "0: results printed; 1: the calculation ended in the screen's error text;"
-  echo "2: bad or out-of-range input."
+  echo "0: results printed; 1: the calculation ended in the screen's error text, or a file, the"
+  echo "network or the output failed (with a message); 2: bad or out-of-range input."
   echo ".SH SEE ALSO"
   echo ".BR norvane (1)"
 } >"$out"
