@@ -1,11 +1,13 @@
 #include "app/CalculatorScreen.hpp"
 
+#include <QButtonGroup>
 #include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QVBoxLayout>
 
 #include "app/AppContext.hpp"
@@ -111,6 +113,21 @@ QLabel* CalculatorScreen::makeCaption(const QString& text, const QString& name) 
   auto* l = new QLabel(text, this);
   if (!name.isEmpty()) l->setObjectName(name);
   return l;
+}
+
+QGroupBox* CalculatorScreen::makeUnitsFrame(const QString& caption, QRadioButton** options) {
+  QGroupBox* frame = makeFrame(caption, "FrameUnits");
+  auto* layout = new QHBoxLayout(frame);
+  auto* group = new QButtonGroup(frame);
+  const char* const texts[2] = {QT_TR_NOOP("Metric"), QT_TR_NOOP("US units")};
+  for (int i = 0; i < 2; ++i) {
+    options[i] = new QRadioButton(tr(texts[i]), frame);
+    options[i]->setObjectName(QStringLiteral("OptUnits%1").arg(i));
+    group->addButton(options[i], i);
+    layout->addWidget(options[i]);
+  }
+  options[unitSystem_ == 1 ? 1 : 0]->setChecked(true);
+  return frame;
 }
 
 QGroupBox* CalculatorScreen::makeFrame(const QString& caption, const QString& name) {

@@ -30,6 +30,7 @@ class QPushButton;
 class QVBoxLayout;
 class QHBoxLayout;
 class QGroupBox;
+class QRadioButton;
 
 namespace norvane {
 
@@ -77,6 +78,9 @@ class CalculatorScreen : public QWidget {
   // A caption label for a box or result.
   QLabel* makeCaption(const QString& text, const QString& name = {});
   QGroupBox* makeFrame(const QString& caption, const QString& name = {});
+  // The unit-system frame "FrameUnits": options "Metric" (OptUnits0) and "US units" (OptUnits1),
+  // written to options[0] and [1], side by side in one exclusive group, unitSystem()'s checked.
+  QGroupBox* makeUnitsFrame(const QString& caption, QRadioButton** options);
 
   QVBoxLayout* contentLayout() const { return content_; }
   void setHelpText(const QString& text);

@@ -110,11 +110,7 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
 
   // Output units and format.
   auto* unitRow = new QHBoxLayout;
-  auto* frameUnits = makeFrame(tr("Output units"), "FrameUnits");
-  new QHBoxLayout(frameUnits);
-  auto* unitGroup = new QButtonGroup(this);
-  optUnits_[0] = MakeOption(frameUnits, unitGroup, tr("Metric"), "OptUnits0", 0);
-  optUnits_[1] = MakeOption(frameUnits, unitGroup, tr("US units"), "OptUnits1", 1);
+  auto* frameUnits = makeUnitsFrame(tr("Output units"), optUnits_.data());
   unitRow->addWidget(frameUnits);
   checkEDisplay_ = new QCheckBox(tr("Scientific format"), this);
   checkEDisplay_->setObjectName("CheckEDisplay");
@@ -171,7 +167,7 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
 
   connect(altGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   connect(altUnitGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
-  connect(unitGroup, &QButtonGroup::idClicked, this, [this] {
+  connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
     recalculateIfCalculated();
   });

@@ -40,16 +40,7 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   }
   boxCaption_[3]->setText(tr("Altitude (ft)"));
   left->addLayout(inputs);
-  auto* frameUnits = makeFrame(tr("Units"), "FrameUnits");
-  auto* ul = new QHBoxLayout(frameUnits);
-  auto* unitGroup = new QButtonGroup(this);
-  optUnits_[0] = new QRadioButton(tr("Metric"), frameUnits);
-  optUnits_[1] = new QRadioButton(tr("US units"), frameUnits);
-  for (int i = 0; i < 2; ++i) {
-    optUnits_[i]->setObjectName(QStringLiteral("OptUnits%1").arg(i));
-    unitGroup->addButton(optUnits_[i], i);
-    ul->addWidget(optUnits_[i]);
-  }
+  auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
   left->addWidget(frameUnits);
   left->addStretch();
   row->addLayout(left);
@@ -84,7 +75,7 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   boxes[2]->setText(u ? QStringLiteral("41") : QStringLiteral("5"));
   boxes[3]->setText(QStringLiteral("0"));
 
-  connect(unitGroup, &QButtonGroup::idClicked, this, [this] {
+  connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     // The numbers are validated anew against the other unit's ranges, not converted.
     const bool wasCalculated = calculated();
     setUnits();

@@ -81,17 +81,8 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   disaRow->addWidget(disaData_);
   left->addLayout(disaRow);
 
-  auto* frameUnits = makeFrame(tr("Units"), "FrameUnits");
-  auto* ul = new QHBoxLayout(frameUnits);
-  auto* unitGroup = new QButtonGroup(this);
-  optUnits_[0] = new QRadioButton(tr("Metric"), frameUnits);
-  optUnits_[1] = new QRadioButton(tr("US units"), frameUnits);
-  for (int i = 0; i < 2; ++i) {
-    optUnits_[i]->setObjectName(QStringLiteral("OptUnits%1").arg(i));
-    optUnits_[i]->setToolTip(tr("Units of the total air temperature and the dynamic pressure"));
-    unitGroup->addButton(optUnits_[i], i);
-    ul->addWidget(optUnits_[i]);
-  }
+  auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
+  for (QRadioButton* o : optUnits_) o->setToolTip(tr("Units of the total air temperature and the dynamic pressure"));
   left->addWidget(frameUnits);
   left->addStretch();
 
@@ -151,7 +142,7 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
     setInputKind(id);
     clearData();  // the entered number now means another quantity
   });
-  connect(unitGroup, &QButtonGroup::idClicked, this, [this] {
+  connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
     recalculateIfCalculated();
   });

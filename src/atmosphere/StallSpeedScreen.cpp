@@ -89,16 +89,7 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
   row->addSpacing(8);
 
   auto* right = new QVBoxLayout;
-  auto* frameUnits = makeFrame(tr("Units"), "FrameUnits");
-  auto* ul = new QHBoxLayout(frameUnits);
-  auto* unitGroup = new QButtonGroup(this);
-  optUnits_[0] = new QRadioButton(tr("Metric"), frameUnits);
-  optUnits_[1] = new QRadioButton(tr("US units"), frameUnits);
-  for (int i = 0; i < 2; ++i) {
-    optUnits_[i]->setObjectName(QStringLiteral("OptUnits%1").arg(i));
-    unitGroup->addButton(optUnits_[i], i);
-    ul->addWidget(optUnits_[i]);
-  }
+  auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
   right->addWidget(frameUnits);
   auto* frameVs = makeFrame(tr("Stall speed (Vs)"), "FrameVs");
   auto* vl = new QGridLayout(frameVs);
@@ -145,7 +136,7 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
     setReference();
     clearData();
   });
-  connect(unitGroup, &QButtonGroup::idClicked, this, [this] {
+  connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     // The numbers are validated anew against the other unit's ranges, not converted.
     const bool wasCalculated = calculated();
     setUnits();
