@@ -27,9 +27,8 @@ bool SignatureVerifies(const QString& file, const std::string& signature) {
   if (!f.open(QIODevice::ReadOnly)) return false;
   const qint64 size = f.size();
   if (size <= 0) return false;
-  // Mapped rather than read: the file may be large, the check needs it whole.
-  const uchar* data = f.map(0, size);
-  if (data) return VerifyUpdateSignature(data, static_cast<std::size_t>(size), signature, TrustedUpdateKey());
+  // Read, not memory-mapped: a mapping of a file that another process truncates meanwhile
+  // faults on access. The download cap (200 MiB) bounds what is held here.
   const QByteArray all = f.readAll();
   return all.size() == size && VerifyUpdateSignature(reinterpret_cast<const unsigned char*>(all.constData()),
                                                      static_cast<std::size_t>(all.size()), signature,
