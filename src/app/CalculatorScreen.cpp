@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -116,18 +117,52 @@ QLabel* CalculatorScreen::makeCaption(const QString& text, const QString& name) 
 }
 
 QGroupBox* CalculatorScreen::makeUnitsFrame(const QString& caption, QRadioButton** options) {
-  QGroupBox* frame = makeFrame(caption, "FrameUnits");
-  auto* layout = new QHBoxLayout(frame);
+  QGroupBox* frame = makeOptionGroup(caption, "FrameUnits", "OptUnits", {tr("Metric"), tr("US units")}, options).frame;
+  options[unitSystem_ == 1 ? 1 : 0]->setChecked(true);
+  return frame;
+}
+
+CalculatorScreen::OptionGroup CalculatorScreen::makeOptionGroup(const QString& caption, const QString& frameName,
+                                                                const QString& optName, const QStringList& texts,
+                                                                QRadioButton** options, Qt::Orientation orientation) {
+  QGroupBox* frame = makeFrame(caption, frameName);
+  QBoxLayout* layout = orientation == Qt::Horizontal ? static_cast<QBoxLayout*>(new QHBoxLayout(frame))
+                                                     : new QVBoxLayout(frame);
   auto* group = new QButtonGroup(frame);
-  const char* const texts[2] = {QT_TR_NOOP("Metric"), QT_TR_NOOP("US units")};
-  for (int i = 0; i < 2; ++i) {
-    options[i] = new QRadioButton(tr(texts[i]), frame);
-    options[i]->setObjectName(QStringLiteral("OptUnits%1").arg(i));
+  for (int i = 0; i < texts.size(); ++i) {
+    options[i] = new QRadioButton(texts[i], frame);
+    options[i]->setObjectName(optName + QString::number(i));
     group->addButton(options[i], i);
     layout->addWidget(options[i]);
   }
-  options[unitSystem_ == 1 ? 1 : 0]->setChecked(true);
-  return frame;
+  return {frame, group};
+}
+
+void CalculatorScreen::addResultRows(QGridLayout* grid, std::initializer_list<ResultRow> rows, QLabel** out, int row,
+                                     int column) {
+  for (const ResultRow& r : rows) {
+    QLabel* caption = makeCaption(r.caption, r.captionName);
+    caption->setToolTip(r.toolTip);
+    *out = makeResult(r.name, r.toolTip);
+    grid->addWidget(caption, row, column);
+    grid->addWidget(*out++, row++, column + 1);
+  }
+}
+
+void CalculatorScreen::addResultTable(QGridLayout* grid, const QStringList& columns, const QStringList& rows,
+                                      const QString& name, QLabel** out, const QStringList& rowToolTips) {
+  const int n = static_cast<int>(columns.size());
+  for (int c = 0; c < n; ++c) grid->addWidget(makeCaption(columns[c]), 0, c + 1, Qt::AlignHCenter);
+  for (int r = 0; r < rows.size(); ++r) {
+    const QString tip = r < rowToolTips.size() ? rowToolTips[r] : QString();
+    QLabel* caption = makeCaption(rows[r]);
+    caption->setToolTip(tip);
+    grid->addWidget(caption, r + 1, 0);
+    for (int c = 0; c < n; ++c) {
+      out[r * n + c] = makeResult(name + QString::number(r * n + c), tip);
+      grid->addWidget(out[r * n + c], r + 1, c + 1);
+    }
+  }
 }
 
 QGroupBox* CalculatorScreen::makeFrame(const QString& caption, const QString& name) {

@@ -19,12 +19,16 @@
 // Names: the screen's objectName() is its form name ("frmData0"); boxes are "InBox<i>"; the
 // error label is "lblError"; result labels take the name given to makeResult() ("dataR0").
 
+#include <QStringList>
 #include <QWidget>
+#include <initializer_list>
 #include <vector>
 
 #include "app/InputBox.hpp"
 
 class QBoxLayout;
+class QButtonGroup;
+class QGridLayout;
 class QLabel;
 class QPushButton;
 class QVBoxLayout;
@@ -78,6 +82,30 @@ class CalculatorScreen : public QWidget {
   // A caption label for a box or result.
   QLabel* makeCaption(const QString& text, const QString& name = {});
   QGroupBox* makeFrame(const QString& caption, const QString& name = {});
+  // An option group: the frame `frameName` captioned `caption` holding one radio button per text,
+  // named `<optName><i>` with id i in one exclusive group, in a row (or a column). The buttons are
+  // written to `options`; the group's idClicked() tells the user's choice.
+  struct OptionGroup {
+    QGroupBox* frame;
+    QButtonGroup* group;
+  };
+  OptionGroup makeOptionGroup(const QString& caption, const QString& frameName, const QString& optName,
+                              const QStringList& texts, QRadioButton** options,
+                              Qt::Orientation orientation = Qt::Horizontal);
+  // Result rows in `grid` from `row` on: the caption (named captionName when given) in `column`,
+  // the result label named `name` beside it, both with the tool tip; the labels go to `out`.
+  struct ResultRow {
+    QString caption;
+    QString name;
+    QString toolTip = {};
+    QString captionName = {};
+  };
+  void addResultRows(QGridLayout* grid, std::initializer_list<ResultRow> rows, QLabel** out, int row = 0,
+                     int column = 0);
+  // A table of results: column headers across the top, row captions (with their tool tips) down the
+  // side, the result labels named `<name><r * columns + c>` written to `out` in that order.
+  void addResultTable(QGridLayout* grid, const QStringList& columns, const QStringList& rows, const QString& name,
+                      QLabel** out, const QStringList& rowToolTips = {});
   // The unit-system frame "FrameUnits": options "Metric" (OptUnits0) and "US units" (OptUnits1),
   // written to options[0] and [1], side by side in one exclusive group, unitSystem()'s checked.
   QGroupBox* makeUnitsFrame(const QString& caption, QRadioButton** options);

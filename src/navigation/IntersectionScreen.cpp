@@ -12,10 +12,6 @@
 #include "app/UiHelpers.hpp"
 
 namespace norvane {
-namespace {
-int gTrackChoice = -1;
-}  // namespace
-
 IntersectionScreen::IntersectionScreen(QWidget* parent)
     : NavigationScreen(9, "frmData9", tr("Radial intersection"), parent) {
   BoxRule track{KeyMode::UnsignedReal, 0, 360};
@@ -68,8 +64,7 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   auto* bottom = new QHBoxLayout;
   auto* tracks = makeFrame(tr("Tracks"), "FrameTracks");
   auto* tl = new QVBoxLayout(tracks);
-  optTRK_[0] = makeOption(tr("True"), "OptTRK0", tracks);
-  optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", tracks);
+  makeTrackOptions(tracks);
   tl->addWidget(optTRK_[0]);
   tl->addWidget(optTRK_[1]);
   bottom->addWidget(tracks);
@@ -85,13 +80,6 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   }
   bottom->addWidget(results, 1);
   contentLayout()->addLayout(bottom);
-
-  const int trackChoice = gTrackChoice >= 0 ? gTrackChoice : (App().settings.AutoMV == 1 ? 1 : 0);
-  optTRK_[trackChoice]->setChecked(true);
-  for (int i = 0; i < 2; ++i)
-    connect(optTRK_[i], &QRadioButton::toggled, this, [i](bool on) {
-      if (on) gTrackChoice = i;
-    });
 }
 
 bool IntersectionScreen::calculate() {
@@ -99,7 +87,7 @@ bool IntersectionScreen::calculate() {
   double t1 = track1_->value(), t2 = track2_->value();
   if (t1 == 360) t1 = 0;
   if (t2 == 360) t2 = 0;
-  if (optTRK_[1]->isChecked()) {
+  if (magneticTracks()) {
     const MagSettings mag = DefaultMagSettings();
     const auto variation = [&](InputBox* box, double lat, double lon) {
       if (!box->isEmpty()) return box->value();

@@ -23,7 +23,6 @@ class IntersectionScreen : public NavigationScreen {
   InputBox* var1_;
   InputBox* track2_;
   InputBox* var2_;
-  QRadioButton* optTRK_[2];
   QLabel* dataR_[2];
 };
 

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <map>
 
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
@@ -79,6 +80,21 @@ QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& n
   });
   return b;
 }
+
+void NavigationScreen::makeTrackOptions(QWidget* parent) {
+  static std::map<int, int> kept;  // menu index -> option, while the program runs
+  const auto it = kept.find(menuIndex());
+  const int choice = it != kept.end() ? it->second : (App().settings.AutoMV == 1 ? 1 : 0);
+  optTRK_[0] = makeOption(tr("True"), "OptTRK0", parent);
+  optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", parent);
+  optTRK_[choice]->setChecked(true);
+  for (int i = 0; i < 2; ++i)
+    connect(optTRK_[i], &QRadioButton::toggled, this, [this, i](bool on) {
+      if (on) kept[menuIndex()] = i;
+    });
+}
+
+bool NavigationScreen::magneticTracks() const { return optTRK_[1]->isChecked(); }
 
 QPushButton* NavigationScreen::makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon) {
   auto* b = new QPushButton(tr("Import from database"), this);

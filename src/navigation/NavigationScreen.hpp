@@ -44,6 +44,10 @@ class NavigationScreen : public CalculatorScreen {
                            const QString& optName);
   // An option button of a group whose change recalculates a shown result.
   QRadioButton* makeOption(const QString& text, const QString& name, QWidget* parent);
+  // "True" (OptTRK0) and "Magnetic" (OptTRK1) in `parent`, into optTRK_: the choice this screen kept
+  // while the program runs, at first Magnetic when the AutoMV setting is on. A change recalculates.
+  void makeTrackOptions(QWidget* parent);
+  bool magneticTracks() const;
   // "Import from database", named `name`, filling lat and lon.
   QPushButton* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
 
@@ -59,6 +63,7 @@ class NavigationScreen : public CalculatorScreen {
   void boxEdited(int index) override;
   // Coordinate boxes and the texts they reset to (ClearResetData).
   std::vector<std::pair<InputBox*, QString>> defaults_;
+  QRadioButton* optTRK_[2] = {nullptr, nullptr};
 
  private:
   bool writing_ = false;

@@ -13,7 +13,6 @@
 
 namespace norvane {
 namespace {
-int gTrackChoice = -1;
 int gDistChoice = 0;
 int gModelChoice = 1;  // Spheroid
 
@@ -60,8 +59,7 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   auto* trackFrame = makeFrame(tr("Track"), "FrameTrack");
   auto* tl = new QGridLayout(trackFrame);
   tl->addWidget(track_, 0, 0, 2, 1, Qt::AlignVCenter);
-  optTRK_[0] = makeOption(tr("True"), "OptTRK0", trackFrame);
-  optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", trackFrame);
+  makeTrackOptions(trackFrame);
   tl->addWidget(optTRK_[0], 0, 1);
   tl->addWidget(optTRK_[1], 1, 1);
   middle->addWidget(trackFrame);
@@ -112,14 +110,9 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   }
   contentLayout()->addWidget(results);
 
-  const int trackChoice = gTrackChoice >= 0 ? gTrackChoice : (App().settings.AutoMV == 1 ? 1 : 0);
-  optTRK_[trackChoice]->setChecked(true);
   optModel_[gModelChoice]->setChecked(true);
   optDist_[gDistChoice]->setChecked(true);
   for (int i = 0; i < 2; ++i) {
-    connect(optTRK_[i], &QRadioButton::toggled, this, [i](bool on) {
-      if (on) gTrackChoice = i;
-    });
     connect(optModel_[i], &QRadioButton::toggled, this, [i](bool on) {
       if (on) gModelChoice = i;
     });
@@ -144,7 +137,7 @@ void PointScreen::setDistDisplay(DistanceUnit u) {
 }
 
 bool PointScreen::calculate() {
-  const bool magnetic = optTRK_[1]->isChecked();
+  const bool magnetic = magneticTracks();
   const MagSettings mag = DefaultMagSettings();
   const PointResult r = ComputePointFromTrack(lat_.degrees(), lon_.degrees(), track_->value(),
                                               UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),

@@ -26,7 +26,6 @@ class PointScreen : public NavigationScreen {
   InputBox* track_;
   InputBox* distance_;
   InputBox* variation_;
-  QRadioButton* optTRK_[2];
   QRadioButton* optDist_[4];
   QRadioButton* optModel_[2];
   QLabel* dataR_[2];

@@ -1,5 +1,6 @@
 #include "navigation/TracksScreen.hpp"
 
+#include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -13,9 +14,7 @@
 
 namespace norvane {
 namespace {
-// Choices kept while the program runs: -1 until the screen was first used.
-int gTrackChoice = -1;
-int gDistChoice = 0;
+int gDistChoice = 0;  // kept while the program runs
 }  // namespace
 
 TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr("Tracks and distance"), parent) {
@@ -36,8 +35,7 @@ TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr
   auto* options = new QHBoxLayout;
   auto* tracks = makeFrame(tr("Tracks"), "FrameTracks");
   auto* tl = new QGridLayout(tracks);
-  optTRK_[0] = makeOption(tr("True"), "OptTRK0", tracks);
-  optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", tracks);
+  makeTrackOptions(tracks);
   tl->addWidget(optTRK_[0], 0, 0);
   tl->addWidget(optTRK_[1], 0, 1);
   const MagSettings mag = DefaultMagSettings();
@@ -47,47 +45,24 @@ TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr
   tl->addWidget(lblModel_, 1, 0, 1, 2);
   options->addWidget(tracks);
 
-  auto* dist = makeFrame(tr("Distance unit"), "FrameDist");
-  auto* dl = new QHBoxLayout(dist);
-  const QString unitNames[4] = {tr("NM"), tr("km"), tr("m"), tr("ft")};
-  for (int i = 0; i < 4; ++i) {
-    optDist_[i] = new QRadioButton(unitNames[i], dist);
-    optDist_[i]->setObjectName(QStringLiteral("OptDist%1").arg(i));
-    connect(optDist_[i], &QRadioButton::toggled, this, [this, i](bool on) {
-      if (!on) return;
-      gDistChoice = i;
-      setDistanceUnit(DistanceUnit(i));
-    });
-    dl->addWidget(optDist_[i]);
-  }
-  options->addWidget(dist);
+  const OptionGroup dist = makeOptionGroup(tr("Distance unit"), "FrameDist", "OptDist",
+                                           {tr("NM"), tr("km"), tr("m"), tr("ft")}, optDist_);
+  connect(dist.group, &QButtonGroup::idToggled, this, [this](int i, bool on) {
+    if (!on) return;
+    gDistChoice = i;
+    setDistanceUnit(DistanceUnit(i));
+  });
+  options->addWidget(dist.frame);
   contentLayout()->addLayout(options);
 
   auto* results = makeFrame(tr("Tracks and distance"), "FrameResults");
   auto* rl = new QGridLayout(results);
-  const QString columns[3] = {tr("Dist"), tr("TRK ini"), tr("TRK fin")};
-  const QString rows[3] = {tr("GC"), tr("RL"), tr("SPH")};
-  const QString rowHelp[3] = {tr("Geodesic on the WGS-84 ellipsoid"), tr("Rhumb line"),
-                              tr("Great circle on the sphere (1 minute of arc = 1 NM)")};
-  for (int c = 0; c < 3; ++c) rl->addWidget(makeCaption(columns[c]), 0, c + 1, Qt::AlignHCenter);
-  for (int r = 0; r < 3; ++r) {
-    QLabel* caption = makeCaption(rows[r]);
-    caption->setToolTip(rowHelp[r]);
-    rl->addWidget(caption, r + 1, 0);
-    for (int c = 0; c < 3; ++c) {
-      dataR_[size_t(r * 3 + c)] = makeResult(QStringLiteral("DataR%1").arg(r * 3 + c), rowHelp[r]);
-      rl->addWidget(dataR_[size_t(r * 3 + c)], r + 1, c + 1);
-    }
-  }
+  addResultTable(rl, {tr("Dist"), tr("TRK ini"), tr("TRK fin")}, {tr("GC"), tr("RL"), tr("SPH")}, "DataR", dataR_.data(),
+                 {tr("Geodesic on the WGS-84 ellipsoid"), tr("Rhumb line"),
+                  tr("Great circle on the sphere (1 minute of arc = 1 NM)")});
   contentLayout()->addWidget(results);
 
-  const int track = gTrackChoice >= 0 ? gTrackChoice : (App().settings.AutoMV == 1 ? 1 : 0);
-  optTRK_[track]->setChecked(true);
   optDist_[gDistChoice]->setChecked(true);
-  for (int i = 0; i < 2; ++i)
-    connect(optTRK_[i], &QRadioButton::toggled, this, [i](bool on) {
-      if (on) gTrackChoice = i;
-    });
 }
 
 DistanceUnit TracksScreen::unit() const {
@@ -99,7 +74,7 @@ DistanceUnit TracksScreen::unit() const {
 bool TracksScreen::calculate() {
   const MagSettings mag = DefaultMagSettings();
   result_ = ComputeTracks(latO_.degrees(), lonO_.degrees(), latD_.degrees(), lonD_.degrees(),
-                          optTRK_[1]->isChecked() ? &mag : nullptr);
+                          magneticTracks() ? &mag : nullptr);
   showResults();
   return true;
 }
