@@ -202,6 +202,14 @@ TEST_F(WeatherUiTest, ButtonWaitsWhileTheRequestRunsAndTheWindowStaysUsable) {
   EXPECT_FALSE(screen->busy());
   EXPECT_TRUE(get->isEnabled());
   EXPECT_TRUE(text->toPlainText().isEmpty());
+  // So does Cancel.
+  auto* cancel = screen->findChild<QPushButton*>("CmdCancel");
+  EXPECT_FALSE(cancel->isEnabled());
+  QTest::mouseClick(get, Qt::LeftButton);
+  QTest::mouseClick(cancel, Qt::LeftButton);
+  EXPECT_FALSE(screen->busy());
+  EXPECT_TRUE(get->isEnabled());
+  EXPECT_TRUE(text->toPlainText().isEmpty());
   // Closing the window in the middle of a request is safe.
   QTest::mouseClick(get, Qt::LeftButton);
   EXPECT_TRUE(screen->busy());
