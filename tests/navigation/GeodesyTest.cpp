@@ -36,16 +36,12 @@ TEST(GreatCircleSphere, EntryTestsAndSpecialCases) {
   const InverseRow rows[] = {
       {"identical points", 45, 45, 10, 10, 0, U, U, 0},
       {"same north pole, different longitudes", 90, 90, 0, 100, 0, U, U, 0},
-      {"same south pole", -90, -90, -30, 150, 0, U, U, 0},
       {"due north along a meridian reports 360, not 0", 0, 10, 5, 5, 600, 360, 360, 1e-12},
       {"due south", 10, 0, 5, 5, 600, 180, 180, 1e-12},
       {"from the north pole", 90, 80, 0, 50, 600, 180, 180, 1e-12},
-      {"from the south pole", -90, -80, 0, 50, 600, 360, 360, 1e-12},
       {"to the north pole from another longitude", 80, 90, 0, 50, 600, 360, 360, 1e-12},
       {"exact antipodes: 10800 NM, no track", 10, -10, 0, 180, 10800, U, U, 0},
-      {"antipodes the other way round", -35, 35, 120, -60, 10800, U, U, 0},
       {"quarter of the equator", 0, 0, 0, 90, 5400, 90, 90, 1e-9},
-      {"equator westbound", 0, 0, 0, -45, 2700, 270, 270, 1e-9},
       // The quadrant rule uses only the latitude order: past the vertex the final track is
       // mirrored (the geometric azimuth is 91.75).
       {"vertex between the points", 0, 10, 0, 100, 5990.7931, 79.8489, 88.2462, 1e-4},
@@ -79,7 +75,6 @@ TEST(GeodesicWGS84, EntryTestsAndSpecialCases) {
       {"along the equator westbound", 0, 0, 10, -20, 30 * 6378.137 * kPi / 180 / 1.852, 270, 270, 1e-7},
       // Vincenty's classic failure: nearly antipodal, lambda oscillates for 20 rounds.
       {"nearly antipodal, no convergence", 0, 0.5, 0, 179.7, U, U, U, 0},
-      {"nearly antipodal on the equator", 0, 0, 0, 179.8, U, U, U, 0},
   };
   for (const auto& r : rows) ExpectInverse(r, GeodesicWGS84(r.lat1, r.lat2, r.lon1, r.lon2));
 }
@@ -92,13 +87,11 @@ TEST(RhumbLine, EntryTestsParallelsAndLongitudeRule) {
       {"due north along a meridian reports 360", 0, 10, 5, 5, 600, 360, U, 1e-12},
       {"due south", 10, 0, 5, 5, 600, 180, U, 1e-12},
       {"from the north pole", 90, 80, 0, 50, 600, 180, U, 1e-12},
-      {"from the south pole", -90, -80, 0, 50, 600, 360, U, 1e-12},
       {"parallel eastbound", 40, 40, 10, 30, 20 * c40 * 60, 90, U, 1e-9},
       {"parallel westbound", 40, 40, 30, 10, 20 * c40 * 60, 270, U, 1e-9},
       // On a parallel the longitude difference is taken the short way round.
       {"parallel, 200 degrees east is 160 west", 40, 40, -100, 100, 160 * c40 * 60, 270, U, 1e-9},
       {"parallel across 180 eastbound", 40, 40, 170, -170, 20 * c40 * 60, 90, U, 1e-9},
-      {"parallel across 180 westbound", 40, 40, -170, 170, 20 * c40 * 60, 270, U, 1e-9},
       {"parallel, exactly 180 apart, goes west", 0, 0, 0, 180, 10800, 270, U, 1e-9},
       // Off a parallel the longitude difference is used as given: the long way round.
       {"40 N 170 E to 45 N 170 W goes the long way", 40, 45, 170, -170, 15031, 271.1, U, 0.5},
@@ -144,7 +137,6 @@ TEST(DirectSphere, TracksDistancesAndLongitudeWrap) {
       {"track 360 is track 0", 10, 20, 360, 600, 20, 20, 1e-9},
       {"over the pole", 80, 20, 0, 1200, 80, -160, 1e-9},
       {"west across 180 wraps to the east", 0, -179, 270, 120, 0, 179, 1e-9},
-      {"east across 180 wraps to the west", 0, 179, 90, 120, 0, -179, 1e-9},
       {"zero distance", 45, 45, 123, 0, 45, 45, 1e-13},
       {"half the world", 30, 40, 77, 10800, -30, -140, 1e-9},
   };
@@ -193,9 +185,8 @@ TEST(FormatSignificant, FourFiguresAtMostThreeDecimals) {
     double v;
     const char* text;
   } rows[] = {
-      {1234.567, "1235"}, {12.3456, "12.35"}, {1.0, "1.000"},    {0.012345, "0.012"},
-      {10800, "10800"},   {5.5555, "5.556"},  {999.96, "1000.0"}, {123456.7, "123457"},
-      {0.5, "0.500"},     {99.999, "100.00"}, {3437.7, "3438"},   {0.0004, "0.000"},
+      {1234.567, "1235"}, {12.3456, "12.35"}, {0.012345, "0.012"}, {999.96, "1000.0"},
+      {123456.7, "123457"}, {99.999, "100.00"}, {0.0004, "0.000"},
   };
   for (const auto& r : rows) EXPECT_EQ(FormatSignificant(r.v, 4, 3), r.text) << r.v;
   // Outside its domain it must not fail (the logarithm of 0 would make n undefined).
@@ -212,37 +203,21 @@ TEST(FormatLatLong, HemispheresTruncationAndCarries) {
       {45.5, false, "N45 30 00.00"},
       {-73.984, true, "W073 59 02.40"},
       {0, false, "N00 00 00.00"},  // zero counts as north
-      {0, true, "E000 00 00.00"},  // and as east
-      {-0.5, true, "W000 30 00.00"},
       {45.999999, false, "N46 00 00.00"},                     // seconds carry, then minutes
       {10 + 30 / 60.0 + 59.996 / 3600, false, "N10 31 00.00"},  // seconds carry into minutes
       {10 + 30 / 60.0 + 59.994 / 3600, false, "N10 30 59.99"},  // just below the carry
       {10.1, false, "N10 06 00.00"},  // 10.1 * 60 falls short of 6 minutes in binary
-      {180, true, "E180 00 00.00"},
       {-90, false, "S90 00 00.00"},
       {-179.999999, true, "W180 00 00.00"},
-      {51.477928, false, "N51 28 40.54"},
   };
   for (const auto& r : rows) EXPECT_EQ(FormatLatLong(r.v, r.lon), r.text) << r.v;
 }
 
-TEST(FloorMod, ResultFollowsTheDivisorSign) {
-  EXPECT_DOUBLE_EQ(FloorMod(-1, 360), 359);
-  EXPECT_DOUBLE_EQ(FloorMod(370, 360), 10);
-  EXPECT_DOUBLE_EQ(FloorMod(720, 360), 0);
-  EXPECT_DOUBLE_EQ(FloorMod(-0.5, 2 * kPi), 2 * kPi - 0.5);
-  EXPECT_DOUBLE_EQ(FloorMod(7, -3), -2);  // b < 0: result in (b, 0]
-}
-
 TEST(ResultTexts, TracksAndDistances) {
   EXPECT_EQ(TrackText(U), "ND");
-  EXPECT_EQ(TrackText(360), "360.0");
-  EXPECT_EQ(TrackText(0), "000.0");
   EXPECT_EQ(TrackText(5.04), "005.0");
   EXPECT_EQ(TrackText(359.96), "360.0");
   EXPECT_EQ(DistanceText(U), "ND");
   EXPECT_EQ(DistanceText(0), "0");
-  EXPECT_EQ(DistanceText(10800), "10800");
   EXPECT_EQ(DistanceText(5990.79), "5991");
-  EXPECT_EQ(DistanceText(0.5), "0.500");
 }

@@ -1,19 +1,11 @@
-// The four navigation screens driven like a user: import through the search dialog, calculate,
-// switch units and true / magnetic tracks.
+// The navigation screens' wiring: import through the search dialog, options that recalculate or
+// re-display, the magnetic settings of the Options screen, the choices kept while the program runs,
+// and the menu's database label. The values themselves are checked in the model tests.
 #include <QApplication>
 #include <QDateEdit>
-#include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
 #include <QTimer>
-#include <functional>
 
-#include <gtest/gtest.h>
-
-#include "app/AppContext.hpp"
-#include "app/InputBox.hpp"
 #include "app/MainMenu.hpp"
 #include "app/ScreenRegistry.hpp"
 #include "navigation/IntersectionScreen.hpp"
@@ -23,44 +15,24 @@
 #include "navigation/TracksScreen.hpp"
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
+#include "support/UiTest.hpp"
 
 using namespace norvane;
+using namespace norvane::test;
 
 namespace {
 
-struct NavigationUi : ::testing::Test {
+struct NavigationUi : UiFixture {
   void SetUp() override {
-    App() = AppContext{};
-    App().decimalSep = u'.';
+    UiFixture::SetUp();
     InstallNavDBHooks();
     ASSERT_TRUE(Hooks().openDatabase(NORVANE_SAMPLE_DB));
   }
 };
 
-template <typename T = QWidget>
-T* Child(QWidget* w, const QString& name) {
-  T* c = w->findChild<T*>(name);
-  EXPECT_NE(c, nullptr) << name.toStdString();
-  return c;
-}
-
-QString Text(QWidget* w, const QString& name) {
-  if (auto* l = w->findChild<QLabel*>(name)) return l->text();
-  if (auto* b = w->findChild<InputBox*>(name)) return b->text();
-  ADD_FAILURE() << "no " << name.toStdString();
-  return {};
-}
-
-// Clicks a control; option buttons on their indicator (a stretched option's centre may be blank).
-void Click(QWidget* w, const QString& name) {
-  QWidget* c = Child<QWidget>(w, name);
-  if (qobject_cast<QRadioButton*>(c)) QTest::mouseClick(c, Qt::LeftButton, {}, QPoint(8, c->height() / 2));
-  else QTest::mouseClick(c, Qt::LeftButton);
-}
-
-// Clicks an import button and answers the search dialog it opens: types `ident`, searches, and
-// when several lines are listed picks line `row`.
-bool ImportVia(QWidget* screen, const QString& button, const char* ident, int row = -1) {
+// Clicks an import button and answers the search dialog: types `ident`, searches, and when
+// several lines are listed picks line `row`. False when no dialog opened.
+bool ImportVia(QWidget& screen, const QString& button, const char* ident, int row = -1) {
   bool dialogSeen = false;
   QTimer::singleShot(0, [&] {
     auto* d = qobject_cast<ImportDialog*>(QApplication::activeModalWidget());
@@ -79,214 +51,168 @@ bool ImportVia(QWidget* screen, const QString& button, const char* ident, int ro
   return dialogSeen;
 }
 
-QStringList Boxes(QWidget* w, int from, int count) {
-  QStringList l;
-  for (int i = from; i < from + count; ++i) l << Text(w, QStringLiteral("InBox%1").arg(i));
-  return l;
+template <class S>
+void Open(S& s) {
+  Show(s);
+  QApplication::setActiveWindow(&s);  // focus selects a box's text, as for a user
 }
 
-bool Checked(QWidget* w, const QString& name) { return Child<QRadioButton>(w, name)->isChecked(); }
+// EGLL, 51°28'14.2" N 0°27'43" W, as the import writes it into the boxes.
+const double kEgllLat = 51 + 28 / 60.0 + 14.2 / 3600, kEgllLon = -(27 / 60.0 + 43 / 3600.0);
 
 }  // namespace
 
-TEST_F(NavigationUi, TracksImportCalculateSwitchUnitsAndMagnetic) {
-  ScreenRegistry registry;
-  RegisterNavigationScreens(registry);
-  QWidget* s = registry.create(7);
-  s->show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(s));
-  QApplication::setActiveWindow(s);
-  EXPECT_EQ(s->objectName(), "frmData7");
-  EXPECT_FALSE(Child<QPushButton>(s, "cmdCalculate")->isEnabled());
-
-  // One match: EGLL, 51.4706 N 0.461941 W, to a tenth of a second.
-  ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
-  EXPECT_EQ(Boxes(s, 0, 6), (QStringList{"51", "28", "14.2", "0", "27", "43"}));
-  EXPECT_TRUE(Checked(s, "OptLato0"));
-  EXPECT_TRUE(Checked(s, "OptLngo1"));
-  // Several matches: LAM, the second line is Lambourne (51.646099 N 0.151667 E).
-  ASSERT_TRUE(ImportVia(s, "cmdImportFinal", "LAM", 1));
-  EXPECT_EQ(Boxes(s, 6, 6), (QStringList{"51", "38", "46", "0", "9", "6"}));
-  EXPECT_TRUE(Checked(s, "OptLatd0"));
-  EXPECT_TRUE(Checked(s, "OptLngd0"));
-
-  auto* calc = Child<QPushButton>(s, "cmdCalculate");
-  ASSERT_TRUE(calc->isEnabled());
-  QTest::mouseClick(calc, Qt::LeftButton);
-  const double lat1 = 51 + 28 / 60.0 + 14.2 / 3600, lon1 = -(27 / 60.0 + 43 / 3600.0);
-  const double lat2 = 51 + 38 / 60.0 + 46 / 3600.0, lon2 = 9 / 60.0 + 6 / 3600.0;
-  const TracksResult t = ComputeTracks(lat1, lon1, lat2, lon2, nullptr);
-  const auto nm = TracksTexts(t, DistanceUnit::Nm);
-  for (int i = 0; i < 9; ++i) EXPECT_EQ(Text(s, QStringLiteral("DataR%1").arg(i)).toStdString(), nm[size_t(i)]) << i;
-  EXPECT_EQ(nm[0], "25.28");  // 46.82 km by GeodSolve
-
-  // The unit switch re-displays the distances only.
-  Click(s, "OptDist1");
-  const auto km = TracksTexts(t, DistanceUnit::Km);
-  EXPECT_EQ(Text(s, "DataR0").toStdString(), km[0]);
-  EXPECT_EQ(Text(s, "DataR3").toStdString(), km[3]);
-  EXPECT_EQ(Text(s, "DataR1").toStdString(), nm[1]);
-  Click(s, "OptDist3");
-  EXPECT_EQ(Text(s, "DataR6").toStdString(), TracksTexts(t, DistanceUnit::Ft)[6]);
-
-  // Magnetic: recalculated at once with the default year's variation at each end.
-  Click(s, "OptTRK1");
-  const MagSettings igrf2005{2005, false};
-  const auto mag = TracksTexts(ComputeTracks(lat1, lon1, lat2, lon2, &igrf2005), DistanceUnit::Ft);
-  for (int i = 0; i < 9; ++i) EXPECT_EQ(Text(s, QStringLiteral("DataR%1").arg(i)).toStdString(), mag[size_t(i)]) << i;
-  EXPECT_NE(mag[1], nm[1]);
-  Click(s, "OptTRK0");
-  EXPECT_TRUE(Checked(s, "OptTRK0"));
-  EXPECT_FALSE(Checked(s, "OptTRK1"));
-  EXPECT_EQ(Text(s, "DataR1").toStdString(), nm[1]) << mag[1];
-
-  // Typing clears every result at once.
-  auto* box = Child<InputBox>(s, "InBox2");
-  box->setFocus();
-  QTest::keyClicks(box, "1");
-  for (int i = 0; i < 9; ++i) EXPECT_TRUE(Text(s, QStringLiteral("DataR%1").arg(i)).isEmpty()) << i;
-  s->close();
+// Declared first: in a run of the whole binary nothing has chosen a track option yet.
+TEST_F(NavigationUi, AutoMagneticSettingAndTheKeptChoices) {
+  App().settings.AutoMV = 1;
+  {
+    PointScreen p;
+    IntersectionScreen i;
+    EXPECT_TRUE(Checked(p, "OptTRK1"));
+    EXPECT_TRUE(Checked(i, "OptTRK1"));
+    Show(p);
+    Click(p, "OptTRK0");
+    Click(p, "Optmodel0");
+    Click(p, "OptDist2");
+  }
+  PointScreen again;  // each screen keeps its own choices while the program runs
+  IntersectionScreen other;
+  EXPECT_TRUE(Checked(again, "OptTRK0"));
+  EXPECT_TRUE(Checked(again, "Optmodel0"));
+  EXPECT_TRUE(Checked(again, "OptDist2"));
+  EXPECT_TRUE(Checked(other, "OptTRK1"));
+  {
+    TracksScreen t;
+    Show(t);
+    Click(t, "OptDist3");
+  }
+  TracksScreen t;
+  EXPECT_TRUE(Checked(t, "OptDist3"));
 }
 
-TEST_F(NavigationUi, ImportWithoutDatabaseSaysSoInsteadOfOpeningTheDialog) {
+TEST_F(NavigationUi, TracksImportCalculateUnitsAndMagneticSettings) {
+  App().settings.DefMVYear = 2008;
+  App().settings.DefMVModel = 1;
+  TracksScreen s;
+  Open(s);
+  EXPECT_FALSE(CanCalculate(s));
+  ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));  // one match
+  EXPECT_EQ(Texts(s, "InBox", 6), (std::vector<std::string>{"51", "28", "14.2", "0", "27", "43"}));
+  EXPECT_TRUE(Checked(s, "OptLngo1"));
+  ASSERT_TRUE(ImportVia(s, "cmdImportFinal", "LAM", 1));  // the second of three: Lambourne
+  EXPECT_EQ(Texts(s, "InBox", 6, 6), (std::vector<std::string>{"51", "38", "46", "0", "9", "6"}));
+  EXPECT_TRUE(Checked(s, "OptLngd0"));
+  Click(s, "OptTRK0");
+  Click(s, "OptDist0");
+  Calculate(s);
+  const double lat2 = 51 + 38 / 60.0 + 46 / 3600.0, lon2 = 9 / 60.0 + 6 / 3600.0;
+  const TracksResult t = ComputeTracks(kEgllLat, kEgllLon, lat2, lon2, nullptr);
+  const auto shown = [&](const TracksResult& r, DistanceUnit u) {
+    const auto a = TracksTexts(r, u);
+    return std::vector<std::string>(a.begin(), a.end());
+  };
+  EXPECT_EQ(Texts(s, "DataR", 9), shown(t, DistanceUnit::Nm));
+  Click(s, "OptDist1");  // re-displayed in km, nothing recomputed
+  EXPECT_EQ(Texts(s, "DataR", 9), shown(t, DistanceUnit::Km));
+  // Magnetic: recalculated at once with the Options' year and model at each end.
+  Click(s, "OptTRK1");
+  const MagSettings wmm2008{2008, true};
+  const TracksResult m = ComputeTracks(kEgllLat, kEgllLon, lat2, lon2, &wmm2008);
+  EXPECT_EQ(Texts(s, "DataR", 9), shown(m, DistanceUnit::Km));
+  EXPECT_EQ(Text(s, "DataR1").toStdString(),
+            TrackText(Norm360(t.tracks[0][0] - TrackMagVar(kEgllLat, kEgllLon, 2008, true))));
+  Type(s, 2, "1");  // typing clears every result
+  EXPECT_EQ(Texts(s, "DataR", 9), std::vector<std::string>(9));
+}
+
+TEST_F(NavigationUi, ImportWithoutDatabaseSaysSo) {
   ActiveNavDB().Clear();
   TracksScreen s;
-  s.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
-  QApplication::setActiveWindow(&s);  // focus selects a box's text, as for a user
-  EXPECT_FALSE(ImportVia(&s, "cmdImportInitial", "EGLL"));
-  EXPECT_EQ(Text(&s, "lblError"), "No active Waypoint Database");
-  EXPECT_EQ(Text(&s, "InBox0"), "");
+  Open(s);
+  EXPECT_FALSE(ImportVia(s, "cmdImportInitial", "EGLL"));
+  EXPECT_EQ(Text(s, "lblError"), "No active Waypoint Database");
 }
 
-TEST_F(NavigationUi, PointFromTrackDistanceMagneticAndUnits) {
+TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   PointScreen s;
-  s.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
-  QApplication::setActiveWindow(&s);  // focus selects a box's text, as for a user
-  ASSERT_TRUE(ImportVia(&s, "cmdImportInitial", "EGLL"));
-  auto* track = Child<InputBox>(&s, "InBox6");
-  auto* distance = Child<InputBox>(&s, "InBox7");
-  auto* variation = Child<InputBox>(&s, "InBox8");
-  track->setFocus();
-  QTest::keyClicks(track, "90");
-  distance->setFocus();
-  QTest::keyClicks(distance, "100");
-  Click(&s, "Optmodel0");  // GC
-  Click(&s, "OptTRK1");    // magnetic, variation left blank
-  Click(&s, "cmdCalculate");
-  const double lat = 51 + 28 / 60.0 + 14.2 / 3600, lon = -(27 / 60.0 + 43 / 3600.0);
+  Open(s);
+  ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
+  Type(s, 6, "90");
+  Type(s, 7, "100");
+  Click(s, "Optmodel0");
+  Click(s, "OptDist0");
+  Click(s, "OptTRK1");  // magnetic, variation left blank
+  Calculate(s);
   const MagSettings igrf2005{2005, false};
-  const PointResult r = ComputePointFromTrack(lat, lon, 90, 100, false, &igrf2005, std::nullopt);
-  EXPECT_EQ(variation->text(), "-2.6");  // computed at the origin and written into its box
-  EXPECT_EQ(Text(&s, "dataR0").toStdString(), FormatLatLong(r.point.lat, false));
-  EXPECT_EQ(Text(&s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
-
-  // km: the same number now means 100 km, recomputed at once with the variation in the box.
-  Click(&s, "OptDist1");
-  const PointResult k = ComputePointFromTrack(lat, lon, 90, 100 / 1.852, false, &igrf2005, -2.6);
-  EXPECT_EQ(Text(&s, "dataR1").toStdString(), FormatLatLong(k.point.lon, true));
-  // The distance limit follows the unit: 5400 NM, but 10000 in metres.
-  distance->setFocus();
-  distance->selectAll();
-  QTest::keyClicks(distance, "9000");
-  EXPECT_TRUE(distance->isValid()) << distance->text().toStdString();
-  Click(&s, "OptDist0");
-  EXPECT_FALSE(distance->isValid());
-  EXPECT_FALSE(Child<QPushButton>(&s, "cmdCalculate")->isEnabled());
-  EXPECT_EQ(distance->toolTip(), "Distance from origin (up to 5400 NM)");
-  Click(&s, "OptDist2");
-  EXPECT_TRUE(Child<QPushButton>(&s, "cmdCalculate")->isEnabled());
+  const PointResult r = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100, false, &igrf2005, std::nullopt);
+  EXPECT_EQ(Text(s, "InBox8"), "-2.6");  // computed at the origin and written into its box
+  EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
+  Click(s, "OptDist1");  // the same number now means km: recomputed with the variation in the box
+  const PointResult k = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100 / 1.852, false, &igrf2005, -2.6);
+  EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(k.point.lon, true));
+  Type(s, 7, "9000");  // up to 10000 in the other units, 5400 in NM
+  EXPECT_TRUE(CanCalculate(s));
+  Click(s, "OptDist0");
+  EXPECT_FALSE(CanCalculate(s));
+  Click(s, "OptDist2");
+  EXPECT_TRUE(CanCalculate(s));
 }
 
-TEST_F(NavigationUi, RadialIntersectionFromTwoImportedPoints) {
+TEST_F(NavigationUi, IntersectionNotCalculableAndBothVariationsWritten) {
   IntersectionScreen s;
-  s.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
-  QApplication::setActiveWindow(&s);  // focus selects a box's text, as for a user
-  ASSERT_TRUE(ImportVia(&s, "cmdImportInitial", "LAX"));  // Los Angeles VORTAC
-  ASSERT_TRUE(ImportVia(&s, "cmdImportFinal", "LAS"));    // Las Vegas VORTAC
-  auto* t1 = Child<InputBox>(&s, "InBox6");
-  auto* t2 = Child<InputBox>(&s, "InBox14");
-  t1->setFocus();
-  QTest::keyClicks(t1, "45");
-  t2->setFocus();
-  QTest::keyClicks(t2, "225");  // back along the line: both radials on it
-  Click(&s, "cmdCalculate");
-  EXPECT_EQ(Text(&s, "dataR0"), "Not calculable");
-  EXPECT_EQ(Text(&s, "dataR1"), "Not calculable");
-  t2->selectAll();
-  QTest::keyClicks(t2, "270");
-  Click(&s, "cmdCalculate");
-  EXPECT_EQ(Text(&s, "dataR0").left(1), "N");
-  EXPECT_EQ(Text(&s, "dataR1").left(1), "W");
-  // Magnetic with blank variations: both are computed and written into their boxes.
-  Click(&s, "OptTRK1");
-  EXPECT_FALSE(Text(&s, "InBox7").isEmpty());
-  EXPECT_FALSE(Text(&s, "InBox15").isEmpty());
-  EXPECT_EQ(Text(&s, "dataR0").left(1), "N");
+  Open(s);
+  ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "LAX"));
+  ASSERT_TRUE(ImportVia(s, "cmdImportFinal", "LAS"));
+  Click(s, "OptTRK0");
+  Type(s, 6, "45");
+  Type(s, 14, "225");  // back along the line: both radials on it
+  Calculate(s);
+  EXPECT_EQ(Texts(s, "dataR", 2), (std::vector<std::string>{"Not calculable", "Not calculable"}));
+  Type(s, 14, "270");
+  Calculate(s);
+  const auto degrees = [&](int first) {
+    const auto v = [&](int i) { return Box(s, first + i)->value(); };
+    return std::pair{v(0) + v(1) / 60 + v(2) / 3600, -(v(3) + v(4) / 60 + v(5) / 3600)};
+  };
+  const auto [lat1, lon1] = degrees(0);
+  const auto [lat2, lon2] = degrees(8);
+  const GeoPoint p = RadialIntersection(lat1, lon1, 45, lat2, lon2, 270);
+  EXPECT_EQ(Text(s, "dataR0").toStdString(), IntersectionText(p.lat, false));
+  // Magnetic with blank variations: each is computed at its own point and written into its box.
+  Click(s, "OptTRK1");
+  const double v1 = TrackMagVar(lat1, lon1, 2005, false), v2 = TrackMagVar(lat2, lon2, 2005, false);
+  EXPECT_EQ(Text(s, "InBox7"), QString::number(v1, 'f', 1));
+  EXPECT_EQ(Text(s, "InBox15"), QString::number(v2, 'f', 1));
+  const GeoPoint m = RadialIntersection(lat1, lon1, Norm360(45 + v1), lat2, lon2, Norm360(270 + v2));
+  EXPECT_EQ(Text(s, "dataR1").toStdString(), IntersectionText(m.lon, true));
 }
 
-TEST_F(NavigationUi, MagneticVariationImportsRoundedMinutesAndFollowsModelAndDate) {
+TEST_F(NavigationUi, MagneticVariationImportModelAndDate) {
   MagVarScreen s;
-  s.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&s));
-  QApplication::setActiveWindow(&s);  // focus selects a box's text, as for a user
-  ASSERT_TRUE(ImportVia(&s, "cmdImportInitial", "EGLL"));
-  // 51°28'14.2" and 0°27'43": minutes rounded without a seconds box.
-  EXPECT_EQ(Boxes(&s, 0, 4), (QStringList{"51", "28", "0", "28"}));
-  EXPECT_TRUE(Checked(&s, "OptLng1"));
-  Child<QDateEdit>(&s, "DTPicker")->setDate(QDate(2007, 1, 1));
-  Click(&s, "OptModel0");  // WMM2005
+  Open(s);
+  ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
+  EXPECT_EQ(Texts(s, "InBox", 4), (std::vector<std::string>{"51", "28", "0", "28"}));  // minutes rounded
+  Find<QDateEdit>(s, "DTPicker")->setDate(QDate(2007, 1, 1));
+  Click(s, "OptModel0");
   EXPECT_EQ(s.windowTitle(), "Magnetic variation - WMM2005");
-  Click(&s, "cmdCalculate");
+  Calculate(s);
   const double lat = (51 + 28 / 60.0) * kDegToRad, lon = -(28 / 60.0) * kDegToRad;
-  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, true)));
-  // Model and date changes recalculate at once.
-  Click(&s, "OptModel1");
-  EXPECT_EQ(s.windowTitle(), "Magnetic variation - IGRF-10");
-  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, false)));
-  Child<QDateEdit>(&s, "DTPicker")->setDate(QDate(2004, 6, 1));  // before the epoch: the 2005.0 field
-  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2005, 1, 1}, false)));
-  auto* alt = Child<InputBox>(&s, "InBox4");
-  alt->setFocus();
-  alt->selectAll();
-  QTest::keyClicks(alt, "65001");
-  EXPECT_FALSE(Child<QPushButton>(&s, "cmdCalculate")->isEnabled());
-  EXPECT_TRUE(Text(&s, "lblMV").isEmpty());
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, true)));
+  Click(s, "OptModel1");  // model and date recalculate at once
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, false)));
+  Find<QDateEdit>(s, "DTPicker")->setDate(QDate(2006, 6, 1));
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2006, 6, 1}, false)));
+  Type(s, 4, "65001");
+  EXPECT_FALSE(CanCalculate(s));
+  EXPECT_EQ(Text(s, "lblMV"), "");
   s.clearResetData();
-  EXPECT_EQ(Boxes(&s, 0, 5), (QStringList{"", "", "", "", "0"}));
+  EXPECT_EQ(Texts(s, "InBox", 5), (std::vector<std::string>{"", "", "", "", "0"}));
 }
 
-TEST_F(NavigationUi, MenuShowsTheDatabaseAndLocksItWhileANavigationScreenIsOpen) {
-  ActiveNavDB().Clear();
+TEST_F(NavigationUi, MenuLoadsTheDatabaseOnceShownAndLocksItUnderNavigationScreens) {
   ScreenRegistry registry;
   RegisterNavigationScreens(registry);
-  MainMenu menu(registry);
-  menu.timer()->stop();
-  // Start-up: the path from the settings is checked; the first tick loads it and names it.
-  App().settings.DBPath = NORVANE_SAMPLE_DB;
-  ASSERT_TRUE(Hooks().checkDatabase(App().settings.DBPath));
-  menu.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
-  menu.firstTick();
-  EXPECT_EQ(menu.labelDB()->text(), "sample (0001)");
-  EXPECT_TRUE(NavDBActive());
-  for (int k : {7, 8, 9, 10}) {
-    menu.chooseItem(k);
-    EXPECT_EQ(menu.currentForm(), k);
-    EXPECT_FALSE(menu.labelDB()->isEnabled()) << k;
-  }
-  menu.openScreen()->close();
-  EXPECT_TRUE(menu.labelDB()->isEnabled());
-  EXPECT_EQ(App().settings.DBPath, NORVANE_SAMPLE_DB);
-}
-
-// The load once waited for the timer's first interval after the menu was already on screen.
-TEST_F(NavigationUi, MenuLoadsTheDatabaseOnceItIsPaintedUnlessItsTimerIsStopped) {
-  ScreenRegistry registry;
-  RegisterNavigationScreens(registry);
-  for (const bool stopped : {false, true}) {
+  for (const bool stopped : {true, false}) {
     ActiveNavDB().Clear();
     MainMenu menu(registry);
     menu.timer()->setInterval(3'600'000);  // no tick from the timer during the test
@@ -295,22 +221,20 @@ TEST_F(NavigationUi, MenuLoadsTheDatabaseOnceItIsPaintedUnlessItsTimerIsStopped)
     ASSERT_TRUE(Hooks().checkDatabase(App().settings.DBPath));
     bool finished = false;
     QObject::connect(&menu, &MainMenu::firstTickFinished, [&] { finished = true; });
-    menu.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+    Show(menu);
     if (stopped) {
       QTest::qWait(50);
-      EXPECT_FALSE(finished);
-      EXPECT_FALSE(NavDBActive());
-    } else {
-      EXPECT_TRUE(QTest::qWaitFor([&] { return finished; }, 5000));
-      EXPECT_EQ(menu.labelDB()->text(), "sample (0001)");
+      EXPECT_FALSE(finished || NavDBActive());
+      continue;
     }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return finished; }, 5000));
+    EXPECT_EQ(menu.labelDB()->text(), "sample (0001)");
+    menu.chooseItem(8);
+    EXPECT_FALSE(menu.labelDB()->isEnabled());
+    menu.openScreen()->close();
+    EXPECT_TRUE(menu.labelDB()->isEnabled());
   }
-}
-
-TEST_F(NavigationUi, MenuReportsAFailedDatabaseOnTheFirstTick) {
-  ScreenRegistry registry;
-  RegisterNavigationScreens(registry);
+  // A file that is no database: reported on the first tick and forgotten.
   MainMenu menu(registry);
   menu.timer()->stop();
   App().settings.DBPath = NORVANE_SOURCE_DIR "/data/waypoints/README.md";
@@ -318,5 +242,4 @@ TEST_F(NavigationUi, MenuReportsAFailedDatabaseOnTheFirstTick) {
   menu.firstTick();
   EXPECT_EQ(menu.labelDB()->text(), "No waypoint DB");
   EXPECT_TRUE(App().settings.DBPath.empty());
-  EXPECT_FALSE(NavDBActive());
 }

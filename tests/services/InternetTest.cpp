@@ -10,6 +10,7 @@
 
 #include "LocalHttpServer.hpp"
 #include "services/Internet.hpp"
+#include "services/UpdateInfo.hpp"
 
 namespace norvane {
 namespace {
@@ -116,7 +117,7 @@ TEST_F(InternetTest, ReadsAnswersByteForByte) {
 
   // Identifies itself and asks for a fresh copy.
   const Read agent = Get(base_ + "/agent");
-  EXPECT_EQ(agent.text.rfind("nettest_services/2.32|no-cache", 0), 0u) << agent.text;
+  EXPECT_EQ(agent.text.rfind("nettest_services/" + VersionText(OwnVersionNumber()) + "|no-cache", 0), 0u) << agent.text;
 }
 
 TEST_F(InternetTest, FailureCodes) {

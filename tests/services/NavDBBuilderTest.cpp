@@ -71,7 +71,6 @@ TEST(NavDBBuilder, NavaidTypesAndFrequencies) {
   EXPECT_EQ(TypeText(lam[0]), "VOR - Frequency 115.60");
   EXPECT_EQ(TypeText(lam[1]), "NDB - Frequency 346.0");
   EXPECT_EQ(TypeText(Find(records, "PEP").at(0)), "NDB - Frequency 297.5");
-  EXPECT_EQ(TypeText(Find(records, "LAR").at(0)), "VOR - Frequency 113.50");
   EXPECT_EQ(RecordFrequency(Find(records, "XX").at(0)), 0);  // kept, frequency unknown
   EXPECT_EQ(LatTenths(Find(records, "LAR").at(0)), Tenths(-29.388599395751953));
 }

@@ -89,7 +89,7 @@ class SelfUpdateTest : public ::testing::Test {
 
   UpdatePublicKey publicKey_{};
   unsigned char secretKey_[crypto_sign_SECRETKEYBYTES]{};
-  std::string version_ = "2.33";
+  std::string version_ = VersionText(OwnVersionNumber() + 1);
   std::string newExecutable_ = "new executable " + std::string(100000, 'N');
   std::string served_, manifest_, signature_;
   test::LocalHttpServer server_;
@@ -104,9 +104,9 @@ TEST_F(SelfUpdateTest, VersionFile) {
     const char* shown;
   };
   const Row rows[] = {
-      {"2.32", 232, "No update available"},
-      {"2.31", 231, "No update available"},
-      {"2.33", 233, "A new version is available"},
+      {VersionText(OwnVersionNumber()), OwnVersionNumber(), "No update available"},
+      {VersionText(OwnVersionNumber() - 1), int16_t(OwnVersionNumber() - 1), "No update available"},
+      {VersionText(OwnVersionNumber() + 1), int16_t(OwnVersionNumber() + 1), "A new version is available"},
       {"10.01", 0, "Unable to retrieve version data"},
       {"", 0, "Unable to retrieve version data"},
       {std::string(5000, '2'), 0, "Unable to retrieve version data"},  // above the 1 KiB limit

@@ -59,9 +59,7 @@ TEST(SunTimes, ScreenResultsForKnownPlacesAndDates) {
       {"170 W: set after 24:00 UTC", 0, -170, 21, 3, 2009, false, 0, 0, "17:24", "05:30", "17:03", "05:51",
        "Sunset next day"},
       {"midnight sun", 78, 0, 21, 6, 2009, false, 0, 0, "None", "None", "None", "None", "Permanent day/night"},
-      {"polar night", -78, 0, 21, 6, 2009, false, 0, 0, "None", "None", "None", "None", "Permanent day/night"},
       {"local time +2", 0, 0, 21, 3, 2009, true, 2, 0, "08:04", "20:10", "07:43", "20:31", ""},
-      {"offset ignored in UTC", 0, 0, 21, 3, 2009, false, 5, 0, "06:04", "18:10", "05:43", "18:31", ""},
       // The set before 00:00 after a -12 h shift wraps into the day (it read "-5:-9").
       {"local time -12 at 170 E", 0, 170, 21, 3, 2009, true, -12, 0, "06:44", "18:51", "06:23", "19:11",
        "Sunrise previous day"},
