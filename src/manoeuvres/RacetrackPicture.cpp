@@ -147,8 +147,8 @@ void RacetrackPicture::paintEvent(QPaintEvent*) {
     p.drawLine(c - d * (len / 2), c + d * (len / 2 - 6));
     Arrowhead(p, c + d * (len / 2), d, 10, kWindColor);
     p.setPen(kWindColor);
-    const QString label = QString::asprintf("%03d/%d", static_cast<int>(std::lround(windDirection_)) % 360,
-                                            static_cast<int>(std::lround(windSpeed_)));
+    const long from = std::lround(windDirection_) % 360;
+    const QString label = QString::asprintf("%03ld/%ld", from == 0 ? 360 : from, std::lround(windSpeed_));  // "360/25"
     const double w = fm.horizontalAdvance(label);
     p.drawText(QPointF(std::min(c.x() - w / 2, width() - w - 4), c.y() + len / 2 + fm.ascent() + 2), label);
   }
