@@ -1,5 +1,5 @@
 // libFuzzer target: the reading of a weather station file received from the network. A reply is
-// either refused with code 5 or split into the recorded line and a report with no line ends left.
+// either refused with code 5 or split into the recorded line and a report of non-empty lines without leading blanks.
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     Require(reply.substr(0, r.recorded.size()) == r.recorded);
     Require(r.recorded.find('\n') == std::string::npos);
-    Require(r.report.find('\n') == std::string::npos);
+    Require(r.report.find("\n ") == std::string::npos && r.report.find("\n\n") == std::string::npos);
     Require(r.recorded.size() + r.report.size() <= size);
     Require(RecordedText(r) == "Recorded: " + r.recorded);
   }
