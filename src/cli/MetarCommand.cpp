@@ -12,6 +12,7 @@
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 #include "services/MetarDecoder.hpp"
+#include "services/ServerText.hpp"
 
 namespace norvane::cli {
 
@@ -45,7 +46,9 @@ void RegisterMetarDecodeCommand(CLI::App& app) {
   AddElevationOption(*cmd, *elevation);
   cmd->callback([elevation] {
     CheckElevation(*elevation);
-    const std::string input((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
+    // Whatever the bytes, the output is UTF-8 without control characters.
+    const std::string input = SafeServerText(
+        std::string((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>()));
     const std::vector<std::string> reports = SplitReports(input);
     const bool json = GlobalOutputMode().json;
     std::string out;

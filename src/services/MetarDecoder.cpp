@@ -895,7 +895,7 @@ std::string Quote(std::string_view s) {
     if (c == '"' || c == '\\') {
       out += '\\';
       out += static_cast<char>(c);
-    } else if (c < 0x20 || c >= 0x7f) {  // reports are ASCII; anything else is escaped as a byte
+    } else if (c < 0x20 || c == 0x7f) {  // bytes from 0x80 on pass: the text is UTF-8
       char buf[8];
       std::snprintf(buf, sizeof buf, "\\u%04x", c);
       out += buf;

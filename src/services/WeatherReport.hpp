@@ -20,14 +20,15 @@ std::string WeatherUrl(std::string_view base, std::string_view code, WeatherKind
 struct WeatherResult {
   int16_t code = 0;      // 0 success, 1-4 as ReadUrl, 5 no station file of this year
   std::string recorded;  // the first line, as shown after "Recorded: "
-  std::string report;    // lines 2 to the last, leading blanks removed, joined by LF (blank lines left out)
+  std::string report;    // lines 2 to the last without their outer blanks, joined by LF (blank lines left out)
 };
 
 // Reads a station file received with ReadUrl code 0. A file whose first four characters are not
 // `currentYear` is refused with code 5: an error page, or a file the station stopped updating
 // last year (the rule holds across New Year too, so a report of 31 December is refused on
-// 1 January). Lines end at LF; a CR before the LF belongs to the line end.
-WeatherResult ParseWeatherReply(std::string_view reply, int currentYear);
+// 1 January). Lines end at LF; a CR before the LF belongs to the line end. The texts are valid
+// UTF-8 without control characters (SafeServerText), whatever bytes the server sent.
+WeatherResult ParseWeatherReply(std::string_view bytes, int currentYear);
 
 // What the screen's text area shows for a failure: the texts of the access layer for codes 1 to
 // 4; for 5 "Unable to get weather data" CR LF "(unknown location or no available weather data)".
