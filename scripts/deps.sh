@@ -13,6 +13,7 @@ NORVANE_TEST_PACKAGES=(
   xvfb xauth python3-ephem
   python3-pymetar libgeo-metar-perl
   appstream desktop-file-utils
+  openssl
   clang libclang-rt-14-dev
 )
 # Benchmarks under bench/ (bench/run; cmake -DNORVANE_BUILD_BENCH=ON): GeographicLib is the
