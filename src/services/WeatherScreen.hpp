@@ -29,6 +29,7 @@ class WeatherScreen : public CalculatorScreen {
 
  private:
   void getWeather();
+  void cancelFetch();
   void showResult(int code);
   void setWeatherText(const QString& text, const QColor& colour);
   // The decoded view of the report on screen, with the density altitude for a typed elevation.
@@ -37,6 +38,7 @@ class WeatherScreen : public CalculatorScreen {
   InputBox* inboxICAO_;
   QRadioButton* optW_[2];
   QPushButton* cmdGetWeather_;
+  QPushButton* cmdCancel_;
   QLabel* lblR_;
   QPlainTextEdit* textWeather_;
   InputBox* inboxElevation_;
