@@ -126,7 +126,9 @@ void InputBox::mouseReleaseEvent(QMouseEvent* e) {
 void InputBox::contextMenuEvent(QContextMenuEvent* e) {
   QMenu* menu = createStandardContextMenu();
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  if (auto* paste = menu->findChild<QAction*>(QStringLiteral("edit-paste"))) {
+  // The standard menu's Paste calls QLineEdit::paste(), which is not virtual: route it here.
+  for (QAction* paste : menu->actions()) {
+    if (!paste->text().startsWith(QLineEdit::tr("&Paste"))) continue;
     disconnect(paste, &QAction::triggered, nullptr, nullptr);
     connect(paste, &QAction::triggered, this, [this] { insertFiltered(QGuiApplication::clipboard()->text()); });
   }

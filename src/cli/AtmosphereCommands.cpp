@@ -297,7 +297,7 @@ void RegisterStall(CLI::App& app) {
   cmd->add_option("--altitude", a->altitude, "Geometric altitude, ft, " + RangeText(kStallAltitudeRange, ""))
       ->type_name("FT")
       ->required();
-  cmd->add_option("--bank", a->bank, "Bank angle, whole degrees, " + RangeText(kBankRange, "") + " (default 0)")
+  cmd->add_option("--bank", a->bank, "Bank angle, degrees, " + RangeText(kBankRange, "") + ", whole number (default 0)")
       ->type_name("DEG");
   cmd->add_flag("--us", a->us, "Wing area in sqft and weights in lb (default m2 and kg)");
   cmd->callback([a] {
@@ -358,7 +358,7 @@ void RegisterDescent(CLI::App& app) {
                   "Wind component, kt, tail wind positive, " + RangeText(kDescentWindRange, "") + " (default 0)")
       ->type_name("KT");
   cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, degrees C, " + RangeText(kDisaRange, "") +
+                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
                       " (default 0)")
       ->type_name("DEG");
   auto* rate = cmd->add_option("--rate", a->rate,
@@ -381,7 +381,7 @@ void RegisterDescent(CLI::App& app) {
     in.ias = Number("--ias", a->ias, kDescentIasRange, "kt");
     if (!a->mach.empty()) in.mach = Number("--mach", a->mach, kDescentMachRange, "");
     if (!a->wind.empty()) in.windKt = Number("--wind", a->wind, kDescentWindRange, "kt");
-    if (!a->disa.empty()) in.disa = Number("--disa", a->disa, kDisaRange, "degrees C");
+    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
     if (!a->rate.empty()) {
       in.given = DescentGiven::Rate;
       in.value = Number("--rate", a->rate, DescentGivenRange(in.given), "ft/min");

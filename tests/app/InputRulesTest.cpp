@@ -50,8 +50,7 @@ TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
   EXPECT_EQ(EnterToTab(u'a'), u'a');
 }
 
-// Keys replace the selection (a "-" over a selected "-2.6" was refused: a retyped -3 became +3);
-// pasted text is filtered as typed, key by key (pasted "egll" stayed lower case).
+// A "-" over a selected "-2.6" was refused (-3 became +3); pasted "egll" stayed lower case.
 TEST(InputRules, KeysReplaceTheSelectionAndPastedTextIsFilteredAsTyped) {
   struct Row { std::u16string text; int caret, selection, maxLength; std::u16string typed; KeyMode mode; std::u16string kept; };
   const Row rows[] = {

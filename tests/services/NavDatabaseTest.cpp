@@ -134,8 +134,8 @@ TEST(NavDatabaseFormat, TypeTextsAndListLines) {
             "LB  VORS16\xC2\xB0" "25' E179\xC2\xB0" "19' ");
   EXPECT_EQ(ListLine(MakeRecord(WaypointType::Airport, IdentCode("KLAX"), tenths(33.94250107), tenths(-118.4079971), 0)),
             "KLAX  APTN33\xC2\xB0" "57' W118\xC2\xB0" "24' ");
-  // Rounded to 00°00', it is N and E.
-  EXPECT_EQ(ListLine(MakeRecord(WaypointType::Intersection, IdentCode("EQ"), -250, -10, 0)), "EQ  INTN00\xC2\xB0" "00' E000\xC2\xB0" "00' ");
+  EXPECT_EQ(ListLine(MakeRecord(WaypointType::Intersection, IdentCode("EQ"), -250, -10, 0)),  // rounds to zero: N, E
+            "EQ  INTN00\xC2\xB0" "00' E000\xC2\xB0" "00' ");
 }
 
 TEST_F(NavDatabaseFiles, CheckRejectsMalformedFilesAndAcceptsUpperCaseExtension) {
