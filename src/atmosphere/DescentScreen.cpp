@@ -140,7 +140,9 @@ DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", 
 
   for (int i = 0; i + 1 < 5; ++i) setTabOrder(box(i), box(i + 1));
   setTabOrder(box(4), optGiven_[0]);
-  setTabOrder(optGiven_[0], givenBox);
+  setTabOrder(optGiven_[0], optGiven_[1]);  // Tab leaves the group from whichever option is checked
+  setTabOrder(optGiven_[1], optGiven_[2]);
+  setTabOrder(optGiven_[2], givenBox);
   setTabOrder(givenBox, disaScroll_);
   setTabOrder(disaScroll_, calculateButton());
   setTabOrder(calculateButton(), closeButton());
