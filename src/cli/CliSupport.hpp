@@ -72,8 +72,16 @@ void RequireRange(std::string_view option, double value, double min, double max,
 struct LatLon {
   double lat = 0, lon = 0;
 };
-// "LAT,LON" in signed decimal degrees, |lat| <= 90, |lon| <= 180. Throws UsageError naming option.
-LatLon ParseLatLon(std::string_view option, std::string_view text);
+// The largest latitude and longitude a command's screen takes, and how a refusal names them.
+struct CoordinateLimits {
+  double maxLat = 90, maxLon = 180;
+  const char* latRange = "-90 to 90 degrees";
+  const char* lonRange = "-180 to 180 degrees";
+};
+// "LAT,LON" in signed decimal degrees, or each part in a hemisphere form (ParseCoordinate:
+// "N51 28 39,W000 27 41", "51 28 39.5N, 000 27 41W"; without the comma too). Throws UsageError
+// naming the option, and for a value out of range the limits' range.
+LatLon ParseLatLon(std::string_view option, std::string_view text, const CoordinateLimits& limits = {});
 
 struct Date {
   int year = 0, month = 0, day = 0;

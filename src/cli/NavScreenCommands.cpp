@@ -16,21 +16,14 @@ namespace norvane::cli {
 namespace {
 
 // The screens' boxes stop at 89°59'59.99" of latitude and 179°59'59.99" of longitude.
-constexpr double kMaxLatitude = 89 + 59 / 60.0 + 59.99 / 3600;
-constexpr double kMaxLongitude = 179 + 59 / 60.0 + 59.99 / 3600;
+constexpr CoordinateLimits kScreenLimits{89 + 59 / 60.0 + 59.99 / 3600, 179 + 59 / 60.0 + 59.99 / 3600,
+                                         "-89.999997 to 89.999997 degrees, 89°59'59.99\"",
+                                         "-179.999997 to 179.999997 degrees, 179°59'59.99\""};
 constexpr const char* kPointHelp =
-    "LAT,LON in signed decimal degrees, north and east positive; latitude -89.999997 to 89.999997 "
-    "(89°59'59.99\"), longitude -179.999997 to 179.999997 (179°59'59.99\")";
+    "LAT,LON in signed decimal degrees, north and east positive, or as N51 28 39,W000 27 41; latitude "
+    "-89.999997 to 89.999997 (89°59'59.99\"), longitude -179.999997 to 179.999997 (179°59'59.99\")";
 
-LatLon ScreenPoint(const std::string& option, const std::string& text) {
-  const LatLon p = ParseLatLon(option, text);
-  if (std::fabs(p.lat) > kMaxLatitude)
-    throw UsageError(option + " latitude: " + FormatRaw(p.lat) + " is out of range (-89.999997 to 89.999997 degrees, 89°59'59.99\")");
-  if (std::fabs(p.lon) > kMaxLongitude)
-    throw UsageError(option + " longitude: " + FormatRaw(p.lon) +
-                     " is out of range (-179.999997 to 179.999997 degrees, 179°59'59.99\")");
-  return p;
-}
+LatLon ScreenPoint(const std::string& option, const std::string& text) { return ParseLatLon(option, text, kScreenLimits); }
 
 double Number(const std::string& option, const std::string& text, double min, double max, const char* unit) {
   const auto v = ParseNumber(text);
@@ -171,9 +164,9 @@ void RegisterIntersection(CLI::App& app) {
     double t2 = Number("--track2", o->track2, 0, 360, "degrees");
     if (o->mag.magnetic) {
       const MagSettings mag = o->mag.Settings();
-      const double v1 = o->var1.empty() ? TrackMagVar(a.lat, a.lon, mag.year, mag.useWMM)
+      const double v1 = o->var1.empty() ? ShownVariation(a.lat, a.lon, mag)
                                         : Number("--var1", o->var1, -180, 180, "degrees");
-      const double v2 = o->var2.empty() ? TrackMagVar(b.lat, b.lon, mag.year, mag.useWMM)
+      const double v2 = o->var2.empty() ? ShownVariation(b.lat, b.lon, mag)
                                         : Number("--var2", o->var2, -180, 180, "degrees");
       t1 = MagneticToTrue(t1 == 360 ? 0 : t1, v1);
       t2 = MagneticToTrue(t2 == 360 ? 0 : t2, v2);

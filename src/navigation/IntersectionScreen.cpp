@@ -34,6 +34,8 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   track2_ = addBox(track, tr("Track from 2nd point (0.0 to 360.0\u00b0)"));
   var2_ = addBox(variation, tr("Magnetic variation at 2nd point (\u00b0 ; E is positive) - Leave blank for automatic "
                                "calculation"));
+  bindVariation(var1_, lat1_, lon1_);
+  bindVariation(var2_, lat2_, lon2_);
   for (InputBox* b : {track1_, var1_, track2_, var2_}) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 14);
     b->setAlignment(Qt::AlignRight);
@@ -103,7 +105,7 @@ bool IntersectionScreen::calculate() {
     const MagSettings mag = DefaultMagSettings();
     const auto variation = [&](InputBox* box, double lat, double lon) {
       if (!box->isEmpty()) return box->value();
-      const double v = TrackMagVar(lat, lon, mag.year, mag.useWMM);
+      const double v = ShownVariation(lat, lon, mag);
       writeVariation(box, v);
       return v;
     };

@@ -1,8 +1,11 @@
 #include "navigation/NavCalculations.hpp"
 
+#include <charconv>
 #include <cmath>
+#include <string>
 
 #include "app/Angles.hpp"
+#include "app/TextFormat.hpp"
 
 namespace norvane {
 
@@ -40,6 +43,13 @@ const char* UnitName(DistanceUnit unit) {
 double DmsToDegrees(double deg, double min, double sec, bool southOrWest) {
   const double v = deg + min / 60 + sec / 3600;
   return southOrWest ? -v : v;
+}
+
+double ShownVariation(double latDeg, double lonDeg, const MagSettings& mag) {
+  const std::string text = FormatMask(TrackMagVar(latDeg, lonDeg, mag.year, mag.useWMM), "0.0");
+  double v = 0;
+  std::from_chars(text.data(), text.data() + text.size(), v);
+  return v;
 }
 
 double MagneticToTrue(double track, double variation) { return Norm360(track + variation); }
@@ -86,7 +96,7 @@ PointResult ComputePointFromTrack(double lat, double lon, double track, double d
   r.trueTrack = track;
   if (magnetic) {
     if (!variation) {
-      variation = TrackMagVar(lat, lon, magnetic->year, magnetic->useWMM);
+      variation = ShownVariation(lat, lon, *magnetic);
       r.variationComputed = true;
     }
     r.variation = variation;

@@ -50,6 +50,11 @@ std::array<std::string, 9> TracksTexts(const TracksResult& r, DistanceUnit unit)
 // The distances of the rows in NM (kUndefined where the geodesic did not converge).
 std::array<double, 3> TracksDistances(const TracksResult& r);
 
+// The model's variation at a point (TrackMagVar) rounded to the tenth of a degree that the
+// variation box shows ("0.0"): a result computed with it is what a second Calculate, reading the
+// box back, gives again.
+double ShownVariation(double latDeg, double lonDeg, const MagSettings& mag);
+
 // A magnetic track made true: track + variation (east positive), brought into 0..360 by Norm360.
 double MagneticToTrue(double track, double variation);
 
@@ -62,7 +67,7 @@ struct PointResult {
 };
 // track 0..360 (360 is 0), distance in NM. With `magnetic`, the track is magnetic and the true
 // track is track + variation (Norm360), the variation being `variation` or, when absent, the
-// model's at the origin.
+// model's at the origin as shown (ShownVariation).
 PointResult ComputePointFromTrack(double lat, double lon, double track, double distanceNm, bool wgs84,
                                   const MagSettings* magnetic, std::optional<double> variation);
 

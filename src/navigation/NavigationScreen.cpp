@@ -1,5 +1,7 @@
 #include "navigation/NavigationScreen.hpp"
 
+#include <algorithm>
+
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -74,8 +76,10 @@ NavigationScreen::Coordinate NavigationScreen::addCoordinate(const QString& capt
 QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& name, QWidget* parent) {
   auto* b = new QRadioButton(text, parent);
   b->setObjectName(name);
-  connect(b, &QRadioButton::toggled, this, [this](bool on) {
-    if (on) recalculateIfCalculated();
+  connect(b, &QRadioButton::toggled, this, [this, b](bool on) {
+    if (!on) return;
+    positionChanged(b);
+    recalculateIfCalculated();
   });
   return b;
 }
@@ -105,6 +109,30 @@ void NavigationScreen::writeBox(InputBox* box, const QString& text) {
 
 void NavigationScreen::writeVariation(InputBox* box, double variation) {
   writeBox(box, LocaleText(FormatMask(variation, "0.0")));
+  for (BoundVariation& v : variations_)
+    if (v.box == box) v.computed = true;
+}
+
+void NavigationScreen::bindVariation(InputBox* box, const Coordinate& lat, const Coordinate& lon) {
+  BoundVariation v;
+  v.box = box;
+  for (const Coordinate* c : {&lat, &lon})
+    for (const QObject* o : {static_cast<const QObject*>(c->deg), static_cast<const QObject*>(c->min),
+                             static_cast<const QObject*>(c->sec), static_cast<const QObject*>(c->opt[0]),
+                             static_cast<const QObject*>(c->opt[1])})
+      if (o) v.position.push_back(o);
+  variations_.push_back(std::move(v));
+}
+
+void NavigationScreen::positionChanged(const QObject* source) {
+  for (BoundVariation& v : variations_) {
+    if (source == v.box) {
+      v.computed = false;  // typed by the user: it stays
+    } else if (v.computed && std::find(v.position.begin(), v.position.end(), source) != v.position.end()) {
+      v.computed = false;
+      writeBox(v.box, QString());
+    }
+  }
 }
 
 std::optional<double> NavigationScreen::OptionalValue(const InputBox* box) {
@@ -113,7 +141,9 @@ std::optional<double> NavigationScreen::OptionalValue(const InputBox* box) {
 }
 
 void NavigationScreen::boxEdited(int index) {
-  if (!writing_) CalculatorScreen::boxEdited(index);
+  if (writing_) return;
+  positionChanged(box(index));
+  CalculatorScreen::boxEdited(index);
 }
 
 void NavigationScreen::clearResetData() {

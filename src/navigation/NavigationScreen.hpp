@@ -53,6 +53,10 @@ class NavigationScreen : public CalculatorScreen {
   void writeBox(InputBox* box, const QString& text);
   // Writes a computed magnetic variation into its box with the mask "0.0" (locale separator).
   void writeVariation(InputBox* box, double variation);
+  // A variation box belonging to the position lat / lon: a variation Calculate wrote there is
+  // cleared when that position changes (a typed box, a hemisphere, an import), so that the next
+  // result uses the new place's variation; a variation the user typed stays.
+  void bindVariation(InputBox* box, const Coordinate& lat, const Coordinate& lon);
   // A box's value, or nothing when it is empty.
   static std::optional<double> OptionalValue(const InputBox* box);
 
@@ -61,7 +65,16 @@ class NavigationScreen : public CalculatorScreen {
   std::vector<std::pair<InputBox*, QString>> defaults_;
 
  private:
+  struct BoundVariation {
+    InputBox* box = nullptr;
+    std::vector<const QObject*> position;  // the coordinate boxes and hemisphere options
+    bool computed = false;
+  };
+  // Clears the computed variations that belong to the control `source`.
+  void positionChanged(const QObject* source);
+
   bool writing_ = false;
+  std::vector<BoundVariation> variations_;
 };
 
 }  // namespace norvane

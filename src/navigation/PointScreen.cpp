@@ -44,6 +44,7 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   variation.maxLength = 6;
   variation.allowEmpty = true;
   variation_ = addBox(variation, tr("Magnetic variation (\u00b0 ; E is positive) - Leave blank for automatic calculation"));
+  bindVariation(variation_, lat_, lon_);
   for (InputBox* b : {track_, distance_, variation_}) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("00000000")) + 14);
     b->setAlignment(Qt::AlignRight);

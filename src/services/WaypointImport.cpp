@@ -4,6 +4,7 @@
 #include <QLineEdit>
 
 #include "app/AppContext.hpp"
+#include "app/InputBox.hpp"
 #include "app/UiHelpers.hpp"
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
@@ -11,8 +12,11 @@
 namespace norvane {
 namespace {
 
-void Fill(const CoordinateFields& f, int32_t word, bool withSeconds) {
-  const CoordinateBoxTexts t = CoordinateBoxes(word / 256, word < 0, withSeconds, char(App().decimalSep));
+void Fill(const CoordinateFields& f, int32_t word, bool withSeconds, int maxDegrees) {
+  // The degree box's own limit where it has one (89 or 179).
+  if (const auto* box = qobject_cast<const InputBox*>(f.deg)) maxDegrees = int(box->rule().max);
+  const CoordinateBoxTexts t =
+      CoordinateBoxes(word / 256, word < 0, withSeconds, char(App().decimalSep), maxDegrees);
   if (f.deg) f.deg->setText(Q(t.deg));
   if (f.min) f.min->setText(Q(t.min));
   if (f.sec) f.sec->setText(Q(t.sec));
@@ -28,8 +32,8 @@ ImportOutcome ImportWaypoint(QWidget* parent, const CoordinateFields& lat, const
   const int selected = RunImportDialog(db, parent);
   if (selected == 0) return ImportOutcome::Cancelled;
   const WaypointRecord& r = db.Record(selected);
-  Fill(lat, r.lat, lat.sec != nullptr);
-  Fill(lon, r.lon, lon.sec != nullptr);
+  Fill(lat, r.lat, lat.sec != nullptr, 89);
+  Fill(lon, r.lon, lon.sec != nullptr, 179);
   if (ident) *ident = Q(IdentFromCode(RecordCode(r)));
   return ImportOutcome::Imported;
 }

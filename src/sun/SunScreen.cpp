@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDate>
 #include <QDateEdit>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -157,7 +158,7 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   ltOff_->setValue(offset);
   ltOffsetChanged(offset);
   timeSystemChanged();
-  cmdImportInitial_->setToolTip(tr("Take the position of a waypoint of the active database"));
+  updateImportState();
 
   for (QRadioButton* o : {optLat_[0], optLat_[1], optLng_[0], optLng_[1]})
     connect(o, &QRadioButton::toggled, this, [this](bool on) {
@@ -231,6 +232,18 @@ void SunScreen::timeSystemChanged() {
 
 void SunScreen::ltOffsetChanged(int value) {
   ltOffsetLbl_->setText(tr("Local time offset from UTC (h): %1").arg(Q(SignedText(value))));
+}
+
+void SunScreen::updateImportState() {
+  const bool active = NavDBActive();
+  cmdImportInitial_->setEnabled(active);
+  cmdImportInitial_->setToolTip(active ? tr("Take the position of a waypoint of the active database")
+                                       : tr(kNoDatabaseText));
+}
+
+bool SunScreen::event(QEvent* e) {
+  if (e->type() == QEvent::Show || e->type() == QEvent::WindowActivate) updateImportState();
+  return CalculatorScreen::event(e);
 }
 
 void SunScreen::importPosition() {

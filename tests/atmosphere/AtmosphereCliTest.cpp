@@ -83,6 +83,7 @@ TEST(AtmosphereCli, RejectsBadInput) {
       {"atmosphere --altitude 0 --mslp 1100", "error: --mslp: 1100 is out of range (870 to 1084 hPa)"},
       {"atmosphere --altitude 0 --mslp 1013 --us", "(25.69 to 32.01 inHg)"},
       {"atmosphere --altitude 0 --disa 41", "error: --disa: 41 is out of range (-90 to 40 degrees C)"},
+      {"speed --fl 100 --cas 250 --disa 10.5", "error: --disa: 10.5 is not a whole number (-90 to 40 degrees C)"},
       {"atmosphere --altitude ten", "error: --altitude: expected a number, got \"ten\""},
       {"atmosphere", "--altitude is required"},
       {"speed --fl 651 --cas 250", "error: --fl: 651 is out of range (0 to 650)"},
@@ -101,6 +102,7 @@ TEST(AtmosphereCli, RejectsBadInput) {
       {"stall --mtow 1000 --weight 1000 --altitude 0", "error: either --clmax and --area, or --vs, is required"},
       {"stall --clmax 1.6 --mtow 1000 --weight 1000 --altitude 0", "--clmax requires --area"},
       {"stall --vs 60 --mtow 1000 --weight 1000 --altitude 0 --bank 61", "(0 to 60 degrees)"},
+      {"stall --vs 60 --mtow 1000 --weight 1000 --altitude 0 --bank 10.5", "--bank: 10.5 is not a whole number"},
       {"stall --vs 60 --mtow 400 --weight 1000 --altitude 0", "error: --mtow: 400 is out of range (500 to 700000 kg)"},
       {"stall --vs 60 --mtow 999 --weight 1000 --altitude 0 --us", "error: --mtow: 999 is out of range (1000 to 1500000 lb)"},
   };

@@ -36,6 +36,9 @@ TEST(NavScreenCli, CommandsPrintTheScreensTexts) {
       {"tracks --from 0,0 --to 0,1 --mv-year 2010", 2, nullptr},
       // 60 NM due north on the sphere is one degree; 111120 m is the same distance.
       {"point --from 45,7 --track 360 --distance 60 --model sphere", 0, "latitude: N46 00 00.00\nlongitude: E007 00 00.00\n"},
+      // The hemisphere forms pilots write, without the comma too.
+      {"point --from '44 30 00.0S 7 30E' --track 180 --distance 30 --model sphere", 0,
+       "latitude: S45 00 00.00\nlongitude: E007 30 00.00\n"},
       {"point --from 45,7 --track 0 --distance 111120 --unit m --model sphere", 2,
        "error: --distance: 111120 is out of range (0 to 10000 m)\n"},
       {"point --from 45,7 --track 0 --distance 111.12 --unit km --model sphere", 0,

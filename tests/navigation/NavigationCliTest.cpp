@@ -105,7 +105,8 @@ TEST(NavigationCli, MagVarRejectsBadInputNamingTheOption) {
     const char* args;
     const char* mention;
   } rows[] = {
-      {"magvar --at 89.99,0", "--at latitude"},     {"magvar --at 10,180", "--at longitude"},
+      {"magvar --at 95,0", "(-89.9833 to 89.9833 degrees"},  {"magvar --at 10,180", "--at longitude"},
+      {"magvar --at 10,20 --altitude 10.5", "not a whole number"},
       {"magvar --at 10", "--at"},                   {"magvar --at 10,20 --altitude -1", "--altitude"},
       {"magvar --at 10,20 --altitude 65001", "--altitude"}, {"magvar --at 10,20 --altitude high", "--altitude"},
       {"magvar --at 10,20 --date 2007-13-01", "--date"},    {"magvar --at 10,20 --model wmm2020", "--model"},
@@ -131,12 +132,14 @@ TEST(NavigationCli, InverseAnswersEveryLineInOrder) {
       "1 2 3\n"                // too few
       "1 2 3 4 5\n"            // too many
       "\n"                     // empty
-      "0 0 0.5 179.7";         // nearly antipodal, no final newline
+      "0 0 0.5 179.7\n"        // nearly antipodal
+      "0 210 0 -150";          // 0..360 longitudes are reduced: one point; no final newline
   const CliRun sphere = Cli("inverse --method sphere", input);
   EXPECT_EQ(sphere.status, 1);
   EXPECT_NE(sphere.err.find("5 line(s)"), std::string::npos) << sphere.err;
   const auto lines = Lines(sphere.out);
-  ASSERT_EQ(lines.size(), 11u) << sphere.out;
+  ASSERT_EQ(lines.size(), 12u) << sphere.out;
+  EXPECT_EQ(lines[11], "0 ND ND");
   EXPECT_EQ(lines[0], "10800 ND ND");
   EXPECT_EQ(lines[1], "0 ND ND");
   EXPECT_EQ(lines[2], "600 360 360");
@@ -158,7 +161,7 @@ TEST(NavigationCli, InverseAnswersEveryLineInOrder) {
   }
 
   const auto wgs = Lines(Cli("inverse", input).out);
-  ASSERT_EQ(wgs.size(), 11u);
+  ASSERT_EQ(wgs.size(), 12u);
   ASSERT_EQ(Numbers(wgs[2]).size(), 3u);
   EXPECT_EQ(Numbers(wgs[2])[1], 0);  // the ellipsoid reports north as 0
   EXPECT_EQ(wgs[10], "ND ND ND");    // Vincenty does not converge

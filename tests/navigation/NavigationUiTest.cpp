@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -16,6 +17,7 @@
 #include "app/InputBox.hpp"
 #include "app/MainMenu.hpp"
 #include "app/ScreenRegistry.hpp"
+#include "app/TextFormat.hpp"
 #include "navigation/IntersectionScreen.hpp"
 #include "navigation/MagVarScreen.hpp"
 #include "navigation/NavCalculations.hpp"
@@ -23,6 +25,7 @@
 #include "navigation/TracksScreen.hpp"
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
+#include "services/NavDatabase.hpp"
 
 using namespace norvane;
 
@@ -148,6 +151,23 @@ TEST_F(NavigationUi, TracksImportCalculateSwitchUnitsAndMagnetic) {
   s->close();
 }
 
+// An oceanic fix on the 180th meridian and one at the pole imported as red, unusable boxes.
+TEST_F(NavigationUi, FixesOnTheAntimeridianAndThePoleImportAsUsableBoxes) {
+  QTemporaryDir dir;
+  const std::string path = dir.filePath("ocean.dat").toStdString();
+  const auto fix = [](const char* id, int lat) {
+    return MakeRecord(WaypointType::Intersection, IdentCode(id), lat * 36000, -180 * 36000, 0);
+  };
+  ASSERT_EQ(WriteFileAtomically(path, SerializeNavDB({fix("NPOLE", 90), fix("OCEAN", -30)}, 1)), "");
+  ASSERT_TRUE(Hooks().openDatabase(path));
+  TracksScreen s;
+  s.show();
+  ASSERT_TRUE(ImportVia(&s, "cmdImportInitial", "OCEAN") && ImportVia(&s, "cmdImportFinal", "NPOLE"));
+  EXPECT_EQ(Boxes(&s, 0, 12), (QStringList{"30", "0", "0", "179", "59", "59.9", "89", "59", "59.9", "179", "59", "59.9"}));
+  Click(&s, "cmdCalculate");
+  EXPECT_EQ(Text(&s, "DataR7"), "360.0");  // due north along one meridian on the sphere
+}
+
 TEST_F(NavigationUi, ImportWithoutDatabaseSaysSoInsteadOfOpeningTheDialog) {
   ActiveNavDB().Clear();
   TracksScreen s;
@@ -182,6 +202,10 @@ TEST_F(NavigationUi, PointFromTrackDistanceMagneticAndUnits) {
   EXPECT_EQ(Text(&s, "dataR0").toStdString(), FormatLatLong(r.point.lat, false));
   EXPECT_EQ(Text(&s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
 
+  const QString first = Text(&s, "dataR1");
+  Click(&s, "cmdCalculate");  // reads "-2.6" back: the same point (was 1.6 NM away)
+  EXPECT_EQ(Text(&s, "dataR1"), first);
+
   // km: the same number now means 100 km, recomputed at once with the variation in the box.
   Click(&s, "OptDist1");
   const PointResult k = ComputePointFromTrack(lat, lon, 90, 100 / 1.852, false, &igrf2005, -2.6);
@@ -197,6 +221,18 @@ TEST_F(NavigationUi, PointFromTrackDistanceMagneticAndUnits) {
   EXPECT_EQ(distance->toolTip(), "Distance from origin (up to 5400 NM)");
   Click(&s, "OptDist2");
   EXPECT_TRUE(Child<QPushButton>(&s, "cmdCalculate")->isEnabled());
+
+  // A computed variation belongs to its place (a new result used London's once the point moved);
+  // a typed one stays.
+  Click(&s, "OptLngo0");
+  Click(&s, "cmdCalculate");
+  EXPECT_EQ(variation->text().toStdString(), FormatMask(ShownVariation(lat, -lon, igrf2005), "0.0"));
+  variation->setFocus();
+  variation->selectAll();
+  QTest::keyClicks(variation, "-3");
+  Child<InputBox>(&s, "InBox0")->setFocus();
+  QTest::keyClicks(Child<InputBox>(&s, "InBox0"), "50");
+  EXPECT_EQ(variation->text(), "-3");
 }
 
 TEST_F(NavigationUi, RadialIntersectionFromTwoImportedPoints) {

@@ -1,6 +1,10 @@
 // The weather, links and update screens driven with real key and mouse events, against HTTP
 // servers on 127.0.0.1.
 #include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
 #include <QDate>
 #include <QDesktopServices>
 #include <QDir>
@@ -150,6 +154,31 @@ TEST_F(WeatherUiTest, CodeBoxTakesFourLettersInCapitals) {
   EXPECT_EQ(code->text(), "EGLL");
   EXPECT_TRUE(get->isEnabled());
   EXPECT_EQ(code->palette().color(QPalette::Text), kValidText);
+}
+
+// Pasted and dropped text bypassed the key filter: pasted "egll" stayed lower case.
+TEST_F(WeatherUiTest, PastedAndDroppedCodesAreFilteredAsTyped) {
+  QGuiApplication::clipboard()->setText(" egll\n");
+  code->setFocus();
+  QTest::keyClick(code, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_TRUE(code->text() == "EGLL" && get->isEnabled());
+  QMimeData mime;
+  mime.setText("k j f k");
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+  code->clear();
+  QApplication::sendEvent(code, &enter);  // a drop goes to the widget that took the drag
+  QApplication::sendEvent(code, &drop);
+  EXPECT_EQ(code->text(), "KJFK");
+  code->clear();
+  QContextMenuEvent menuEvent(QContextMenuEvent::Mouse, QPoint(5, 5), code->mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(code, &menuEvent);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(menu);
+  for (QAction* a : menu->actions())
+    if (a->text().startsWith("&Paste")) a->trigger();
+  menu->close();
+  EXPECT_EQ(code->text(), "EGLL");
 }
 
 TEST_F(WeatherUiTest, ReportsAndFailures) {
