@@ -72,6 +72,7 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", tracks);
   tl->addWidget(optTRK_[0]);
   tl->addWidget(optTRK_[1]);
+  tl->addWidget(makeModelLabel(tr("Magvar %1"), tracks));
   bottom->addWidget(tracks);
 
   auto* results = makeFrame(tr("Intersection coordinates"), "FrameResults");
@@ -100,10 +101,10 @@ bool IntersectionScreen::calculate() {
   if (t1 == 360) t1 = 0;
   if (t2 == 360) t2 = 0;
   if (optTRK_[1]->isChecked()) {
-    const MagSettings mag = DefaultMagSettings();
+    const MagSettings mag = magSettings();
     const auto variation = [&](InputBox* box, double lat, double lon) {
       if (!box->isEmpty()) return box->value();
-      const double v = TrackMagVar(lat, lon, mag.year, mag.useWMM);
+      const double v = TrackMagVar(lat, lon, mag.year, mag.model);
       writeVariation(box, v);
       return v;
     };

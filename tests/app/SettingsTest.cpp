@@ -70,6 +70,22 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
   EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=  /data/europe.dat  \n").DBPath, "/data/europe.dat");
 }
 
+TEST(Settings, MagneticModelTakesAYearOfItsOwn) {
+  // 0 IGRF-10 and 1 WMM2005 take 2005-2009, 2 WMM2025 and 3 IGRF-14 2025-2029; any other year
+  // reads as the model's first, any other model as IGRF-10.
+  const struct { const char* lines; int model, year; } rows[] = {
+      {"DefMVYear=2027\nDefMVModel=2", 2, 2027}, {"DefMVModel=3\nDefMVYear=2029", 3, 2029},
+      {"DefMVYear=2007\nDefMVModel=3", 3, 2025}, {"DefMVYear=2030\nDefMVModel=2", 2, 2025},
+      {"DefMVYear=2027\nDefMVModel=1", 1, 2005}, {"DefMVYear=2027\nDefMVModel=4", 0, 2005},
+  };
+  for (const auto& r : rows) {
+    const Settings s = ParseSettings(std::string("[Options]\n") + r.lines + "\n");
+    EXPECT_EQ(s.DefMVModel, r.model) << r.lines;
+    EXPECT_EQ(s.DefMVYear, r.year) << r.lines;
+    EXPECT_EQ(ParseSettings(SerializeSettings(s)), s) << r.lines;
+  }
+}
+
 TEST(Settings, GarbageAndLinkSectionRules) {
   std::string garbage(4096, '\0');
   for (size_t i = 0; i < garbage.size(); ++i) garbage[i] = static_cast<char>((i * 7919) % 256);

@@ -34,6 +34,8 @@ TEST(NavScreenCli, CommandsPrintTheScreensTexts) {
       {"tracks --from 90,0 --to 0,0", 2,
        "error: --from latitude: 90 is out of range (-89.999997 to 89.999997 degrees, 89°59'59.99\")\n"},
       {"tracks --from 0,0 --to 0,1 --mv-year 2010", 2, nullptr},
+      {"intersection --p1 0,0 --track1 0 --p2 0,1 --track2 0 --mv-model igrf14 --mv-year 2009", 2,
+       "error: --mv-year: 2009 is out of range (2025 to 2029)\n"},
       // 60 NM due north on the sphere is one degree; 111120 m is the same distance.
       {"point --from 45,7 --track 360 --distance 60 --model sphere", 0, "latitude: N46 00 00.00\nlongitude: E007 00 00.00\n"},
       {"point --from 45,7 --track 0 --distance 111120 --unit m --model sphere", 2,
@@ -79,4 +81,7 @@ TEST(NavScreenCli, MagneticTracksDependOnYearAndModel) {
   // The variation at the origin on 1 January 2005 by IGRF-10, as "magvar" shows it (2.6W).
   EXPECT_EQ(Cli("magvar --at 51.5,-0.5 --date 2005-01-01").out, "variation: 2.6W\n");
   EXPECT_NE(point.out.find("variation: -2.6\n"), std::string::npos) << point.out;
+  // The current models with their own years: the variation of 1 January of the year given.
+  const ScreenRun now = Cli("--raw point --from 51.5,-0.5 --track 90 --distance 10 --magnetic --mv-model igrf14 --mv-year 2027");
+  EXPECT_NE(now.out.find(Cli("--raw magvar --at 51.5,-0.5 --date 2027-01-01 --model igrf14").out), std::string::npos) << now.out;
 }
