@@ -24,6 +24,8 @@ class OptionsScreen : public CalculatorScreen {
 
  private:
   void setDatabase();
+  // The active database's name, or failureText and the reason of the refusal.
+  void showDatabase(const QString& failureText);
   void showLtOffset(int v);
   // Fills "Magvar year" with the model's years.
   void showModelYears(MagModel model);
@@ -38,6 +40,7 @@ class OptionsScreen : public CalculatorScreen {
   QScrollBar* ltOff_;
   QLabel* ltOffsetLbl_;
   QLabel* lblDBName_;
+  QLabel* lblDBReason_;
 };
 
 }  // namespace norvane

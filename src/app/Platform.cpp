@@ -11,6 +11,7 @@
 #else
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -52,6 +53,20 @@ void SyncFolder(const fs::path& dir) {
 #endif
 }
 
+// Gives the new file the permissions and owner of the one it replaces (best effort: changing the
+// owner needs privileges that a user rewriting their own file does not need).
+void KeepModeAndOwner(std::FILE* f, const fs::path& file) {
+#ifndef _WIN32
+  struct stat st {};
+  if (::stat(file.c_str(), &st) != 0) return;
+  (void)::fchmod(fileno(f), st.st_mode & 07777);
+  (void)::fchown(fileno(f), st.st_uid, st.st_gid);
+#else
+  (void)f;
+  (void)file;
+#endif
+}
+
 std::string Reason(int errnoValue) { return errnoValue ? std::string(": ") + std::strerror(errnoValue) : std::string(); }
 }  // namespace
 
@@ -63,6 +78,10 @@ bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* 
     fs::remove(tmp, ec);
     return false;
   };
+  if (IsReadOnlyFile(file)) {
+    if (error) *error = "cannot replace " + file.string() + ": the file is read-only";
+    return false;
+  }
   // A temporary file left by a crash is stale; removing it first also means the exclusive
   // create below never writes through a link someone put in its place.
   std::error_code ec;
@@ -74,6 +93,7 @@ bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* 
     if (error) *error = "cannot create " + tmp.string() + Reason(why);
     return false;  // the name may belong to something else: leave it alone
   }
+  KeepModeAndOwner(f, file);
   errno = 0;
   const bool written = Write(f, bytes);
   const bool flushed = written && FlushToDisk(f);
@@ -84,6 +104,19 @@ bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* 
   if (ec) return fail("cannot replace " + file.string() + ": " + ec.message());
   SyncFolder(file.parent_path());
   return true;
+}
+
+bool IsReadOnlyFile(const fs::path& file) {
+  std::error_code ec;
+  const fs::file_status st = fs::status(file, ec);
+  if (ec || !fs::is_regular_file(st)) return false;
+  const fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  if ((st.permissions() & write) == fs::perms::none) return true;
+#ifndef _WIN32
+  return ::access(file.c_str(), W_OK) != 0 && (errno == EACCES || errno == EROFS);
+#else
+  return false;
+#endif
 }
 
 void GuardStandardStreams() {

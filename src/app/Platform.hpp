@@ -13,7 +13,14 @@ namespace norvane {
 // a crash is removed first), are flushed to disk, and the temporary file is renamed over the old
 // one. On failure the old file is untouched, no temporary file remains and `error` says why,
 // with the system's reason ("cannot write /x/Norvane.ini.tmp: No space left on device").
+// A file that exists keeps its permissions and (where the system lets this process) its owner;
+// a read-only one (IsReadOnlyFile) is not replaced: "cannot replace /x/Norvane.ini: the file is
+// read-only".
 bool WriteFileAtomic(const std::filesystem::path& file, std::string_view bytes, std::string* error);
+
+// True when `file` exists and is protected against writing: no write permission bit is set (the
+// owner's own protection, which root would otherwise ignore), or this process may not write it.
+bool IsReadOnlyFile(const std::filesystem::path& file);
 
 // Makes sure the standard streams 0, 1 and 2 are open. A closed one is opened on the null device
 // in the opposite direction, so that its reads or writes still fail (and are reported) while no

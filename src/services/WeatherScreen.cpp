@@ -126,9 +126,9 @@ void WeatherScreen::showResult(int code) {
   cmdGetWeather_->setEnabled(IsIcaoCode(S(inboxICAO_->text())));
   const WeatherResult w = WeatherFromReply(static_cast<int16_t>(code), reply_);
   if (w.code == 0) {
-    // The station file is single-byte text: one character per byte.
-    lblR_->setText(QString::fromLatin1(RecordedText(w).c_str()));
-    setWeatherText(QString::fromLatin1(w.report.c_str()), kValidText);
+    // UTF-8 cleaned of control characters by the reader (SafeServerText).
+    lblR_->setText(QString::fromStdString(RecordedText(w)));
+    setWeatherText(QString::fromStdString(w.report), kValidText);
   } else {
     setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), kInvalidText);
   }

@@ -293,6 +293,20 @@ TEST_F(LinksUiTest, BrowseAndConnect) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return connectButton->isEnabled(); }, 3000));
 }
 
+TEST_F(LinksUiTest, OpensOnlyWebAddresses) {
+  for (const char* address : {"file:///etc/passwd", "/etc/passwd", "javascript:alert(1)", "smb://server/share",
+                              "mailto:ops@example.com", "ftp://ftp.example.com/"}) {
+    SelectRow(0);
+    Click(LinksScreen::kEdit);
+    link->selectAll();
+    QTest::keyClicks(link, address);
+    Click(LinksScreen::kSave);
+    QTest::mouseClick(connectButton, Qt::LeftButton);
+    EXPECT_TRUE(screen->findChild<QLabel*>("lblError")->text().endsWith(address)) << address;
+  }
+  EXPECT_TRUE(opened.urls.isEmpty());
+}
+
 TEST_F(LinksUiTest, EditorAddEditDeleteCancel) {
   // Add with a blank title adds nothing.
   Click(LinksScreen::kAdd);
