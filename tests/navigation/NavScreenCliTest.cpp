@@ -81,7 +81,4 @@ TEST(NavScreenCli, MagneticTracksDependOnYearAndModel) {
   // The variation at the origin on 1 January 2005 by IGRF-10, as "magvar" shows it (2.6W).
   EXPECT_EQ(Cli("magvar --at 51.5,-0.5 --date 2005-01-01").out, "variation: 2.6W\n");
   EXPECT_NE(point.out.find("variation: -2.6\n"), std::string::npos) << point.out;
-  // The current models with their own years: the variation of 1 January of the year given.
-  const ScreenRun now = Cli("--raw point --from 51.5,-0.5 --track 90 --distance 10 --magnetic --mv-model igrf14 --mv-year 2027");
-  EXPECT_NE(now.out.find(Cli("--raw magvar --at 51.5,-0.5 --date 2027-01-01 --model igrf14").out), std::string::npos) << now.out;
 }

@@ -179,9 +179,8 @@ TEST_F(NavigationUi, PointFromTrackDistanceMagneticAndUnits) {
   const MagSettings igrf2005{2005, MagModel::IGRF10};
   const PointResult r = ComputePointFromTrack(lat, lon, 90, 100, false, &igrf2005, std::nullopt);
   EXPECT_EQ(variation->text(), "-2.6");  // computed at the origin and written into its box
-  EXPECT_EQ(Text(&s, "lblModel"), "(IGRF-10, 2005)");  // named with its year; the next calculation
-  App().settings.DefMVModel = 3;                       // names what the Options screen chose since
-  App().settings.DefMVYear = 2028;
+  EXPECT_EQ(Text(&s, "lblModel"), "(IGRF-10, 2005)");  // named with its year, as the Options screen
+  App().settings = ParseSettings("[Options]\nDefMVModel=3\nDefMVYear=2028\n");  // chose since
   EXPECT_EQ(Text(&s, "dataR0").toStdString(), FormatLatLong(r.point.lat, false));
   EXPECT_EQ(Text(&s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
 
