@@ -3,6 +3,7 @@
 // a request counter and a way to release handlers that stall on purpose.
 
 #include <httplib.h>
+#include <sodium.h>
 
 #include <QCoreApplication>
 #include <QTcpServer>
@@ -13,6 +14,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace norvane::test {
 
@@ -59,6 +61,19 @@ class LocalHttpServer {
     std::unique_lock lock(mutex_);
     released_cv_.wait_for(lock, std::chrono::seconds(30), [this] { return released_; });
   }
+  // Answers with one byte every 2 s, `bytes` in all: a server that never stalls long enough to
+  // trip a stall timeout. Release() or a closed connection ends it early.
+  void Drip(httplib::Response& res, int bytes) {
+    res.set_chunked_content_provider("application/octet-stream", [this, bytes](size_t offset, httplib::DataSink& sink) {
+      if (offset >= static_cast<size_t>(bytes)) {
+        sink.done();
+        return true;
+      }
+      if (!sink.write("2", 1)) return false;
+      std::unique_lock lock(mutex_);
+      return !released_cv_.wait_for(lock, std::chrono::seconds(2), [this] { return released_; });
+    });
+  }
   void Release() {
     {
       std::lock_guard lock(mutex_);
@@ -84,6 +99,21 @@ inline std::string RefusingUrl() {
   const quint16 port = probe.serverPort();
   probe.close();
   return "http://127.0.0.1:" + std::to_string(port);
+}
+
+// An update manifest naming `file`, and its detached signature under `secretKey`.
+inline std::pair<std::string, std::string> SignedManifest(const std::string& version, const std::string& platform,
+                                                          const std::string& file, const unsigned char* secretKey) {
+  unsigned char digest[crypto_hash_sha256_BYTES];
+  crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(file.data()), file.size());
+  char hex[2 * sizeof digest + 1];
+  sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
+  const std::string manifest = "Norvane update manifest 1\nversion: " + version + "\nplatform: " + platform +
+                               "\nsize: " + std::to_string(file.size()) + "\nsha256: " + hex + "\n";
+  std::string sig(crypto_sign_BYTES, '\0');
+  crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr,
+                       reinterpret_cast<const unsigned char*>(manifest.data()), manifest.size(), secretKey);
+  return {manifest, sig};
 }
 
 // Gives the tests of one binary a QCoreApplication (gtest_main owns main()).

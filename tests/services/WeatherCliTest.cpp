@@ -20,10 +20,11 @@ struct CliRun {
   std::string out, err;
 };
 
-CliRun RunCli(const QStringList& args, const std::string& weatherUrl) {
+CliRun RunCli(const QStringList& args, const std::string& weatherUrl, const char* deadlineMs = nullptr) {
   QProcess process;
   QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
   env.insert("NORVANE_WEATHER_URL", QString::fromStdString(weatherUrl));
+  if (deadlineMs) env.insert("NORVANE_TRANSFER_DEADLINE_MS", deadlineMs);
   process.setProcessEnvironment(env);
   process.start(NORVANE_CLI, args);
   if (!process.waitForFinished(30000)) return {-1, "", "timed out"};
@@ -44,6 +45,10 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
   });
   r.Get("/data/observations/metar/stations/EVIL.TXT", [&](const httplib::Request&, httplib::Response& res) {
     res.set_content(year + "/03/14 09:50\x1b]0;owned\x07\nEDDM M\xfcnchen \x1b[2J\x9b" "31m\r\n", "text/plain");
+  });
+  // A byte every 2 s for 12 s: only the overall deadline ends the transfer.
+  r.Get("/data/observations/metar/stations/SLOW.TXT", [&](const httplib::Request&, httplib::Response& res) {
+    server.Drip(res, 6);
   });
   const std::string base = server.Start() + "/data";
 
@@ -82,6 +87,10 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
       QJsonDocument::fromJson(QByteArray::fromStdString(RunCli({"--json", "weather", "--icao", "EVIL"}, base).out), &error);
   EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
   EXPECT_TRUE(json["report"].toString().startsWith(QString::fromUtf8("EDDM M\u00fcnchen")));
+
+  const CliRun slow = RunCli({"weather", "--icao", "SLOW"}, base, "3000");
+  EXPECT_EQ(slow.status, 1);
+  EXPECT_EQ(slow.out, "message: Read data error\n");
 
   server.Stop();
   const CliRun refused = RunCli({"weather", "--icao", "EGLL"}, test::RefusingUrl());
