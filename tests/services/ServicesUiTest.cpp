@@ -158,6 +158,16 @@ TEST_F(WeatherUiTest, ReportsAndFailures) {
   EXPECT_EQ(text->toPlainText(), "EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG");
   EXPECT_EQ(text->palette().color(QPalette::Text), kValidText);
   EXPECT_TRUE(get->isEnabled());
+  // The decoded view beside it; a typed elevation adds the density altitude, the raw view stays.
+  auto* decoded = screen->findChild<QPlainTextEdit*>("TextDecoded");
+  ASSERT_TRUE(decoded);
+  EXPECT_TRUE(decoded->toPlainText().startsWith("Routine report (METAR) for EGLL\n")) << decoded->toPlainText().toStdString();
+  EXPECT_FALSE(decoded->toPlainText().contains("Density altitude"));
+  auto* elevation = screen->findChild<InputBox*>("inboxElevation");
+  elevation->setFocus();
+  QTest::keyClicks(elevation, "1000");
+  EXPECT_TRUE(decoded->toPlainText().contains("\nDensity altitude ")) << decoded->toPlainText().toStdString();
+  EXPECT_EQ(text->toPlainText(), "EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG");
 
   // Any change of the code empties the results.
   QTest::keyClick(code, Qt::Key_Backspace);
@@ -166,7 +176,7 @@ TEST_F(WeatherUiTest, ReportsAndFailures) {
 
   QTest::mouseClick(screen->findChild<QRadioButton*>("OptW1"), Qt::LeftButton, {}, QPoint(5, 5));
   Fetch("EGLL");
-  EXPECT_EQ(text->toPlainText(), "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 TEMPO 1412/1418 BKN014");
+  EXPECT_EQ(text->toPlainText(), "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030\nTEMPO 1412/1418 BKN014");
   QTest::mouseClick(screen->findChild<QRadioButton*>("OptW0"), Qt::LeftButton, {}, QPoint(5, 5));
 
   const QString noData = "Unable to get weather data\n(unknown location or no available weather data)";
