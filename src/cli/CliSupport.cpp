@@ -9,6 +9,7 @@
 
 #include "app/TextFormat.hpp"
 #include "navigation/Geodesy.hpp"
+#include "navigation/GeoMag.hpp"
 
 namespace norvane::cli {
 
@@ -150,6 +151,18 @@ Date Today() {
   localtime_r(&t, &tm);
 #endif
   return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday};
+}
+
+const std::vector<std::string>& MagModelOptionNames() {
+  static const std::vector<std::string> names = {"igrf10", "wmm2005", "wmm2025", "igrf14"};
+  return names;
+}
+
+MagModel MagModelFromOptionName(std::string_view name) {
+  const auto& names = MagModelOptionNames();
+  for (size_t i = 0; i < names.size(); ++i)
+    if (names[i] == name) return MagModel(i);
+  return MagModel::IGRF10;
 }
 
 std::string JsonQuote(std::string_view s) {

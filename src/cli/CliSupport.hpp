@@ -13,6 +13,10 @@ namespace CLI {
 class App;
 }
 
+namespace norvane {
+enum class MagModel;
+}
+
 namespace norvane::cli {
 
 inline constexpr int kExitOk = 0;
@@ -88,6 +92,11 @@ struct Date {
 };
 // "YYYY-MM-DD", a real calendar date from 1900 to 2100. Throws UsageError naming option.
 Date ParseDate(std::string_view option, std::string_view text);
+
+// The geomagnetic models by their option names, in MagModel order: igrf10 wmm2005 wmm2025 igrf14.
+const std::vector<std::string>& MagModelOptionNames();
+// The model of one of those names (the option's IsMember check has run; others give igrf10).
+MagModel MagModelFromOptionName(std::string_view name);
 Date Today();
 
 // Strict number parser for option values (no blanks, no trailing text); nullopt if malformed.

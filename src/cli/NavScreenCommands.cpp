@@ -39,17 +39,24 @@ DistanceUnit UnitFromName(const std::string& name) {
 // Options shared by the three commands: the magnetic-variation settings of the Options screen.
 struct MagOptions {
   bool magnetic = false;
-  int year = 2005;
+  int year = 0;  // 0: the model's first year
   std::string model = "igrf10";
-  MagSettings Settings() const { return {year, model == "wmm2005"}; }
+  // The settings; a year outside the model's years is a usage error.
+  MagSettings Settings() const {
+    const MagModel m = MagModelFromOptionName(model);
+    if (year == 0) return {MagModelEpoch(m), m};
+    RequireRange("--mv-year", year, MagModelEpoch(m), MagModelLastYear(m));
+    return {year, m};
+  }
 };
 
 void AddMagOptions(CLI::App* cmd, MagOptions& m, const char* what) {
   cmd->add_flag("--magnetic", m.magnetic, what);
-  cmd->add_option("--mv-year", m.year, "Magnetic variation year, 2005 to 2009 (1 January; default 2005)")
-      ->check(CLI::Range(2005, 2009));
-  cmd->add_option("--mv-model", m.model, "Geomagnetic model: igrf10 or wmm2005 (default igrf10)")
-      ->check(CLI::IsMember({"igrf10", "wmm2005"}));
+  cmd->add_option("--mv-year", m.year,
+                  "Magnetic variation year (1 January): 2005 to 2009 for igrf10 and wmm2005, 2025 to 2029 for "
+                  "wmm2025 and igrf14 (default: the model's first year)");
+  cmd->add_option("--mv-model", m.model, "Geomagnetic model: igrf10, wmm2005, wmm2025 or igrf14 (default igrf10)")
+      ->check(CLI::IsMember(MagModelOptionNames()));
 }
 
 void RegisterTracks(CLI::App& app) {
@@ -162,8 +169,8 @@ void RegisterIntersection(CLI::App& app) {
     const LatLon a = ScreenPoint("--p1", o->p1), b = ScreenPoint("--p2", o->p2);
     double t1 = Number("--track1", o->track1, 0, 360, "degrees");
     double t2 = Number("--track2", o->track2, 0, 360, "degrees");
+    const MagSettings mag = o->mag.Settings();
     if (o->mag.magnetic) {
-      const MagSettings mag = o->mag.Settings();
       const double v1 = o->var1.empty() ? ShownVariation(a.lat, a.lon, mag)
                                         : Number("--var1", o->var1, -180, 180, "degrees");
       const double v2 = o->var2.empty() ? ShownVariation(b.lat, b.lon, mag)

@@ -23,20 +23,23 @@ void RegisterMagVar(CLI::App& app) {
     std::string at, altitude = "0", date, model = "igrf10";
   };
   auto opt = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand("magvar", "Magnetic variation at a point, from WMM2005 or IGRF-10");
-  cmd->footer("Magnetic variation (declination) from the WMM2005 or IGRF-10 model, at a WGS 84 geodetic "
-              "latitude, longitude and altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, "
-              "11.0W); with --raw the signed value in degrees, east positive.");
+  CLI::App* cmd =
+      app.add_subcommand("magvar", "Magnetic variation at a point, from IGRF-10, WMM2005, WMM2025 or IGRF-14");
+  cmd->footer("Magnetic variation (declination) from the IGRF-10 or WMM2005 model (valid 2005-2010) or the "
+              "WMM2025 or IGRF-14 model (valid 2025-2030), at a WGS 84 geodetic latitude, longitude and "
+              "altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, 11.0W); with --raw the "
+              "signed value in degrees, east positive. A date outside the model's years adds a "
+              "\"notice: TEXT\" line saying so.");
   cmd->add_option("--at", opt->at,
                   "Point LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27; latitude -89.9833 to "
                   "89.9833 (89°59'), longitude -179.9833 to 179.9833 (179°59')")
       ->required();
   cmd->add_option("--altitude", opt->altitude, "Geodetic altitude in whole feet above the WGS 84 ellipsoid, 0 to 65000 (default 0)");
   cmd->add_option("--date", opt->date,
-                  "Date YYYY-MM-DD (default today). The models describe 2005-2010; earlier dates use the 2005.0 "
-                  "field, later ones extrapolate the secular variation");
-  cmd->add_option("--model", opt->model, "Geomagnetic model: igrf10 or wmm2005 (default igrf10)")
-      ->check(CLI::IsMember({"igrf10", "wmm2005"}));
+                  "Date YYYY-MM-DD (default today). Dates before the model's epoch use the epoch field, later "
+                  "ones extrapolate the secular variation");
+  cmd->add_option("--model", opt->model, "Geomagnetic model: igrf10, wmm2005, wmm2025 or igrf14 (default igrf10)")
+      ->check(CLI::IsMember(MagModelOptionNames()));
   cmd->callback([opt] {
     const LatLon p = ParseLatLon("--at", opt->at, kMagVarLimits);
     const auto feet = ParseNumber(opt->altitude);
@@ -47,10 +50,12 @@ void RegisterMagVar(CLI::App& app) {
       throw UsageError("--altitude: " + opt->altitude + " is not a whole number (0 to 65000 ft)");
     const Date d = opt->date.empty() ? Today() : ParseDate("--date", opt->date);
 
-    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * 0.3048 / 1000,
-                                           {d.year, d.month, d.day}, opt->model == "wmm2005");
+    const MagModel model = MagModelFromOptionName(opt->model);
+    const CalendarDate date{d.year, d.month, d.day};
+    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * 0.3048 / 1000, date, model);
     ResultPrinter printer;
     printer.Add("variation", MagVarText(variation), variation);
+    if (const std::string notice = MagValidityNotice(model, date); !notice.empty()) printer.Add("notice", notice);
     ExitStatus() = printer.Print();
   });
 }

@@ -74,6 +74,7 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", tracks);
   tl->addWidget(optTRK_[0]);
   tl->addWidget(optTRK_[1]);
+  tl->addWidget(makeModelLabel(tr("Magvar %1"), tracks));
   bottom->addWidget(tracks);
 
   auto* results = makeFrame(tr("Intersection coordinates"), "FrameResults");
@@ -102,7 +103,7 @@ bool IntersectionScreen::calculate() {
   if (t1 == 360) t1 = 0;
   if (t2 == 360) t2 = 0;
   if (optTRK_[1]->isChecked()) {
-    const MagSettings mag = DefaultMagSettings();
+    const MagSettings mag = magSettings();
     const auto variation = [&](InputBox* box, double lat, double lon) {
       if (!box->isEmpty()) return box->value();
       const double v = ShownVariation(lat, lon, mag);

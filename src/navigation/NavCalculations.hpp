@@ -25,11 +25,13 @@ const char* UnitName(DistanceUnit unit);
 // Signed decimal degrees from degrees, minutes and seconds: south and west negative.
 double DmsToDegrees(double deg, double min, double sec, bool southOrWest);
 
-// Settings the magnetic tracks use: 1 January of `year`, model WMM2005 (useWMM) or IGRF-10.
+// Settings the magnetic tracks use: 1 January of `year` with `model`.
 struct MagSettings {
   int year = 2005;
-  bool useWMM = false;
+  MagModel model = MagModel::IGRF10;
 };
+// The model and year of the settings as the screens name them: "WMM2025, 2026".
+std::string MagSettingsText(const MagSettings& m);
 
 // "Tracks and distance": geodesic (GC row), rhumb line (RL) and sphere (SPH) between two points.
 struct TracksResult {

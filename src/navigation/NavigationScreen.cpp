@@ -98,7 +98,29 @@ QPushButton* NavigationScreen::makeImportButton(const QString& name, const Coord
 
 MagSettings NavigationScreen::DefaultMagSettings() {
   const Settings& s = App().settings;
-  return {s.DefMVYear, s.DefMVModel == 1};
+  return {s.DefMVYear, MagModel(s.DefMVModel)};
+}
+
+QLabel* NavigationScreen::makeModelLabel(const QString& format, QWidget* parent) {
+  lblModel_ = new QLabel(parent);
+  lblModel_->setObjectName("lblModel");
+  modelFormat_ = format;
+  showModel(DefaultMagSettings());
+  return lblModel_;
+}
+
+MagSettings NavigationScreen::magSettings() {
+  const MagSettings m = DefaultMagSettings();
+  showModel(m);
+  return m;
+}
+
+void NavigationScreen::showModel(const MagSettings& m) {
+  if (!lblModel_) return;
+  lblModel_->setText(modelFormat_.arg(QString::fromStdString(MagSettingsText(m))));
+  lblModel_->setToolTip(tr("Computed magnetic variation: %1 model, 1 January %2 (Options screen)")
+                            .arg(QString::fromUtf8(MagModelName(m.model)))
+                            .arg(m.year));
 }
 
 void NavigationScreen::writeBox(InputBox* box, const QString& text) {

@@ -11,6 +11,7 @@
 #include "services/WaypointImport.hpp"
 
 class QGroupBox;
+class QLabel;
 class QPushButton;
 class QRadioButton;
 
@@ -49,6 +50,12 @@ class NavigationScreen : public CalculatorScreen {
 
   // The Options screen's magnetic-variation settings (default year and model).
   static MagSettings DefaultMagSettings();
+  // "lblModel": names the model and year the computed variation uses, through `format` with %1
+  // ("Track (magvar %1)" gives "Track (magvar WMM2025, 2026)").
+  QLabel* makeModelLabel(const QString& format, QWidget* parent);
+  // DefaultMagSettings(), the model label brought in step with them (the Options screen may have
+  // changed them since the screen opened).
+  MagSettings magSettings();
   // Writes text into a box from a calculation without clearing the results it belongs to.
   void writeBox(InputBox* box, const QString& text);
   // Writes a computed magnetic variation into its box with the mask "0.0" (locale separator).
@@ -73,8 +80,13 @@ class NavigationScreen : public CalculatorScreen {
   // Clears the computed variations that belong to the control `source`.
   void positionChanged(const QObject* source);
 
-  bool writing_ = false;
   std::vector<BoundVariation> variations_;
+
+  void showModel(const MagSettings& m);
+
+  bool writing_ = false;
+  QLabel* lblModel_ = nullptr;
+  QString modelFormat_;
 };
 
 }  // namespace norvane

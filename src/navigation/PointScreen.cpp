@@ -99,6 +99,7 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   varCaption->setBuddy(variation_);
   varRow->addWidget(varCaption);
   varRow->addWidget(variation_);
+  varRow->addWidget(makeModelLabel(tr("(%1)"), this));
   varRow->addStretch();
   contentLayout()->addLayout(varRow);
 
@@ -146,7 +147,7 @@ void PointScreen::setDistDisplay(DistanceUnit u) {
 
 bool PointScreen::calculate() {
   const bool magnetic = optTRK_[1]->isChecked();
-  const MagSettings mag = DefaultMagSettings();
+  const MagSettings mag = magSettings();
   const PointResult r = ComputePointFromTrack(lat_.degrees(), lon_.degrees(), track_->value(),
                                               UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
                                               magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);

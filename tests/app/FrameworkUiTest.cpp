@@ -1,5 +1,6 @@
 // Drives the screen framework and the main menu with real key and mouse events.
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QLockFile>
 #include <QProcess>
@@ -226,6 +227,20 @@ TEST_F(UiTest, OptionsSaveStoresInMemoryCancelDoesNot) {
   EXPECT_EQ(App().settings.Synchronize, 0);
   EXPECT_EQ(App().settings.DefaultUnitSystem, 1);
   EXPECT_EQ(App().settings.LTOffset, -2);
+}
+
+TEST_F(UiTest, OptionsYearListFollowsTheModel) {
+  OptionsScreen o;
+  o.setAttribute(Qt::WA_DeleteOnClose, false);
+  o.show();
+  auto* years = o.findChild<QComboBox*>("MVCombo");
+  QTest::mouseClick(o.findChild<QWidget*>("DefMVOpt2"), Qt::LeftButton, {}, QPoint(5, 5));  // WMM2025
+  EXPECT_EQ(years->itemText(0) + years->itemText(4), "20252029");
+  years->setCurrentIndex(2);
+  QTest::mouseClick(o.findChild<QWidget*>("DefMVOpt3"), Qt::LeftButton, {}, QPoint(5, 5));  // IGRF-14
+  QTest::mouseClick(o.findChild<QPushButton*>("cmdSave"), Qt::LeftButton);
+  EXPECT_EQ(App().settings.DefMVModel, 3);
+  EXPECT_EQ(App().settings.DefMVYear, 2027);
 }
 
 TEST_F(UiTest, SecondInstanceIsRefusedAndExitWritesTheSettings) {

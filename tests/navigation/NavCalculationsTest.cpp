@@ -85,12 +85,12 @@ TEST(TracksAndDistance, GeodesicRowAgreesWithGeographicLibInEveryUnit) {
 }
 
 TEST(TracksAndDistance, MagneticTracksSubtractEachEndsVariation) {
-  const MagSettings igrf2007{2007, false};
+  const MagSettings igrf2007{2007, MagModel::IGRF10};
   const double lat1 = 51.5, lon1 = -0.5, lat2 = 40.6, lon2 = -73.8;
   const TracksResult t = ComputeTracks(lat1, lon1, lat2, lon2, nullptr);
   const TracksResult m = ComputeTracks(lat1, lon1, lat2, lon2, &igrf2007);
-  const double v1 = ComputeMagVar(lat1 * kDegToRad, lon1 * kDegToRad, 0, {2007, 1, 1}, false);
-  const double v2 = ComputeMagVar(lat2 * kDegToRad, lon2 * kDegToRad, 0, {2007, 1, 1}, false);
+  const double v1 = ComputeMagVar(lat1 * kDegToRad, lon1 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10);
+  const double v2 = ComputeMagVar(lat2 * kDegToRad, lon2 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10);
   EXPECT_DOUBLE_EQ(m.variationOrigin, v1);
   EXPECT_DOUBLE_EQ(m.variationDestination, v2);
   for (int row = 0; row < 3; ++row) {
@@ -106,8 +106,8 @@ TEST(TracksAndDistance, MagneticTracksSubtractEachEndsVariation) {
 
   // Near a pole the variation is taken at 89°59' (1.57050543858 rad) with the latitude's sign.
   const TracksResult polar = ComputeTracks(89.99, 10, -89.995, 10, &igrf2007);
-  EXPECT_DOUBLE_EQ(polar.variationOrigin, ComputeMagVar(1.57050543858, 10 * kDegToRad, 0, {2007, 1, 1}, false));
-  EXPECT_DOUBLE_EQ(polar.variationDestination, ComputeMagVar(-1.57050543858, 10 * kDegToRad, 0, {2007, 1, 1}, false));
+  EXPECT_DOUBLE_EQ(polar.variationOrigin, ComputeMagVar(1.57050543858, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10));
+  EXPECT_DOUBLE_EQ(polar.variationDestination, ComputeMagVar(-1.57050543858, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10));
 }
 
 TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
@@ -139,7 +139,7 @@ TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
 }
 
 TEST(PointFromTrackDistance, MagneticTrackAddsTheVariation) {
-  const MagSettings wmm2005{2005, true};
+  const MagSettings wmm2005{2005, MagModel::WMM2005};
   const PointResult given = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, -10.0);
   EXPECT_DOUBLE_EQ(given.trueTrack, 80);
   EXPECT_FALSE(given.variationComputed);
@@ -149,7 +149,7 @@ TEST(PointFromTrackDistance, MagneticTrackAddsTheVariation) {
   ASSERT_TRUE(computed.variation.has_value());
   EXPECT_TRUE(computed.variationComputed);
   // The variation as its box shows it, so that giving it back reproduces the point.
-  const std::string shown = FormatMask(ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, true), "0.0");
+  const std::string shown = FormatMask(ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, MagModel::WMM2005), "0.0");
   EXPECT_DOUBLE_EQ(computed.trueTrack, 90 + *computed.variation);
   const PointResult again = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, std::stod(shown));
   EXPECT_TRUE(again.point.lat == computed.point.lat && again.point.lon == computed.point.lon);

@@ -34,6 +34,8 @@ TEST(NavScreenCli, CommandsPrintTheScreensTexts) {
       {"tracks --from 90,0 --to 0,0", 2,
        "error: --from latitude: 90 is out of range (-89.999997 to 89.999997 degrees, 89°59'59.99\")\n"},
       {"tracks --from 0,0 --to 0,1 --mv-year 2010", 2, nullptr},
+      {"intersection --p1 0,0 --track1 0 --p2 0,1 --track2 0 --mv-model igrf14 --mv-year 2009", 2,
+       "error: --mv-year: 2009 is out of range (2025 to 2029)\n"},
       // 60 NM due north on the sphere is one degree; 111120 m is the same distance.
       {"point --from 45,7 --track 360 --distance 60 --model sphere", 0, "latitude: N46 00 00.00\nlongitude: E007 00 00.00\n"},
       // The hemisphere forms pilots write, without the comma too.

@@ -79,6 +79,10 @@ TEST(NavigationCli, MagVarPrintsTheScreenText) {
       {"magvar --at -80,120 --date 2006-01-01 --model wmm2005", "variation: 140.5W\n"},
       {"magvar --at 0,0 --date 2006-01-01 --model wmm2005", "variation: 6.6W\n"},
       {"--json magvar --at 0,0 --date 2006-01-01 --model wmm2005", "{\"variation\": \"6.6W\"}\n"},
+      // WMM2025 at Anchorage at the end of 2025: 14.2E.
+      {"magvar --at 61.2,-150 --date 2025-12-31 --model wmm2025", "variation: 14.2E\n"},
+      {"magvar --at 51.5,-0.5 --date 2004-06-01 --model igrf10",
+       "variation: 2.6W\nnotice: IGRF-10 is valid 2005\u20132010; earlier dates take its 2005.0 field\n"},
   };
   for (const auto& r : rows) {
     const CliRun run = Cli(r.args);
@@ -89,9 +93,9 @@ TEST(NavigationCli, MagVarPrintsTheScreenText) {
   const CalendarDate date{2008, 3, 1};
   const double lat = 51.5 * kDegToRad, lon = -0.5 * kDegToRad;
   const CliRun igrf = Cli("--raw magvar --at 51.5,-0.5 --date 2008-03-01");
-  EXPECT_DOUBLE_EQ(std::stod(igrf.out.substr(11)), ComputeMagVar(lat, lon, 0, date, false));
+  EXPECT_DOUBLE_EQ(std::stod(igrf.out.substr(11)), ComputeMagVar(lat, lon, 0, date, MagModel::IGRF10));
   const CliRun high = Cli("--raw magvar --at 51.5,-0.5 --date 2008-03-01 --altitude 65000 --model wmm2005");
-  EXPECT_DOUBLE_EQ(std::stod(high.out.substr(11)), ComputeMagVar(lat, lon, 65000 * 0.3048 / 1000, date, true));
+  EXPECT_DOUBLE_EQ(std::stod(high.out.substr(11)), ComputeMagVar(lat, lon, 65000 * 0.3048 / 1000, date, MagModel::WMM2005));
   // Today's date by default.
   const CliRun today = Cli("magvar --at 45,7");
   EXPECT_EQ(today.status, 0);
@@ -108,7 +112,7 @@ TEST(NavigationCli, MagVarRejectsBadInputNamingTheOption) {
       {"magvar --at 95,0", "(-89.9833 to 89.9833 degrees"},  {"magvar --at 10,180", "--at longitude"},
       {"magvar --at 10,20 --altitude 10.5", "not a whole number"},
       {"magvar --at 10", "--at"},                   {"magvar --at 10,20 --altitude -1", "--altitude"},
-      {"magvar --at 10,20 --altitude 65001", "--altitude"}, {"magvar --at 10,20 --altitude high", "--altitude"},
+      {"magvar --at 10,20 --altitude 65001", "--altitude"}, {"magvar --at 10,20 --model wmm2030", "--model"}, {"magvar --at 10,20 --altitude high", "--altitude"},
       {"magvar --at 10,20 --date 2007-13-01", "--date"},    {"magvar --at 10,20 --model wmm2020", "--model"},
       {"magvar", "--at"},
   };

@@ -134,7 +134,7 @@ TEST_F(NavigationUi, TracksImportCalculateSwitchUnitsAndMagnetic) {
 
   // Magnetic: recalculated at once with the default year's variation at each end.
   Click(s, "OptTRK1");
-  const MagSettings igrf2005{2005, false};
+  const MagSettings igrf2005{2005, MagModel::IGRF10};
   const auto mag = TracksTexts(ComputeTracks(lat1, lon1, lat2, lon2, &igrf2005), DistanceUnit::Ft);
   for (int i = 0; i < 9; ++i) EXPECT_EQ(Text(s, QStringLiteral("DataR%1").arg(i)).toStdString(), mag[size_t(i)]) << i;
   EXPECT_NE(mag[1], nm[1]);
@@ -196,9 +196,11 @@ TEST_F(NavigationUi, PointFromTrackDistanceMagneticAndUnits) {
   Click(&s, "OptTRK1");    // magnetic, variation left blank
   Click(&s, "cmdCalculate");
   const double lat = 51 + 28 / 60.0 + 14.2 / 3600, lon = -(27 / 60.0 + 43 / 3600.0);
-  const MagSettings igrf2005{2005, false};
+  const MagSettings igrf2005{2005, MagModel::IGRF10};
   const PointResult r = ComputePointFromTrack(lat, lon, 90, 100, false, &igrf2005, std::nullopt);
   EXPECT_EQ(variation->text(), "-2.6");  // computed at the origin and written into its box
+  EXPECT_EQ(Text(&s, "lblModel"), "(IGRF-10, 2005)");  // named with its year, as the Options screen
+  App().settings = ParseSettings("[Options]\nDefMVModel=3\nDefMVYear=2028\n");  // chose since
   EXPECT_EQ(Text(&s, "dataR0").toStdString(), FormatLatLong(r.point.lat, false));
   EXPECT_EQ(Text(&s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
 
@@ -210,6 +212,7 @@ TEST_F(NavigationUi, PointFromTrackDistanceMagneticAndUnits) {
   Click(&s, "OptDist1");
   const PointResult k = ComputePointFromTrack(lat, lon, 90, 100 / 1.852, false, &igrf2005, -2.6);
   EXPECT_EQ(Text(&s, "dataR1").toStdString(), FormatLatLong(k.point.lon, true));
+  EXPECT_EQ(Text(&s, "lblModel"), "(IGRF-14, 2028)");
   // The distance limit follows the unit: 5400 NM, but 10000 in metres.
   distance->setFocus();
   distance->selectAll();
@@ -277,13 +280,19 @@ TEST_F(NavigationUi, MagneticVariationImportsRoundedMinutesAndFollowsModelAndDat
   EXPECT_EQ(s.windowTitle(), "Magnetic variation - WMM2005");
   Click(&s, "cmdCalculate");
   const double lat = (51 + 28 / 60.0) * kDegToRad, lon = -(28 / 60.0) * kDegToRad;
-  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, true)));
+  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, MagModel::WMM2005)));
   // Model and date changes recalculate at once.
   Click(&s, "OptModel1");
   EXPECT_EQ(s.windowTitle(), "Magnetic variation - IGRF-10");
-  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, false)));
+  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, MagModel::IGRF10)));
   Child<QDateEdit>(&s, "DTPicker")->setDate(QDate(2004, 6, 1));  // before the epoch: the 2005.0 field
-  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2005, 1, 1}, false)));
+  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2005, 1, 1}, MagModel::IGRF10)));
+  EXPECT_EQ(Text(&s, "lblNotice").toStdString(), MagValidityNotice(MagModel::IGRF10, {2004, 6, 1}));
+  Click(&s, "OptModel3");
+  Child<QDateEdit>(&s, "DTPicker")->setDate(QDate(2026, 6, 1));
+  EXPECT_EQ(s.windowTitle(), "Magnetic variation - IGRF-14");
+  EXPECT_EQ(Text(&s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2026, 6, 1}, MagModel::IGRF14)));
+  EXPECT_TRUE(Text(&s, "lblNotice").isEmpty());
   auto* alt = Child<InputBox>(&s, "InBox4");
   alt->setFocus();
   alt->selectAll();
