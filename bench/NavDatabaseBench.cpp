@@ -1,4 +1,5 @@
-// Waypoint database: loading and searching a generated file of a million waypoints.
+// Waypoint database: loading and searching a generated file of a million waypoints; the builder's
+// duplicate check on rows of one identifier.
 //   cmake -DNORVANE_BUILD_BENCH=ON -DCMAKE_BUILD_TYPE=Release ... && build/.../bench/bench_navdb
 #include <benchmark/benchmark.h>
 
@@ -9,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "services/NavDBBuilder.hpp"
 #include "services/NavDatabase.hpp"
 
 using namespace norvane;
@@ -140,5 +142,19 @@ void BM_FindIdentLinearHit(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(db.FindIdentLinear(ids[i++ % ids.size()]));
 }
 BENCHMARK(BM_FindIdentLinearHit)->Unit(benchmark::kMicrosecond);
+
+// The builder on n rows of one identifier and type at n distinct places (a grid 0.8 by 0.9 degree):
+// every row must be compared with the kept ones near it. Once quadratic (80 000 rows: 17 s);
+// the time per row must not grow with n.
+void BM_BuildOneIdentifier(benchmark::State& state) {
+  const int n = int(state.range(0));
+  for (auto _ : state) {
+    NavDBBuilder b;
+    for (int i = 0; i < n; ++i) b.Add(WaypointType::Intersection, "SAME", -82 + 0.8 * (i / 390), -175 + 0.9 * (i % 390), 0);
+    benchmark::DoNotOptimize(b.Build().data());
+  }
+  state.SetComplexityN(n);
+}
+BENCHMARK(BM_BuildOneIdentifier)->Arg(20000)->Arg(80000)->Unit(benchmark::kMillisecond)->Complexity();
 
 }  // namespace

@@ -12,6 +12,7 @@ NORVANE_TEST_PACKAGES=(
   libcpp-httplib-dev
   xvfb xauth python3-ephem
   appstream desktop-file-utils
+  openssl
   clang libclang-rt-14-dev
 )
 # Benchmarks under bench/ (bench/run; cmake -DNORVANE_BUILD_BENCH=ON): GeographicLib is the

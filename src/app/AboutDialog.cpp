@@ -25,6 +25,12 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
                              "calculator without a window."),
                           this);
   root->addWidget(text);
+  if (!App().settingsNotice.isEmpty()) {
+    auto* notice = new QLabel(App().settingsNotice, this);
+    notice->setObjectName("LblSettingsNotice");
+    notice->setStyleSheet(QStringLiteral("color: rgb(192, 0, 0)"));
+    root->addWidget(notice);
+  }
   extension_ = new QVBoxLayout;
   root->addLayout(extension_);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);

@@ -22,12 +22,21 @@ struct AppContext {
   MainMenu* menu = nullptr;  // the main menu, when it exists
   // Each screen's last inputs and options by form name, kept while the program runs.
   std::map<QString, QVariantMap> screenInputs;
+  // Why the settings will not reach the file at exit, shown in the About box; empty when they
+  // will. keepSettingsFile: the file could not be read, so writing at exit would replace the
+  // user's settings by defaults.
+  QString settingsNotice;
+  bool keepSettingsFile = false;
 
   std::string settingsFile() const { return appPath + kSettingsFileName; }
 };
 
 // The one context of this process.
 AppContext& App();
+
+// Reads Norvane.ini into ctx.settings at start-up and sets settingsNotice / keepSettingsFile.
+// Returns why the file could not be read, "" when it could (or does not exist yet).
+std::string LoadSettings(AppContext& ctx);
 
 // Seams for services that live outside the shell. Each is optional: an unset hook means the
 // service is not part of this build, and the shell behaves as if no database / no update
@@ -40,6 +49,11 @@ struct ShellHooks {
   std::function<bool()> loadDatabase;
   std::function<bool(const std::string& path)> openDatabase;
   std::function<QString()> databaseDisplayName;
+  // Why there is no active database ("europe.dat: waypoint 12 is out of identifier order"), empty
+  // while one is active; and whether that reason may pass by itself (the file missing or
+  // unreadable, as on a disk not plugged in), so that the settings keep its path.
+  std::function<QString()> databaseProblem;
+  std::function<bool()> databaseMayReturn;
   // A sensible database to offer when the settings name none (e.g. the shipped sample).
   std::function<std::string()> defaultDatabasePath;
 

@@ -230,6 +230,8 @@ void MainMenu::refreshDatabaseLabel(const QString& failureText) {
   const ShellHooks& h = Hooks();
   QString name = h.databaseDisplayName ? h.databaseDisplayName() : QString();
   labelDB_->setText(name.isEmpty() ? failureText : name);
+  const QString why = name.isEmpty() && h.databaseProblem ? h.databaseProblem() : QString();
+  labelDB_->setToolTip(tr("Click to choose the waypoint database") + (why.isEmpty() ? QString() : QLatin1Char('\n') + why));
   labelDB_->repaint();
 }
 
@@ -239,7 +241,7 @@ void MainMenu::firstTick() {
   QApplication::setOverrideCursor(Qt::WaitCursor);
   const ShellHooks& h = Hooks();
   const bool loaded = h.loadDatabase && h.loadDatabase();
-  if (!loaded) App().settings.DBPath.clear();
+  if (!loaded && !(h.databaseMayReturn && h.databaseMayReturn())) App().settings.DBPath.clear();
   refreshDatabaseLabel(tr("No waypoint DB"));
   bool quit = false;
   if (h.firstTickUpdateCheck) {
@@ -446,7 +448,9 @@ void MainMenu::closeEvent(QCloseEvent* e) {
   // A write failure at exit is not put to the user: the program closes as asked, the old file stays
   // whole (the write is atomic), and the reason goes to standard error for whoever looks.
   std::string why;
-  if (!saveSettings(&why))
+  if (App().keepSettingsFile)
+    std::fprintf(stderr, "norvane: %s: %s\n", App().settingsFile().c_str(), qPrintable(App().settingsNotice));
+  else if (!saveSettings(&why))
     std::fprintf(stderr, "norvane: settings not saved to %s: %s\n", App().settingsFile().c_str(), why.c_str());
   QWidget::closeEvent(e);
 }

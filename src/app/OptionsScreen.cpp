@@ -87,7 +87,13 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   auto* dl = new QHBoxLayout(db);
   lblDBName_ = new QLabel(db);
   lblDBName_->setObjectName("LblDBName");
-  dl->addWidget(lblDBName_, 1);
+  lblDBReason_ = new QLabel(db);  // why a database was refused
+  lblDBReason_->setObjectName("LblDBReason");
+  lblDBReason_->setWordWrap(true);
+  auto* names = new QVBoxLayout;
+  names->addWidget(lblDBName_);
+  names->addWidget(lblDBReason_);
+  dl->addLayout(names, 1);
   auto* cmdSetNavDB = new QPushButton(tr("Set database"), db);
   cmdSetNavDB->setObjectName("cmdSetNavDB");
   cmdSetNavDB->setAutoDefault(false);
@@ -127,8 +133,15 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   checkAutoMV_->setChecked(s.AutoMV == 1);
   ltOff_->setValue(s.LTOffset);
   showLtOffset(s.LTOffset);
-  const QString name = Hooks().databaseDisplayName ? Hooks().databaseDisplayName() : QString();
-  lblDBName_->setText(name.isEmpty() ? tr("No active valid database") : name);
+  showDatabase(tr("No active valid database"));
+}
+
+void OptionsScreen::showDatabase(const QString& failureText) {
+  const ShellHooks& h = Hooks();
+  const QString name = h.databaseDisplayName ? h.databaseDisplayName() : QString();
+  lblDBName_->setText(name.isEmpty() ? failureText : name);
+  lblDBReason_->setText(name.isEmpty() && h.databaseProblem ? h.databaseProblem() : QString());
+  lblDBReason_->setVisible(!lblDBReason_->text().isEmpty());
 }
 
 void OptionsScreen::showLtOffset(int v) { ltOffsetLbl_->setText(Q(SignedText(v))); }
@@ -154,8 +167,7 @@ void OptionsScreen::setDatabase() {
   const bool ok = h.openDatabase && h.openDatabase(S(r.filePath));
   if (ok) App().settings.DBPath = S(r.filePath);
   else App().settings.DBPath.clear();
-  const QString name = ok && h.databaseDisplayName ? h.databaseDisplayName() : QString();
-  lblDBName_->setText(name.isEmpty() ? tr("Invalid Database (error)") : name);
+  showDatabase(tr("Invalid Database (error)"));
   if (App().menu) App().menu->refreshDatabaseLabel(tr("No active Waypoint Database"));
 }
 

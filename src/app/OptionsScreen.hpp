@@ -22,6 +22,8 @@ class OptionsScreen : public CalculatorScreen {
 
  private:
   void setDatabase();
+  // The active database's name, or failureText and the reason of the refusal.
+  void showDatabase(const QString& failureText);
   void showLtOffset(int v);
 
   QCheckBox* checkSynchro_;
@@ -34,6 +36,7 @@ class OptionsScreen : public CalculatorScreen {
   QScrollBar* ltOff_;
   QLabel* ltOffsetLbl_;
   QLabel* lblDBName_;
+  QLabel* lblDBReason_;
 };
 
 }  // namespace norvane

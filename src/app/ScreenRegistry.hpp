@@ -31,7 +31,7 @@ class ScreenRegistry {
 void RegisterAllScreens(ScreenRegistry& registry);
 
 void RegisterAppScreens(ScreenRegistry& registry);         // Options (19)
-void RegisterAtmosphereScreens(ScreenRegistry& registry);  // 0, 1, 2, 4, 13
+void RegisterAtmosphereScreens(ScreenRegistry& registry);  // 0, 1, 2, 3, 4, 13
 void RegisterNavigationScreens(ScreenRegistry& registry);  // 7, 8, 9, 10
 void RegisterManoeuvreScreens(ScreenRegistry& registry);   // 5, 6, 15
 void RegisterSunScreens(ScreenRegistry& registry);         // 11

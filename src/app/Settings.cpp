@@ -105,7 +105,9 @@ std::string TextValue(const std::string& v) {
 }  // namespace
 
 Settings ParseSettings(const std::string& text) {
-  const Profile p = ParseProfile(text);
+  // Windows editors put a UTF-8 byte order mark before "[Options]"; kept, it would hide that section.
+  const bool bom = text.compare(0, 3, "\xEF\xBB\xBF") == 0;
+  const Profile p = ParseProfile(bom ? text.substr(3) : text);
   Settings s;
   s.Synchronize = ReadInt(p, "Options", "Synchronize", 0, 1, 1);
   s.RemindPosition = ReadInt(p, "Options", "RemindPosition", 0, 1, 0);

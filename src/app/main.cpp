@@ -106,11 +106,8 @@ int main(int argc, char** argv) {
   // The refusal of Windows systems older than Windows 2000 (GetWinVersion codes 1 to 5) concerns
   // Windows only; Qt 6 itself starts on no such system, so there is nothing to refuse here.
 
-  std::string settingsError;
-  ctx.settings = ReadSettings(ctx.settingsFile(), &settingsError);
-  if (!settingsError.empty())
-    Warn(QObject::tr("The settings could not be read: %1\nNorvane starts with the default settings.")
-               .arg(Q(settingsError)));
+  const std::string settingsError = LoadSettings(ctx);
+  if (!settingsError.empty()) Warn(Q(settingsError) + QLatin1Char('\n') + ctx.settingsNotice);
   if (Hooks().afterSettingsRead) Hooks().afterSettingsRead();
 
   MainMenu menu(registry);
@@ -119,8 +116,9 @@ int main(int argc, char** argv) {
   const ShellHooks& h = Hooks();
   if (ctx.settings.DBPath.empty() && h.defaultDatabasePath) ctx.settings.DBPath = h.defaultDatabasePath();
   if (!h.checkDatabase || !h.checkDatabase(ctx.settings.DBPath)) {
-    ctx.settings.DBPath.clear();
-    menu.labelDB()->setText(QObject::tr("No active Waypoint Database"));
+    // A file that is merely missing (a disk not plugged in) stays named; a refused one is dropped.
+    if (!h.databaseMayReturn || !h.databaseMayReturn()) ctx.settings.DBPath.clear();
+    menu.refreshDatabaseLabel(QObject::tr("No active Waypoint Database"));
   }
 
   std::unique_ptr<StartupProbe> probe;

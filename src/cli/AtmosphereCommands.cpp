@@ -1,5 +1,5 @@
-// norvane-cli atmosphere, speed, changeover, density-altitude and stall: the atmosphere and
-// airspeed screens without a window.
+// norvane-cli atmosphere, speed, changeover, density-altitude, stall and descent: the atmosphere
+// and airspeed screens without a window.
 #include <CLI/CLI.hpp>
 
 #include <charconv>
@@ -7,8 +7,10 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "atmosphere/AtmosphereCalculations.hpp"
+#include "atmosphere/Descent.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
@@ -323,6 +325,92 @@ void RegisterStall(CLI::App& app) {
   });
 }
 
+// ---- descent ---------------------------------------------------------------------------------
+
+struct DescentArgs {
+  std::string from, to, ias, mach, wind, disa, rate, angle, distance;
+};
+
+void RegisterDescent(CLI::App& app) {
+  auto a = std::make_shared<DescentArgs>();
+  CLI::App* cmd = app.add_subcommand(
+      "descent",
+      "Distance, time and rate of descent from one altitude to another at a Mach/IAS schedule, with "
+      "temperature and wind. Altitudes are pressure altitudes; the Mach number is flown above the changeover "
+      "altitude, the IAS below it.\n"
+      "Prints altitude_to_lose (ft) time (m:ss; seconds with --raw) distance (NM) rod_top rod_bottom (ft/min) "
+      "angle (degrees) gradient (ft/NM) mean_gs tas_top tas_bottom (kt) changeover (ft, or None).");
+  cmd->fallthrough();
+  cmd->add_option("--from", a->from, "Initial altitude, ft, whole number " + RangeText(kDescentInitialRange, ""))
+      ->type_name("FT")
+      ->required();
+  cmd->add_option("--to", a->to, "Final altitude, ft, whole number " + RangeText(kDescentFinalRange, ""))
+      ->type_name("FT")
+      ->required();
+  cmd->add_option("--ias", a->ias, "Indicated air speed, kt, " + RangeText(kDescentIasRange, ""))
+      ->type_name("KT")
+      ->required();
+  cmd->add_option("--mach", a->mach,
+                  "Mach number above the changeover, " + RangeText(kDescentMachRange, "") + " (default: the IAS all "
+                  "the way)")
+      ->type_name("M");
+  cmd->add_option("--wind", a->wind,
+                  "Wind component, kt, tail wind positive, " + RangeText(kDescentWindRange, "") + " (default 0)")
+      ->type_name("KT");
+  cmd->add_option("--disa", a->disa,
+                  "Temperature offset from the standard atmosphere, degrees C, " + RangeText(kDisaRange, "") +
+                      " (default 0)")
+      ->type_name("DEG");
+  auto* rate = cmd->add_option("--rate", a->rate,
+                               "Given rate of descent, ft/min, " + RangeText(DescentGivenRange(DescentGiven::Rate), ""));
+  rate->type_name("FPM");
+  auto* angle = cmd->add_option("--angle", a->angle,
+                                "Given flight path angle over the ground, degrees, " +
+                                    RangeText(DescentGivenRange(DescentGiven::Angle), ""));
+  angle->type_name("DEG");
+  auto* distance = cmd->add_option("--distance", a->distance,
+                                   "Given distance, NM, " + RangeText(DescentGivenRange(DescentGiven::Distance), "") +
+                                       ": the constant rate of descent that flies it");
+  distance->type_name("NM");
+  rate->excludes(angle)->excludes(distance);
+  angle->excludes(distance);
+  cmd->callback([a] {
+    DescentInput in;
+    in.initialFt = WholeNumber("--from", a->from, kDescentInitialRange, "ft");
+    in.finalFt = WholeNumber("--to", a->to, kDescentFinalRange, "ft");
+    in.ias = Number("--ias", a->ias, kDescentIasRange, "kt");
+    if (!a->mach.empty()) in.mach = Number("--mach", a->mach, kDescentMachRange, "");
+    if (!a->wind.empty()) in.windKt = Number("--wind", a->wind, kDescentWindRange, "kt");
+    if (!a->disa.empty()) in.disa = Number("--disa", a->disa, kDisaRange, "degrees C");
+    if (!a->rate.empty()) {
+      in.given = DescentGiven::Rate;
+      in.value = Number("--rate", a->rate, DescentGivenRange(in.given), "ft/min");
+    } else if (!a->angle.empty()) {
+      in.given = DescentGiven::Angle;
+      in.value = Number("--angle", a->angle, DescentGivenRange(in.given), "degrees");
+    } else if (!a->distance.empty()) {
+      in.given = DescentGiven::Distance;
+      in.value = Number("--distance", a->distance, DescentGivenRange(in.given), "NM");
+    } else {
+      throw UsageError("one of --rate, --angle or --distance is required");
+    }
+    const DescentResult r = ComputeDescent(in);
+    ResultPrinter out;
+    if (!r.error.empty()) {
+      out.Message(r.error);
+      out.SetFailed();
+    } else {
+      const std::pair<const char*, const ShownValue*> results[] = {
+          {"altitude_to_lose", &r.altitudeToLose}, {"time", &r.time},          {"distance", &r.distance},
+          {"rod_top", &r.rodTop},                   {"rod_bottom", &r.rodBottom}, {"angle", &r.angle},
+          {"gradient", &r.gradient},                {"mean_gs", &r.meanGs},      {"tas_top", &r.tasTop},
+          {"tas_bottom", &r.tasBottom},             {"changeover", &r.changeover}};
+      for (const auto& [key, value] : results) Add(out, key, *value);
+    }
+    ExitStatus() = out.Print();
+  });
+}
+
 }  // namespace
 
 void RegisterAtmosphereCommands(CLI::App& app) {
@@ -331,6 +419,7 @@ void RegisterAtmosphereCommands(CLI::App& app) {
   RegisterChangeover(app);
   RegisterDensityAltitude(app);
   RegisterStall(app);
+  RegisterDescent(app);
 }
 
 }  // namespace norvane::cli

@@ -7,7 +7,7 @@ class App;
 
 namespace norvane::cli {
 
-void RegisterAtmosphereCommands(CLI::App& app);   // atmosphere speed changeover density-altitude stall
+void RegisterAtmosphereCommands(CLI::App& app);   // atmosphere speed changeover density-altitude stall descent
 void RegisterNavigationCommands(CLI::App& app);   // tracks point intersection magvar inverse direct
 void RegisterManoeuvreCommands(CLI::App& app);    // wind turn holding
 void RegisterSunCommands(CLI::App& app);          // sun

@@ -12,6 +12,9 @@
 #include <QSaveFile>
 #include <QSslSocket>
 #include <QUrl>
+#include <QtGlobal>
+
+#include <algorithm>
 
 #include "services/NetTexts.hpp"
 
@@ -21,6 +24,7 @@ namespace {
 
 struct NetConfig {
   std::chrono::milliseconds stallTimeout{20000};
+  std::optional<std::chrono::milliseconds> deadline;
   std::optional<bool> connected;
 };
 
@@ -57,6 +61,27 @@ bool IsProxyError(QNetworkReply::NetworkError error) {
 
 }  // namespace
 
+std::chrono::milliseconds DownloadDeadline(int64_t size) {
+  constexpr int64_t kSlowestBytesPerSecond = 32 * 1024;
+  return std::max<std::chrono::milliseconds>(std::chrono::seconds(120),
+                                             std::chrono::milliseconds(std::max<int64_t>(size, 0) / kSlowestBytesPerSecond * 1000));
+}
+
+std::chrono::milliseconds EffectiveDeadline(std::chrono::milliseconds normal) {
+  std::chrono::milliseconds deadline = normal;
+  if (Config().deadline) deadline = std::min(deadline, *Config().deadline);
+  bool ok = false;
+  const qint64 ms = qEnvironmentVariable("NORVANE_TRANSFER_DEADLINE_MS").toLongLong(&ok);
+  if (ok && ms > 0) deadline = std::min(deadline, std::chrono::milliseconds(ms));
+  return deadline;
+}
+
+void TransferCancel::Cancel() {
+  if (cancelled_) return;
+  cancelled_ = true;
+  emit Requested();
+}
+
 bool InternetConnected() {
   if (Config().connected) return *Config().connected;
   if (!QCoreApplication::instance()) return true;
@@ -69,7 +94,11 @@ bool InternetConnected() {
 UrlTransfer::UrlTransfer(QObject* parent) : QObject(parent) {
   stallTimer_.setSingleShot(true);
   connect(&stallTimer_, &QTimer::timeout, this, [this] { Complete(kNetReadError); });
+  deadlineTimer_.setSingleShot(true);
+  connect(&deadlineTimer_, &QTimer::timeout, this, [this] { Complete(kNetReadError); });
 }
+
+void UrlTransfer::Cancel() { Complete(kNetReadError); }
 
 UrlTransfer::~UrlTransfer() {
   if (reply_) {
@@ -78,7 +107,8 @@ UrlTransfer::~UrlTransfer() {
   }
 }
 
-void UrlTransfer::Start(const std::string& url, int64_t maxBytes, Sink sink, bool requireSuccess) {
+void UrlTransfer::Start(const std::string& url, int64_t maxBytes, Sink sink, bool requireSuccess,
+                        std::chrono::milliseconds deadline) {
   if (running_) return;
   running_ = true;
   sink_ = std::move(sink);
@@ -120,6 +150,7 @@ void UrlTransfer::Start(const std::string& url, int64_t maxBytes, Sink sink, boo
   connect(reply_, &QNetworkReply::downloadProgress, this, [this] { stallTimer_.start(); });
   connect(reply_, &QNetworkReply::finished, this, &UrlTransfer::OnProgress);
   stallTimer_.start(Config().stallTimeout);
+  deadlineTimer_.start(EffectiveDeadline(deadline));
 }
 
 void UrlTransfer::OnProgress() {
@@ -168,6 +199,7 @@ void UrlTransfer::Complete(int code) {
   if (!running_) return;
   running_ = false;
   stallTimer_.stop();
+  deadlineTimer_.stop();
   if (reply_) {
     QNetworkReply* reply = reply_;
     reply_ = nullptr;
@@ -179,8 +211,9 @@ void UrlTransfer::Complete(int code) {
   emit Finished(code);
 }
 
-void ReadUrl(const std::string& url, std::string& text, int16_t& errCode, int64_t maxBytes) {
-  errCode = kNetNoConnection;
+int FetchUrl(const std::string& url, int64_t maxBytes, const UrlTransfer::Sink& sink, bool requireSuccess,
+             const TransferOptions& options) {
+  if (options.cancel && options.cancel->Cancelled()) return kNetReadError;
   UrlTransfer transfer;
   QEventLoop loop;
   int code = kNetNoConnection;
@@ -188,31 +221,33 @@ void ReadUrl(const std::string& url, std::string& text, int16_t& errCode, int64_
     code = c;
     loop.quit();
   });
-  std::string received;
-  transfer.Start(url, maxBytes, [&received](const char* data, int64_t size) {
-    received.append(data, static_cast<size_t>(size));
-    return true;
-  });
+  if (options.cancel) QObject::connect(options.cancel, &TransferCancel::Requested, &transfer, &UrlTransfer::Cancel);
+  transfer.Start(url, maxBytes, sink, requireSuccess, options.deadline);
   if (transfer.IsRunning()) loop.exec();
+  return code;
+}
+
+void ReadUrl(const std::string& url, std::string& text, int16_t& errCode, int64_t maxBytes,
+             const TransferOptions& options) {
+  std::string received;
+  const int code = FetchUrl(
+      url, maxBytes,
+      [&received](const char* data, int64_t size) {
+        received.append(data, static_cast<size_t>(size));
+        return true;
+      },
+      /*requireSuccess=*/false, options);
   errCode = static_cast<int16_t>(code);
   // What arrived before a failure is kept, as the reading loop had appended it already.
   text += received;
 }
 
-bool DownloadFile(const std::string& url, const QString& localPath, int64_t maxBytes) {
+bool DownloadFile(const std::string& url, const QString& localPath, int64_t maxBytes, const TransferOptions& options) {
   QSaveFile file(localPath);
   if (!file.open(QIODevice::WriteOnly)) return false;
-  UrlTransfer transfer;
-  QEventLoop loop;
-  int code = kNetNoConnection;
-  QObject::connect(&transfer, &UrlTransfer::Finished, &loop, [&](int c) {
-    code = c;
-    loop.quit();
-  });
-  transfer.Start(
+  const int code = FetchUrl(
       url, maxBytes, [&file](const char* data, int64_t size) { return file.write(data, size) == size; },
-      /*requireSuccess=*/true);
-  if (transfer.IsRunning()) loop.exec();
+      /*requireSuccess=*/true, options);
   if (code != kNetOk) {
     file.cancelWriting();
     return false;
@@ -231,6 +266,7 @@ bool DeleteIfExists(const QString& path) {
 
 namespace testing {
 void SetStallTimeout(std::chrono::milliseconds timeout) { Config().stallTimeout = timeout; }
+void SetTransferDeadline(std::optional<std::chrono::milliseconds> deadline) { Config().deadline = deadline; }
 void SetConnectionState(std::optional<bool> connected) { Config().connected = connected; }
 }  // namespace testing
 

@@ -146,8 +146,11 @@ void LinksScreen::connectSelected() {
   if (row < 0 || row >= Links().count || !connected_) return;
   const QUrl url = QUrl::fromUserInput(Q(Links().entries[row].url).trimmed());
   errorLabel()->clear();
-  if (!url.isValid() || url.isEmpty() || url.isLocalFile()) {
-    showError(tr("Not a web address: %1").arg(Q(Links().entries[row].url)));
+  // Only the web: a link to a file, a share, a script or another program's scheme would hand the
+  // system's handler whatever an edited settings file put there.
+  const QString scheme = url.scheme().toLower();
+  if (!url.isValid() || url.host().isEmpty() || (scheme != QLatin1String("http") && scheme != QLatin1String("https"))) {
+    showError(tr("Only web addresses (http:// or https://) can be opened: %1").arg(Q(Links().entries[row].url)));
     return;
   }
   if (!QDesktopServices::openUrl(url)) {

@@ -7,8 +7,8 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <sstream>
+#include <array>
+#include <functional>
 
 #include "app/TextFormat.hpp"
 
@@ -71,17 +71,36 @@ uint16_t PackedFrequency(WaypointType type, double khz) {
   return uint16_t(std::lround(f));
 }
 
-// libcsv delivers fields and row ends through callbacks.
+// libcsv delivers fields and row ends through callbacks. Rows are handled as they end and only
+// the columns the database needs are kept, so memory does not grow with the file's rows or with
+// its other columns.
 struct CsvRows {
-  std::vector<std::string> row;
-  std::vector<std::vector<std::string>> rows;
+  enum Column { Ident, Latitude, Longitude, Type, Frequency, kColumns };
+  static constexpr const char* kNames[kColumns] = {"ident", "latitude_deg", "longitude_deg", "type", "frequency_khz"};
+  static constexpr size_t kAbsent = size_t(-1);
+  std::array<size_t, kColumns> column{kAbsent, kAbsent, kAbsent, kAbsent, kAbsent};
+  std::array<std::string, kColumns> value;
+  size_t rows = 0, field = 0;
+  bool blank = true;  // every field of the row so far is blank
+  std::function<void(CsvRows&)> onRow;
+
+  bool Has(Column c) const { return column[c] != kAbsent; }
   static void Field(void* data, size_t len, void* self) {
-    static_cast<CsvRows*>(self)->row.emplace_back(static_cast<const char*>(data), len);
+    auto* me = static_cast<CsvRows*>(self);
+    const std::string_view text(static_cast<const char*>(data), len);
+    me->blank = me->blank && Trim(text).empty();
+    for (int c = 0; c < kColumns; ++c) {
+      if (me->rows == 0 && me->column[c] == kAbsent && Lower(Trim(text)) == kNames[c]) me->column[c] = me->field;
+      else if (me->rows > 0 && me->column[c] == me->field) me->value[c].assign(text);
+    }
+    ++me->field;
   }
   static void RowEnd(int, void* self) {
     auto* me = static_cast<CsvRows*>(self);
-    me->rows.push_back(std::move(me->row));
-    me->row.clear();
+    if (me->rows++ > 0 && !(me->field == 1 && me->blank)) me->onRow(*me);  // header, blank line
+    for (std::string& v : me->value) v.clear();
+    me->field = 0;
+    me->blank = true;
   }
 };
 
@@ -100,17 +119,18 @@ void NavDBBuilder::Add(WaypointType type, std::string_view ident, double latDeg,
   const auto lat = int32_t(std::lround(latDeg * 36000.0));
   const auto lon = int32_t(std::lround(lonDeg * 36000.0));
   if (type == WaypointType::Airport || type == WaypointType::Intersection) frequency = 0;
-  candidates_.push_back({MakeRecord(type, IdentCode(ident), lat, lon, frequency), candidates_.size()});
+  candidates_.push_back(MakeRecord(type, IdentCode(ident), lat, lon, frequency));
 }
 
 std::string NavDBBuilder::AddFile(const std::string& path) {
   const std::filesystem::path p(std::u8string(path.begin(), path.end()));
-  std::ifstream in(p, std::ios::binary);
+  std::ifstream in(p, std::ios::binary | std::ios::ate);
   if (!in) return path + ": cannot open the file";
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  if (in.bad()) return path + ": cannot read the file";
-  return AddText(buffer.str(), path);
+  // One copy of the file in memory, read in one go.
+  const std::streamoff size = in.tellg();
+  std::string text(size_t(std::max<std::streamoff>(size, 0)), '\0');
+  if (size < 0 || !in.seekg(0) || !in.read(text.data(), std::streamsize(text.size()))) return path + ": cannot read the file";
+  return AddText(text, path);
 }
 
 std::string NavDBBuilder::AddText(std::string_view text, std::string_view name) {
@@ -126,6 +146,44 @@ std::string NavDBBuilder::AddCsv(std::string_view text, std::string_view name) {
   csv_parser parser;
   if (csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI) != 0) return std::string(name) + ": out of memory";
   CsvRows rows;
+  const auto recognised = [&rows] {
+    return rows.Has(CsvRows::Ident) && rows.Has(CsvRows::Latitude) && rows.Has(CsvRows::Longitude);
+  };
+  rows.onRow = [&](CsvRows& r) {
+    using C = CsvRows;
+    if (!recognised()) return;
+    const bool navaids = r.Has(C::Frequency) && r.Has(C::Type);
+    WaypointType type = WaypointType::Airport;
+    double khz = 0;
+    if (navaids) {
+      const std::string kind = Lower(Trim(r.value[C::Type]));
+      if (kind == "vor" || kind == "vor-dme" || kind == "vortac") type = WaypointType::Vor;
+      else if (kind == "ndb" || kind == "ndb-dme") type = WaypointType::Ndb;
+      else {
+        ++stats_.otherTypes;
+        return;
+      }
+      if (!ParseDouble(r.value[C::Frequency], khz)) khz = 0;
+    } else if (r.Has(C::Type) && Lower(Trim(r.value[C::Type])) == "closed") {
+      ++stats_.otherTypes;
+      return;
+    }
+    double lat = 0, lon = 0;
+    if (!ParseDouble(r.value[C::Latitude], lat) || !ParseDouble(r.value[C::Longitude], lon)) {
+      if (IsValidIdent(Trim(r.value[C::Ident]))) ++stats_.unreadableRows;
+      else ++stats_.badIdentifiers;
+      return;
+    }
+    Add(type, r.value[C::Ident], lat, lon, type == WaypointType::Airport ? 0 : PackedFrequency(type, khz));
+  };
+  // A file refused half-way adds nothing.
+  const size_t candidatesBefore = candidates_.size();
+  const NavDBBuildStats statsBefore = stats_;
+  const auto refuse = [&](std::string why) {
+    candidates_.resize(candidatesBefore);
+    stats_ = statsBefore;
+    return std::string(name) + ": " + why;
+  };
   const size_t used = csv_parse(&parser, text.data(), text.size(), CsvRows::Field, CsvRows::RowEnd, &rows);
   const bool parsed = used == text.size();
   const bool finished = parsed && csv_fini(&parser, CsvRows::Field, CsvRows::RowEnd, &rows) == 0;
@@ -134,51 +192,15 @@ std::string NavDBBuilder::AddCsv(std::string_view text, std::string_view name) {
   if (!parsed) {
     const std::string_view done = text.substr(0, std::min(used, text.size()));
     const auto line = std::count(done.begin(), done.end(), '\n') + 1;
-    return std::string(name) + ": CSV " + (error == CSV_EPARSE ? "syntax error" : csv_strerror(error)) +
-           " near line " + std::to_string(line);
+    return refuse(std::string("CSV ") + (error == CSV_EPARSE ? "syntax error" : csv_strerror(error)) + " near line " +
+                  std::to_string(line));
   }
-  if (!finished) return std::string(name) + ": CSV syntax error: a quoted field is not closed";
-  if (rows.rows.empty()) return std::string(name) + ": empty file";
-
-  std::map<std::string, size_t> column;
-  for (size_t i = 0; i < rows.rows[0].size(); ++i) column.emplace(Lower(Trim(rows.rows[0][i])), i);
-  const auto has = [&](const char* c) { return column.count(c) != 0; };
-  if (!has("ident") || !has("latitude_deg") || !has("longitude_deg"))
-    return std::string(name) +
-           ": not a recognised input (expected OurAirports CSV columns ident, latitude_deg, longitude_deg, "
-           "or an X-Plane earth_fix.dat / earth_nav.dat file)";
-  const bool navaids = has("frequency_khz") && has("type");
-  const auto field = [&](const std::vector<std::string>& row, const char* c) -> std::string_view {
-    const auto it = column.find(c);
-    return it != column.end() && it->second < row.size() ? std::string_view(row[it->second]) : std::string_view();
-  };
-
-  for (size_t r = 1; r < rows.rows.size(); ++r) {
-    const auto& row = rows.rows[r];
-    if (row.size() == 1 && Trim(row[0]).empty()) continue;  // blank line
-    WaypointType type = WaypointType::Airport;
-    double khz = 0;
-    if (navaids) {
-      const std::string kind = Lower(Trim(field(row, "type")));
-      if (kind == "vor" || kind == "vor-dme" || kind == "vortac") type = WaypointType::Vor;
-      else if (kind == "ndb" || kind == "ndb-dme") type = WaypointType::Ndb;
-      else {
-        ++stats_.otherTypes;
-        continue;
-      }
-      if (!ParseDouble(field(row, "frequency_khz"), khz)) khz = 0;
-    } else if (has("type") && Lower(Trim(field(row, "type"))) == "closed") {
-      ++stats_.otherTypes;
-      continue;
-    }
-    double lat = 0, lon = 0;
-    if (!ParseDouble(field(row, "latitude_deg"), lat) || !ParseDouble(field(row, "longitude_deg"), lon)) {
-      if (IsValidIdent(Trim(field(row, "ident")))) ++stats_.unreadableRows;
-      else ++stats_.badIdentifiers;
-      continue;
-    }
-    Add(type, field(row, "ident"), lat, lon, type == WaypointType::Airport ? 0 : PackedFrequency(type, khz));
-  }
+  if (!finished) return refuse("CSV syntax error: a quoted field is not closed");
+  if (rows.rows == 0) return refuse("empty file");
+  if (!recognised())
+    return refuse(
+        "not a recognised input (expected OurAirports CSV columns ident, latitude_deg, longitude_deg, "
+        "or an X-Plane earth_fix.dat / earth_nav.dat file)");
   return {};
 }
 
@@ -223,28 +245,53 @@ std::string NavDBBuilder::AddXPlane(std::string_view text, std::string_view name
 }
 
 std::vector<WaypointRecord> NavDBBuilder::Build() {
-  // Group by identifier and type keeping the reading order inside each group.
-  std::stable_sort(candidates_.begin(), candidates_.end(), [](const Candidate& a, const Candidate& b) {
-    if (RecordCode(a.record) != RecordCode(b.record)) return RecordCode(a.record) < RecordCode(b.record);
-    if (RecordType(a.record) != RecordType(b.record)) return RecordType(a.record) < RecordType(b.record);
-    return a.order < b.order;
-  });
+  // Kept waypoints are filed by identifier, type and one-arc-minute cell of latitude and
+  // longitude. Two waypoints in one cell are always duplicates, so a cell holds at most one kept
+  // waypoint and a new one is compared with those of the 3 x 3 cells around its own: expected
+  // O(n) time, and a table of two slots per input waypoint. Reading order decides which is kept.
+  constexpr int32_t kLatCells = 2 * 90 * 36000 / kSamePlaceTenths + 1;  // -90..90, both ends
+  constexpr int32_t kLonCells = kFullCircleTenths / kSamePlaceTenths;   // 180 E and 180 W share one
+  const auto cellOf = [](int32_t tenths) { return int32_t(std::floor(double(tenths) / kSamePlaceTenths)); };
+  const auto key = [](uint32_t word0, int32_t latCell, int32_t lonCell) {
+    return uint64_t(word0) << 30 | uint64_t(latCell) << 15 | uint64_t(lonCell);
+  };
+  struct Slot {
+    uint64_t key = 0;   // key + 1; 0 marks an empty slot
+    uint32_t kept = 0;  // index in out
+  };
+  int bits = 4;
+  while ((size_t(1) << bits) < 2 * candidates_.size()) ++bits;
+  std::vector<Slot> table(size_t(1) << bits);
+  const auto slotOf = [&](uint64_t k) -> Slot& {
+    size_t i = size_t((k * 0x9E3779B97F4A7C15ull) >> (64 - bits));
+    while (table[i].key != 0 && table[i].key != k + 1) i = (i + 1) & (table.size() - 1);
+    return table[i];
+  };
+
   std::vector<WaypointRecord> out;
   out.reserve(candidates_.size());
-  size_t groupStart = 0;
-  for (size_t i = 0; i < candidates_.size(); ++i) {
-    const WaypointRecord& r = candidates_[i].record;
-    if (i > 0 && (candidates_[i - 1].record.word0 != r.word0)) groupStart = out.size();
-    const bool duplicate = std::any_of(out.begin() + std::ptrdiff_t(groupStart), out.end(), [&](const WaypointRecord& k) {
-      const int32_t dlat = std::abs(LatTenths(k) - LatTenths(r));
-      int32_t dlon = std::abs(LonTenths(k) - LonTenths(r));
-      dlon = std::min(dlon, kFullCircleTenths - dlon);
-      return dlat <= kSamePlaceTenths && dlon <= kSamePlaceTenths;
-    });
+  for (const WaypointRecord& r : candidates_) {
+    const int32_t latCell = cellOf(LatTenths(r)) + kLatCells / 2;
+    const int32_t lonCell = (cellOf(LonTenths(r)) % kLonCells + kLonCells) % kLonCells;
+    bool duplicate = false;
+    for (int32_t dy = -1; dy <= 1 && !duplicate; ++dy) {
+      if (latCell + dy < 0 || latCell + dy >= kLatCells) continue;
+      for (int32_t dx = -1; dx <= 1 && !duplicate; ++dx) {
+        const Slot& s = slotOf(key(r.word0, latCell + dy, (lonCell + dx + kLonCells) % kLonCells));
+        if (s.key == 0) continue;
+        const WaypointRecord& k = out[s.kept];
+        const int32_t dlat = std::abs(LatTenths(k) - LatTenths(r));
+        int32_t dlon = std::abs(LonTenths(k) - LonTenths(r));
+        dlon = std::min(dlon, kFullCircleTenths - dlon);
+        duplicate = dlat <= kSamePlaceTenths && dlon <= kSamePlaceTenths;
+      }
+    }
     if (duplicate) {
       ++stats_.duplicates;
       continue;
     }
+    Slot& s = slotOf(key(r.word0, latCell, lonCell));
+    s = {key(r.word0, latCell, lonCell) + 1, uint32_t(out.size())};
     out.push_back(r);
   }
   candidates_.clear();

@@ -48,11 +48,7 @@ class NavDBBuilder {
   std::string AddCsv(std::string_view text, std::string_view name);
   std::string AddXPlane(std::string_view text, std::string_view name);
 
-  struct Candidate {
-    WaypointRecord record;
-    size_t order;
-  };
-  std::vector<Candidate> candidates_;
+  std::vector<WaypointRecord> candidates_;  // in reading order
   NavDBBuildStats stats_;
 };
 

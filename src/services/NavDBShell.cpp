@@ -43,13 +43,21 @@ void InstallNavDBHooks() {
   h.openDatabase = [](const std::string& path) {
     NavDatabase& db = ActiveNavDB();
     db.SetDBPath(path);
-    if (db.CheckNavDB() && db.LoadNavDB()) return true;
-    db.SetDBPath({});
-    return false;
+    return db.CheckNavDB() && db.LoadNavDB();
   };
   h.databaseDisplayName = []() -> QString {
     const NavDatabase& db = ActiveNavDB();
     return db.DBError() ? QString() : Q(db.GetDBDisplayName());
+  };
+  h.databaseProblem = []() -> QString {
+    const NavDatabase& db = ActiveNavDB();
+    if (!db.DBError()) return {};
+    const std::string file = db.GetDBFileName();
+    return Q(file.empty() ? db.StatusText() : file + ": " + db.StatusText());
+  };
+  h.databaseMayReturn = [] {
+    const NavDBStatus s = ActiveNavDB().Status();
+    return s == NavDBStatus::NotFound || s == NavDBStatus::ReadError;
   };
   h.defaultDatabasePath = [] { return SampleDatabasePath(S(QCoreApplication::applicationDirPath())); };
 }

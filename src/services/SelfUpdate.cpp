@@ -2,17 +2,25 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 
+#include <filesystem>
+#include <memory>
 #include <string>
 
+#include "app/Platform.hpp"
 #include "services/Internet.hpp"
+#include "services/NetTexts.hpp"
 #include "services/ServerAddresses.hpp"
-#include "services/UpdateInfo.hpp"
+#include "services/UpdateManifest.hpp"
 #include "services/UpdateSignature.hpp"
 
 namespace norvane {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -22,17 +30,56 @@ QString Beside(const QString& executable, const char* name) {
   return QFileInfo(executable).absoluteDir().filePath(QString::fromLatin1(name));
 }
 
-bool SignatureVerifies(const QString& file, const std::string& signature) {
-  QFile f(file);
-  if (!f.open(QIODevice::ReadOnly)) return false;
-  const qint64 size = f.size();
-  if (size <= 0) return false;
-  // Read, not memory-mapped: a mapping of a file that another process truncates meanwhile
-  // faults on access. The download cap (200 MiB) bounds what is held here.
-  const QByteArray all = f.readAll();
-  return all.size() == size && VerifyUpdateSignature(reinterpret_cast<const unsigned char*>(all.constData()),
-                                                     static_cast<std::size_t>(all.size()), signature,
-                                                     TrustedUpdateKey());
+fs::path Path(const QString& file) { return fs::path(QFile::encodeName(file).toStdString()); }
+
+// One small file fetched without blocking; `done` gets its code and bytes.
+void FetchText(QObject* owner, const char* name, int64_t limit, std::function<void(int, std::string)> done) {
+  auto* transfer = new UrlTransfer(owner);
+  auto text = std::make_shared<std::string>();
+  QObject::connect(transfer, &UrlTransfer::Finished, owner, [transfer, text, done](int code) {
+    transfer->deleteLater();
+    done(code, std::move(*text));
+  });
+  transfer->Start(ServerFile(name), limit, [text](const char* data, int64_t size) {
+    text->append(data, static_cast<size_t>(size));
+    return true;
+  });
+}
+
+UpdateOffer OfferFrom(const std::optional<UpdateManifest>& manifest) {
+  switch (JudgeManifest(manifest, OwnVersionNumber(), UpdatePlatformTag())) {
+    case ManifestVerdict::Invalid: return {ServerVersionVerdict::NoData, 0};
+    case ManifestVerdict::OtherPlatform:
+    case ManifestVerdict::NotNewer: return {ServerVersionVerdict::NoUpdate, manifest->version};
+    case ManifestVerdict::Install: return {ServerVersionVerdict::NewVersion, manifest->version};
+  }
+  return {};
+}
+
+std::optional<UpdateManifest> FetchSignedManifest(TransferCancel* cancel) {
+  std::string text, signature;
+  int16_t code = 0;
+  ReadUrl(ServerFile(kManifestFileName), text, code, kManifestFileLimit, {kTransferDeadline, cancel});
+  if (code != kNetOk) return std::nullopt;
+  ReadUrl(ServerFile(kManifestSignatureName), signature, code, kSignatureFileLimit, {kTransferDeadline, cancel});
+  if (code != kNetOk) return std::nullopt;
+  return ReadSignedManifest(text, signature, TrustedUpdateKey());
+}
+
+// Downloads the program file that `manifest` names into `file` (created exclusively at `path`),
+// hashing the bytes as they are written; true when size and hash match the manifest.
+bool DownloadVerified(const UpdateManifest& manifest, ExclusiveFile& file, TransferCancel* cancel) {
+  Sha256 hash;
+  int64_t written = 0;
+  const int code = FetchUrl(
+      ServerFile(kNewExecutableName), manifest.size,
+      [&](const char* data, int64_t size) {
+        hash.Update(data, static_cast<size_t>(size));
+        written += size;
+        return file.Write(data, static_cast<size_t>(size));
+      },
+      /*requireSuccess=*/true, {DownloadDeadline(manifest.size), cancel});
+  return code == kNetOk && written == manifest.size && hash.Final() == manifest.sha256;
 }
 
 }  // namespace
@@ -44,13 +91,44 @@ int16_t GetServerVersion() {
   return code == 0 ? ParseVersionText(text) : 0;
 }
 
+void StartUpdateCheck(QObject* owner, std::function<void(const UpdateOffer&)> done) {
+  FetchText(owner, kVersionFileName, kVersionFileLimit, [owner, done](int code, std::string text) {
+    const int16_t version = code == kNetOk ? ParseVersionText(text) : 0;
+    const ServerVersionVerdict verdict = JudgeServerVersion(version);
+    // The version file only says whether to look further; it never decides what is offered.
+    if (verdict != ServerVersionVerdict::NewVersion) return done({verdict, version});
+    FetchText(owner, kManifestFileName, kManifestFileLimit, [owner, done](int code, std::string manifest) {
+      if (code != kNetOk) return done({});
+      FetchText(owner, kManifestSignatureName, kSignatureFileLimit,
+                [done, manifest = std::move(manifest)](int code, std::string signature) {
+                  done(OfferFrom(code == kNetOk ? ReadSignedManifest(manifest, signature, TrustedUpdateKey())
+                                                : std::nullopt));
+                });
+    });
+  });
+}
+
+UpdateOffer CheckForUpdate() {
+  QEventLoop loop;
+  UpdateOffer offer;
+  bool finished = false;
+  StartUpdateCheck(&loop, [&](const UpdateOffer& o) {
+    offer = o;
+    finished = true;
+    loop.quit();
+  });
+  if (!finished) loop.exec();
+  return offer;
+}
+
 std::optional<int16_t> AutomaticUpdateCheck(int16_t autoUpdateCheck, std::string& previousDate,
-                                            const std::string& today) {
+                                            const std::string& today, const std::function<void()>& recordDay) {
   if (!AutoUpdateCheckDue(autoUpdateCheck, previousDate, today, InternetConnected())) return std::nullopt;
   previousDate = today;
-  const int16_t version = GetServerVersion();
-  if (JudgeServerVersion(version) != ServerVersionVerdict::NewVersion) return std::nullopt;
-  return version;
+  if (recordDay) recordDay();
+  const UpdateOffer offer = CheckForUpdate();
+  if (offer.verdict != ServerVersionVerdict::NewVersion) return std::nullopt;
+  return offer.version;
 }
 
 namespace {
@@ -79,29 +157,36 @@ bool CanReplaceExecutable(const QString& executable) {
   return exe.exists() && QFileInfo(exe.absolutePath()).isWritable();
 }
 
-bool DoSelfUpdate(const QString& executable) {
+bool DoSelfUpdate(const QString& executable, TransferCancel* cancel) {
   if (!InternetConnected()) return false;
-  const QString newFile = Beside(executable, kNewExecutableName);
-  const QString backup = Beside(executable, kBackupExecutableName);
+  const QString exeFile = QFileInfo(executable).absoluteFilePath();
+  const QString newFile = Beside(exeFile, kNewExecutableName);
+  const QString backup = Beside(exeFile, kBackupExecutableName);
+  const fs::path exe = Path(exeFile), fresh = Path(newFile), bak = Path(backup);
+
+  FolderLock lock;
+  if (!lock.TryLock(exe.parent_path())) return false;  // another program is updating this folder
   DeleteIfExists(backup);
   DeleteIfExists(newFile);
-  if (!DownloadFile(ServerFile(kNewExecutableName), newFile, kExecutableLimit)) return false;
 
-  std::string signature;
-  int16_t code = 0;
-  ReadUrl(ServerFile(kSignatureFileName), signature, code, kSignatureFileLimit);
-  if (code != 0 || !SignatureVerifies(newFile, signature)) {
+  const std::optional<UpdateManifest> manifest = FetchSignedManifest(cancel);
+  if (JudgeManifest(manifest, OwnVersionNumber(), UpdatePlatformTag()) != ManifestVerdict::Install) return false;
+
+  ExclusiveFile file;
+  if (!file.Create(fresh)) return false;
+  bool backedUp = false;
+  const bool ready = DownloadVerified(*manifest, file, cancel) && file.Finish(exe) &&
+                     !(cancel && cancel->Cancelled()) && (backedUp = LinkOrCopyFile(exe, bak)) &&
+                     file.IsAt(fresh) && ReplaceFileAtomic(fresh, exe);
+  if (!ready) {
+    file.Close();
     DeleteIfExists(newFile);
+    if (backedUp) DeleteIfExists(backup);
     return false;
   }
-
-  if (!QFile::setPermissions(newFile, QFile::permissions(executable)) || !QFile::rename(executable, backup)) {
-    DeleteIfExists(newFile);
-    return false;
-  }
-  if (!QFile::rename(newFile, executable)) {
-    QFile::rename(backup, executable);  // put the running program back where it was
-    DeleteIfExists(newFile);
+  if (!file.IsAt(exe)) {
+    // Another file took the name between the check and the rename: put the old program back.
+    ReplaceFileAtomic(bak, exe);
     return false;
   }
   return true;

@@ -9,7 +9,7 @@ namespace norvane {
 // NOAA's tgftp server keeps one text file per station under this base: METAR reports in
 // /observations/metar/stations/CODE.TXT and TAF forecasts in /forecasts/taf/stations/CODE.TXT.
 inline constexpr const char* kDefaultWeatherUrl = "https://tgftp.nws.noaa.gov/data";
-// Folder holding NorvaneVerInfo.txt, Norvane.new and Norvane.new.sig.
+// Folder holding NorvaneVerInfo.txt, Norvane.new, Norvane.manifest and Norvane.manifest.sig.
 inline constexpr const char* kDefaultUpdateUrl = "https://norvane.org/update";
 
 inline constexpr const char* kWeatherUrlVariable = "NORVANE_WEATHER_URL";

@@ -29,11 +29,13 @@ bool AutoUpdateCheckDue(int16_t autoUpdateCheck, std::string_view previousDate, 
 // File names on the update server and beside the executable.
 inline constexpr const char* kVersionFileName = "NorvaneVerInfo.txt";
 inline constexpr const char* kNewExecutableName = "Norvane.new";
-inline constexpr const char* kSignatureFileName = "Norvane.new.sig";
+inline constexpr const char* kManifestFileName = "Norvane.manifest";
+inline constexpr const char* kManifestSignatureName = "Norvane.manifest.sig";
 inline constexpr const char* kBackupExecutableName = "Norvane.bak";
 
 // Size limits of what the update check accepts.
 inline constexpr int64_t kVersionFileLimit = 1024;
+inline constexpr int64_t kManifestFileLimit = 4096;
 inline constexpr int64_t kSignatureFileLimit = 1024;
 inline constexpr int64_t kExecutableLimit = 200LL * 1024 * 1024;
 

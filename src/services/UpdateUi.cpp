@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <cstdio>
+
 #include "app/AboutDialog.hpp"
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
@@ -32,8 +34,9 @@ UpdateDialog::UpdateDialog(QWidget* parent) : QDialog(parent) {
   root->addWidget(lblUpdate_);
   cmdClose_ = new QPushButton(tr("Close"), this);
   cmdClose_->setObjectName("cmdClose");
-  cmdClose_->setEnabled(false);
-  connect(cmdClose_, &QPushButton::clicked, this, &QDialog::accept);
+  cmdClose_->setToolTip(tr("Stop the update (the program stays as it is) or close this window"));
+  connect(cmdClose_, &QPushButton::clicked, this, [this] { finished_ ? accept() : reject(); });
+  cancel_ = new TransferCancel(this);
   root->addWidget(cmdClose_, 0, Qt::AlignHCenter);
   timer_ = new QTimer(this);
   timer_->setObjectName("Timer");
@@ -47,17 +50,23 @@ void UpdateDialog::onTick() {
   running_ = true;
   lblUpdate_->setText(QString::fromLatin1(update_text::kInProgress));
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  updated_ = DoSelfUpdate(RunningExecutablePath());
+  updated_ = DoSelfUpdate(RunningExecutablePath(), cancel_);
   QApplication::restoreOverrideCursor();
   running_ = false;
+  finished_ = true;
+  if (cancel_->Cancelled() && !updated_) return QDialog::reject();
   lblUpdate_->setText(QString::fromLatin1(updated_ ? update_text::kCompleted : update_text::kFailed));
-  cmdClose_->setEnabled(true);
   cmdClose_->setDefault(true);
   cmdClose_->setFocus();
 }
 
 void UpdateDialog::reject() {
-  if (running_ || timer_->isActive()) return;
+  if (running_) {
+    // The transfer ends at once; onTick removes what was downloaded and closes the dialog.
+    cancel_->Cancel();
+    return;
+  }
+  timer_->stop();
   QDialog::reject();
 }
 
@@ -101,22 +110,13 @@ void DecorateAboutBox(AboutDialog* about) {
       return;
     }
     cmdUpdate->setEnabled(false);
-    auto* transfer = new UrlTransfer(about);
-    auto text = std::make_shared<std::string>();
-    QObject::connect(transfer, &UrlTransfer::Finished, about, [=](int code) {
-      transfer->deleteLater();
+    StartUpdateCheck(about, [about, cmdUpdate, lblUpdate](const UpdateOffer& offer) {
       cmdUpdate->setEnabled(true);
-      const int16_t version = code == 0 ? ParseVersionText(*text) : 0;
-      const ServerVersionVerdict verdict = JudgeServerVersion(version);
-      lblUpdate->setText(QString::fromLatin1(VerdictText(verdict)));
-      if (verdict == ServerVersionVerdict::NewVersion && AskToUpdate(about, version)) {
+      lblUpdate->setText(QString::fromLatin1(VerdictText(offer.verdict)));
+      if (offer.verdict == ServerVersionVerdict::NewVersion && AskToUpdate(about, offer.version)) {
         about->setUpdateRequested(true);
         about->accept();
       }
-    });
-    transfer->Start(UpdateBaseUrl() + "/" + kVersionFileName, kVersionFileLimit, [text](const char* data, int64_t size) {
-      text->append(data, static_cast<size_t>(size));
-      return true;
     });
   });
 }
@@ -127,7 +127,13 @@ bool FirstTickUpdateCheck(QWidget* menu) {
   Settings& s = App().settings;
   // A package-managed install is updated by the system: no check, no question.
   if (s.AutoUpdateCheck != 1 || !CanReplaceExecutable(RunningExecutablePath())) return false;
-  const std::optional<int16_t> version = AutomaticUpdateCheck(s.AutoUpdateCheck, s.PrevAutoUpdate, TodayText());
+  // The day is saved before the server is asked: a program killed during the check (a server
+  // that holds it, a crash) is not sent to the same server again at every start that day.
+  const std::optional<int16_t> version = AutomaticUpdateCheck(s.AutoUpdateCheck, s.PrevAutoUpdate, TodayText(), [&s] {
+    std::string why;
+    if (!WriteSettings(App().settingsFile(), s, &why))
+      std::fprintf(stderr, "norvane: settings not saved to %s: %s\n", App().settingsFile().c_str(), why.c_str());
+  });
   if (!version || !AskToUpdate(menu, *version)) return false;
   return RunUpdateDialog(menu);
 }

@@ -11,9 +11,11 @@ class QTimer;
 namespace norvane {
 
 class AboutDialog;
-class UrlTransfer;
+class TransferCancel;
 
-// frmUpdate: replaces the executable on its first timer tick and reports the outcome.
+// frmUpdate: replaces the executable on its first timer tick and reports the outcome. Close,
+// Escape and the window's close button work at any time: during the update they cancel it (the
+// program stays as it was, the partial download is removed) and close the dialog.
 class UpdateDialog : public QDialog {
   Q_OBJECT
  public:
@@ -22,7 +24,7 @@ class UpdateDialog : public QDialog {
   bool running() const { return running_; }
 
  public slots:
-  void reject() override;  // not while the update runs
+  void reject() override;  // during the update: cancels it, then closes
 
  private:
   void onTick();
@@ -30,7 +32,9 @@ class UpdateDialog : public QDialog {
   QLabel* lblUpdate_;
   QPushButton* cmdClose_;
   QTimer* timer_;
+  TransferCancel* cancel_;
   bool updated_ = false;
+  bool finished_ = false;
   bool running_ = false;
 };
 

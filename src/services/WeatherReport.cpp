@@ -1,6 +1,7 @@
 #include "services/WeatherReport.hpp"
 
 #include "services/NetTexts.hpp"
+#include "services/ServerText.hpp"
 
 namespace norvane {
 
@@ -19,8 +20,10 @@ std::string WeatherUrl(std::string_view base, std::string_view code, WeatherKind
   return url;
 }
 
-WeatherResult ParseWeatherReply(std::string_view reply, int currentYear) {
+WeatherResult ParseWeatherReply(std::string_view bytes, int currentYear) {
   WeatherResult result;
+  const std::string text = SafeServerText(bytes);
+  const std::string_view reply = text;
   if (reply.substr(0, 4) != std::to_string(currentYear)) {
     result.code = kNetNoWeatherData;
     return result;

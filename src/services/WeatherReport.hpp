@@ -26,8 +26,9 @@ struct WeatherResult {
 // Reads a station file received with ReadUrl code 0. A file whose first four characters are not
 // `currentYear` is refused with code 5: an error page, or a file the station stopped updating
 // last year (the rule holds across New Year too, so a report of 31 December is refused on
-// 1 January). Lines end at LF; a CR before the LF belongs to the line end.
-WeatherResult ParseWeatherReply(std::string_view reply, int currentYear);
+// 1 January). Lines end at LF; a CR before the LF belongs to the line end. The texts are valid
+// UTF-8 without control characters (SafeServerText), whatever bytes the server sent.
+WeatherResult ParseWeatherReply(std::string_view bytes, int currentYear);
 
 // What the screen's text area shows for a failure: the texts of the access layer for codes 1 to
 // 4; for 5 "Unable to get weather data" CR LF "(unknown location or no available weather data)".

@@ -65,6 +65,13 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   cmdGetWeather_->setEnabled(false);
   connect(cmdGetWeather_, &QPushButton::clicked, this, &WeatherScreen::getWeather);
   top->addWidget(cmdGetWeather_, 0, Qt::AlignBottom);
+  cmdCancel_ = new QPushButton(tr("&Cancel"), this);
+  cmdCancel_->setObjectName("CmdCancel");
+  cmdCancel_->setToolTip(tr("Stop waiting for the weather server"));
+  cmdCancel_->setAutoDefault(false);
+  cmdCancel_->setEnabled(false);
+  connect(cmdCancel_, &QPushButton::clicked, this, &WeatherScreen::cancelFetch);
+  top->addWidget(cmdCancel_, 0, Qt::AlignBottom);
   contentLayout()->addLayout(top);
 
   lblR_ = new QLabel(this);
@@ -87,7 +94,8 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   setTabOrder(inboxICAO_, optW_[0]);
   setTabOrder(optW_[0], optW_[1]);
   setTabOrder(optW_[1], cmdGetWeather_);
-  setTabOrder(cmdGetWeather_, textWeather_);
+  setTabOrder(cmdGetWeather_, cmdCancel_);
+  setTabOrder(cmdCancel_, textWeather_);
   setTabOrder(textWeather_, closeButton());
 }
 
@@ -95,13 +103,17 @@ bool WeatherScreen::busy() const { return transfer_ != nullptr; }
 
 void WeatherScreen::boxEdited(int /*index*/) {
   // A new code abandons a request still running for the old one.
-  delete transfer_;
+  cancelFetch();
+  SetTextColor(inboxICAO_, IsIcaoCode(S(inboxICAO_->text())) ? kValidText : kInvalidText);
+}
+
+void WeatherScreen::cancelFetch() {
+  delete transfer_;  // aborts silently
   transfer_ = nullptr;
+  cmdCancel_->setEnabled(false);
   lblR_->clear();
   textWeather_->clear();
-  const bool complete = IsIcaoCode(S(inboxICAO_->text()));
-  SetTextColor(inboxICAO_, complete ? kValidText : kInvalidText);
-  cmdGetWeather_->setEnabled(complete);
+  cmdGetWeather_->setEnabled(IsIcaoCode(S(inboxICAO_->text())));
 }
 
 void WeatherScreen::getWeather() {
@@ -110,6 +122,7 @@ void WeatherScreen::getWeather() {
   lblR_->clear();
   setWeatherText(tr("..Getting data.."), kValidText);
   cmdGetWeather_->setEnabled(false);
+  cmdCancel_->setEnabled(true);
   reply_.clear();
   transfer_ = new UrlTransfer(this);
   connect(transfer_, &UrlTransfer::Finished, this, &WeatherScreen::showResult);
@@ -123,12 +136,13 @@ void WeatherScreen::getWeather() {
 void WeatherScreen::showResult(int code) {
   transfer_->deleteLater();
   transfer_ = nullptr;
+  cmdCancel_->setEnabled(false);
   cmdGetWeather_->setEnabled(IsIcaoCode(S(inboxICAO_->text())));
   const WeatherResult w = WeatherFromReply(static_cast<int16_t>(code), reply_);
   if (w.code == 0) {
-    // The station file is single-byte text: one character per byte.
-    lblR_->setText(QString::fromLatin1(RecordedText(w).c_str()));
-    setWeatherText(QString::fromLatin1(w.report.c_str()), kValidText);
+    // UTF-8 cleaned of control characters by the reader (SafeServerText).
+    lblR_->setText(QString::fromStdString(RecordedText(w)));
+    setWeatherText(QString::fromStdString(w.report), kValidText);
   } else {
     setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), kInvalidText);
   }

@@ -28,12 +28,14 @@ class WeatherScreen : public CalculatorScreen {
 
  private:
   void getWeather();
+  void cancelFetch();
   void showResult(int code);
   void setWeatherText(const QString& text, const QColor& colour);
 
   InputBox* inboxICAO_;
   QRadioButton* optW_[2];
   QPushButton* cmdGetWeather_;
+  QPushButton* cmdCancel_;
   QLabel* lblR_;
   QPlainTextEdit* textWeather_;
   UrlTransfer* transfer_ = nullptr;

@@ -14,6 +14,7 @@
 #include <iterator>
 #include <gtest/gtest.h>
 
+#include "app/AboutDialog.hpp"
 #include "app/AppContext.hpp"
 #include "app/CalculatorScreen.hpp"
 #include "app/MainMenu.hpp"
@@ -21,6 +22,7 @@
 #include "app/Platform.hpp"
 #include "app/ScreenRegistry.hpp"
 #include "app/UiHelpers.hpp"
+#include "support/RunProcess.hpp"
 #include "support/UiTest.hpp"
 
 using namespace norvane;
@@ -364,4 +366,23 @@ TEST_F(UiTest, ScreensOpenBesideTheMenuWhollyOnItsScreen) {
   EXPECT_TRUE(screen.contains(placed));
   EXPECT_LT(placed.right(), menu.frameGeometry().left());
   menu.openScreen()->close();
+}
+
+TEST_F(UiTest, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
+  QTemporaryDir dir;
+  App().appPath = dir.path().toStdString() + "/";
+  const std::pair<std::string, const char*> rows[] = {  // both were replaced by defaults at exit
+      {"[NavDB]\r\nDBPath=/d/mine.dat\r\n" + std::string(2 << 20, ';'),  // more than the reader takes
+       "The settings file could not be read; your changes are not saved"},
+      {"[NavDB]\r\nDBPath=/d/mine.dat\r\n", "The settings file is read-only; your changes are not saved"}};
+  for (const auto& [bytes, notice] : rows) {
+    std::ofstream(App().settingsFile(), std::ios::binary | std::ios::trunc) << bytes;
+    if (bytes.size() < 100) std::filesystem::permissions(App().settingsFile(), std::filesystem::perms::owner_read);
+    LoadSettings(App());
+    MainMenu menu(TestRegistry());
+    menu.show();
+    EXPECT_EQ(norvane::test::Text(*new AboutDialog(&menu), "LblSettingsNotice"), notice);
+    EXPECT_TRUE(menu.close());
+    EXPECT_EQ(norvane::test::ReadWhole(App().settingsFile()), bytes);
+  }
 }

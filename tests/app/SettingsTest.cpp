@@ -5,11 +5,13 @@
 #include <fstream>
 #include <iterator>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "app/Platform.hpp"
+#include "support/Unprivileged.hpp"
 
 using namespace norvane;
 namespace fs = std::filesystem;
@@ -68,6 +70,8 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
   // The first occurrence of a key wins; keys outside their section are ignored.
   EXPECT_EQ(ParseSettings("LTOffset=5\n[Options]\nLTOffset=3\nLTOffset=4\n").LTOffset, 3);
   EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=  /data/europe.dat  \n").DBPath, "/data/europe.dat");
+  // A UTF-8 byte order mark (Windows editors) used to hide the whole first section.
+  EXPECT_EQ(ParseSettings("\xEF\xBB\xBF[Options]\r\nLTOffset=5\r\n").LTOffset, 5);
 }
 
 TEST(Settings, GarbageAndLinkSectionRules) {
@@ -172,15 +176,7 @@ TEST(Settings, WriteFailuresKeepTheOldFileAndSayWhy) {
   EXPECT_EQ(Slurp(file), before);
   EXPECT_FALSE(fs::exists(dir.path / "Norvane.ini.tmp"));
 
-  // A read-only folder. Root writes there all the same, so it also meets a folder that cannot
-  // take the temporary file: its name is held by a non-empty folder.
-  fs::permissions(dir.path, fs::perms::owner_read | fs::perms::owner_exec);
-  const bool blocked = ::access(dir.path.c_str(), W_OK) != 0;
-  if (blocked) {
-    EXPECT_FALSE(WriteSettings(file, changed, &error));
-    EXPECT_EQ(error, "cannot create " + file.string() + ".tmp: Permission denied");
-  }
-  fs::permissions(dir.path, fs::perms::owner_all);
+  // A folder that cannot take the temporary file: its name is held by a non-empty folder.
   fs::create_directories(dir.path / "Norvane.ini.tmp" / "inside");
   EXPECT_FALSE(WriteSettings(file, changed, &error));
   EXPECT_EQ(error.rfind("cannot create " + file.string() + ".tmp: ", 0), 0u) << error;
@@ -196,6 +192,41 @@ TEST(Settings, WriteFailuresKeepTheOldFileAndSayWhy) {
   EXPECT_EQ(ReadSettings(file), old);
   ASSERT_TRUE(WriteSettings(file, changed));
   EXPECT_EQ(ReadSettings(file), changed);
+}
+
+TEST(Settings, RewritingKeepsModeAndOwnerAndLeavesAReadOnlyFileAlone) {
+  TempDir dir;
+  const fs::path file = dir.path / kSettingsFileName;
+  ASSERT_TRUE(WriteSettings(file, Settings{}));
+  const fs::perms rw_r = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read, r_r = rw_r & ~fs::perms::owner_write;
+  fs::permissions(file, rw_r);
+  const bool root = ::geteuid() == 0;
+  ASSERT_TRUE(!root || ::chown(file.c_str(), 65534, 65534) == 0);  // nobody's file, rewritten by root
+  ASSERT_TRUE(WriteSettings(file, Settings{}));                  // came back 0644 and root's
+  struct stat st {};
+  ASSERT_EQ(::stat(file.c_str(), &st), 0);
+  EXPECT_EQ(fs::perms(st.st_mode & 07777), rw_r);
+  EXPECT_EQ(st.st_uid, root ? 65534u : ::geteuid());
+  fs::permissions(file, r_r);  // the user's protection holds against root too
+  std::string error;
+  EXPECT_FALSE(WriteSettings(file, Settings{}, &error));
+  EXPECT_EQ(error, "cannot replace " + file.string() + ": the file is read-only");
+  EXPECT_EQ(fs::status(file).permissions(), r_r);
+}
+
+TEST(Settings, PermissionsRefuseAsTheySayForAnOrdinaryUser) {
+  if (!norvane::test::RunsUnprivileged()) return;
+  TempDir dir;
+  const fs::path file = dir.path / kSettingsFileName;
+  ASSERT_TRUE(WriteSettings(file, Settings{}));
+  std::string error;
+  fs::permissions(file, fs::perms::none);  // unreadable: reported, not taken for a first start
+  ReadSettings(file, &error);
+  EXPECT_EQ(error, "cannot read " + file.string() + ": Permission denied");
+  fs::permissions(dir.path, fs::perms::owner_read | fs::perms::owner_exec);  // a read-only folder
+  EXPECT_FALSE(WriteSettings(dir.path / "new.ini", Settings{}, &error));
+  EXPECT_EQ(error, "cannot create " + (dir.path / "new.ini").string() + ".tmp: Permission denied");
+  fs::permissions(dir.path, fs::perms::owner_all);
 }
 
 TEST(Settings, CrashBetweenWritingAndRenamingLosesNothing) {

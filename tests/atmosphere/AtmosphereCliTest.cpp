@@ -47,6 +47,18 @@ TEST(AtmosphereCli, PrintsTheScreenTexts) {
       {"stall --vs 60 --mtow 4000 --weight 1000 --altitude 0 --us", "vs_ktas: 30.0\nvs_kcas: 30.0\n", 0},
       {"--json changeover --ias 250 --mach 0.5", "{\"altitude\": \"15351\", \"flight_level\": \"154\"}\n", 0},
       {"--raw changeover --ias 50 --mach 3", "altitude: >65000\nflight_level: >650\n", 0},
+      {"descent --from 35000 --to 3000 --ias 300 --mach 0.78 --rate 2000",
+       "altitude_to_lose: 32000\ntime: 16:00\ndistance: 105.0\nrod_top: 2000\nrod_bottom: 2000\nangle: 2.87\n"
+       "gradient: 305\nmean_gs: 394\ntas_top: 450\ntas_bottom: 313\nchangeover: 29314\n", 0},
+      {"descent --from 35000 --to 3000 --ias 280 --mach 0.78 --wind -60 --disa 20 --distance 120",
+       "altitude_to_lose: 32000\ntime: 22:01\ndistance: 120.0\nrod_top: 1454\nrod_bottom: 1454\nangle: 2.71\n"
+       "gradient: 267\nmean_gs: 327\ntas_top: 470\ntas_bottom: 302\nchangeover: 32464\n", 0},
+      {"--json descent --from 37000 --to -1000 --ias 280 --mach 0.78 --angle 3 --disa 15",
+       "{\"altitude_to_lose\": \"38000\", \"time\": \"20:35\", \"distance\": \"126.5\", \"rod_top\": \"2293\", "
+       "\"rod_bottom\": \"1427\", \"angle\": \"3.00\", \"gradient\": \"300\", \"mean_gs\": \"369\", \"tas_top\": "
+       "\"463\", \"tas_bottom\": \"283\", \"changeover\": \"32464\"}\n", 0},
+      {"descent --from 3000 --to 3000 --ias 250 --rate 1000",
+       "message: Final altitude must be below initial altitude\n", 1},
   };
   for (const Row& r : rows) {
     const CliRun run = Cli(r.args);
@@ -57,6 +69,8 @@ TEST(AtmosphereCli, PrintsTheScreenTexts) {
   EXPECT_EQ(Cli("--raw atmosphere --altitude 0").out.substr(0, 30), "temperature: 15\npressure: 1013");
   EXPECT_NE(Cli("--raw speed --fl 500 --mach 2").out.find("eas: NA\n"), std::string::npos);
   EXPECT_NE(Cli("--raw speed --fl 350 --mach 0.8").out.find("tas: 461.13"), std::string::npos);
+  EXPECT_NE(Cli("--raw descent --from 35000 --to 3000 --ias 250 --angle 3 --wind -20").out.find("time: 1175.97"),
+            std::string::npos);  // seconds
 }
 
 // Bad input: one line naming the option (and its range), exit status 2.
@@ -77,6 +91,8 @@ TEST(AtmosphereCli, RejectsBadInput) {
       {"speed --fl 350 --cas 250 --mach 0.8", "excludes"},
       {"speed --fl 350 --mach 3.01", "error: --mach: 3.01 is out of range (0 to 3)"},
       {"speed --fl 350 --tas 1501", "(0 to 1500 kt)"},
+      {"descent --from 65001 --to 0 --ias 250 --rate 2000", "error: --from: 65001 is out of range (0 to 65000 ft)"},
+      {"descent --from 35000 --to 3000 --ias 250", "error: one of --rate, --angle or --distance is required"},
       {"changeover --ias 49 --mach 0.8", "error: --ias: 49 is out of range (50 to 1500 kt)"},
       {"changeover --ias 250 --mach 0.04", "error: --mach: 0.04 is out of range (0.05 to 3)"},
       {"density-altitude --qnh 869 --temperature 15 --dewpoint 5 --elevation 0", "(870 to 1084 hPa)"},

@@ -14,6 +14,7 @@
 #include "app/AppContext.hpp"
 #include "app/InputBox.hpp"
 #include "app/MainMenu.hpp"
+#include "app/OptionsScreen.hpp"
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
 #include "services/WaypointImport.hpp"
@@ -182,7 +183,8 @@ TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
   }
 
   // Checked at start-up, then cut short (or deleted) before the first tick loads it: the menu
-  // says there is no database, the settings forget it, and an import says so instead of opening.
+  // says there is no database and why (tool tip and Options screen), an import says so instead of
+  // opening, and the settings forget a refused file but keep a missing one (a disk unplugged).
   App().appPath = dir.string() + "/";
   for (const bool deleteIt : {false, true}) {
     fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
@@ -193,10 +195,15 @@ TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
     const ScreenRegistry none;
     MainMenu menu(none);
     menu.firstTick();
+    const QString why = deleteIt ? "live.dat: file not found" : "live.dat: file length 100 is not a multiple of 12";
     EXPECT_EQ(menu.labelDB()->text(), "No waypoint DB") << deleteIt;
-    EXPECT_EQ(App().settings.DBPath, "") << deleteIt;
+    EXPECT_EQ(menu.labelDB()->toolTip(), "Click to choose the waypoint database\n" + why);
+    EXPECT_EQ(App().settings.DBPath, deleteIt ? file.string() : "") << deleteIt;
     EXPECT_FALSE(NavDBActive());
     EXPECT_EQ(ImportWaypoint(nullptr, {}, {}), ImportOutcome::NoDatabase);
+    OptionsScreen options;
+    EXPECT_EQ(options.findChild<QLabel*>("LblDBName")->text(), "No active valid database");
+    EXPECT_EQ(options.findChild<QLabel*>("LblDBReason")->text(), why);
   }
   Hooks() = ShellHooks{};
   fs::remove_all(dir);

@@ -59,6 +59,19 @@ class LocalHttpServer {
     std::unique_lock lock(mutex_);
     released_cv_.wait_for(lock, std::chrono::seconds(30), [this] { return released_; });
   }
+  // Answers with one byte every 2 s, `bytes` in all: a server that never stalls long enough to
+  // trip a stall timeout. Release() or a closed connection ends it early.
+  void Drip(httplib::Response& res, int bytes) {
+    res.set_chunked_content_provider("application/octet-stream", [this, bytes](size_t offset, httplib::DataSink& sink) {
+      if (offset >= static_cast<size_t>(bytes)) {
+        sink.done();
+        return true;
+      }
+      if (!sink.write("2", 1)) return false;
+      std::unique_lock lock(mutex_);
+      return !released_cv_.wait_for(lock, std::chrono::seconds(2), [this] { return released_; });
+    });
+  }
   void Release() {
     {
       std::lock_guard lock(mutex_);

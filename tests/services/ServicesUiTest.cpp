@@ -4,6 +4,7 @@
 #include <QDate>
 #include <QDesktopServices>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,6 +27,7 @@
 #include "app/AppContext.hpp"
 #include "app/InputBox.hpp"
 #include "app/MainMenu.hpp"
+#include "app/Platform.hpp"
 #include "app/UiHelpers.hpp"
 #include "services/Internet.hpp"
 #include "services/LinksScreen.hpp"
@@ -202,6 +204,14 @@ TEST_F(WeatherUiTest, ButtonWaitsWhileTheRequestRunsAndTheWindowStaysUsable) {
   EXPECT_FALSE(screen->busy());
   EXPECT_TRUE(get->isEnabled());
   EXPECT_TRUE(text->toPlainText().isEmpty());
+  // So does Cancel.
+  auto* cancel = screen->findChild<QPushButton*>("CmdCancel");
+  EXPECT_FALSE(cancel->isEnabled());
+  QTest::mouseClick(get, Qt::LeftButton);
+  QTest::mouseClick(cancel, Qt::LeftButton);
+  EXPECT_FALSE(screen->busy());
+  EXPECT_TRUE(get->isEnabled());
+  EXPECT_TRUE(text->toPlainText().isEmpty());
   // Closing the window in the middle of a request is safe.
   QTest::mouseClick(get, Qt::LeftButton);
   EXPECT_TRUE(screen->busy());
@@ -293,6 +303,20 @@ TEST_F(LinksUiTest, BrowseAndConnect) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return connectButton->isEnabled(); }, 3000));
 }
 
+TEST_F(LinksUiTest, OpensOnlyWebAddresses) {
+  for (const char* address : {"file:///etc/passwd", "/etc/passwd", "javascript:alert(1)", "smb://server/share",
+                              "mailto:ops@example.com", "ftp://ftp.example.com/"}) {
+    SelectRow(0);
+    Click(LinksScreen::kEdit);
+    link->selectAll();
+    QTest::keyClicks(link, address);
+    Click(LinksScreen::kSave);
+    QTest::mouseClick(connectButton, Qt::LeftButton);
+    EXPECT_TRUE(screen->findChild<QLabel*>("lblError")->text().endsWith(address)) << address;
+  }
+  EXPECT_TRUE(opened.urls.isEmpty());
+}
+
 TEST_F(LinksUiTest, EditorAddEditDeleteCancel) {
   // Add with a blank title adds nothing.
   Click(LinksScreen::kAdd);
@@ -379,9 +403,13 @@ struct UpdateUiTest : ServicesUiTest {
       res.set_content(version, "text/plain");
     });
     r.Get("/u/Norvane.new", [this](const httplib::Request&, httplib::Response& res) {
-      res.set_content(newExecutable, "application/octet-stream");
+      if (drip) server.Drip(res, 5);
+      else res.set_content(newExecutable, "application/octet-stream");
     });
-    r.Get("/u/Norvane.new.sig", [this](const httplib::Request&, httplib::Response& res) {
+    r.Get("/u/Norvane.manifest", [this](const httplib::Request&, httplib::Response& res) {
+      res.set_content(manifest, "text/plain");
+    });
+    r.Get("/u/Norvane.manifest.sig", [this](const httplib::Request&, httplib::Response& res) {
       res.set_content(signature, "application/octet-stream");
     });
     qputenv(kUpdateUrlVariable, QByteArray::fromStdString(server.Start() + "/u"));
@@ -393,11 +421,17 @@ struct UpdateUiTest : ServicesUiTest {
     f.close();
     norvane::testing::SetRunningExecutable(executable);
   }
-  std::string Sign(const std::string& data) {
-    std::string sig(crypto_sign_BYTES, '\0');
-    crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr,
-                         reinterpret_cast<const unsigned char*>(data.data()), data.size(), secretKey);
-    return sig;
+  // A signed manifest of version 2.33 for this platform naming `file` as the program.
+  void Publish(const std::string& file) {
+    unsigned char digest[crypto_hash_sha256_BYTES];
+    crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(file.data()), file.size());
+    char hex[2 * sizeof digest + 1];
+    sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
+    manifest = "Norvane update manifest 1\nversion: 2.33\nplatform: " + UpdatePlatformTag() +
+               "\nsize: " + std::to_string(file.size()) + "\nsha256: " + hex + "\n";
+    signature.assign(crypto_sign_BYTES, '\0');
+    crypto_sign_detached(reinterpret_cast<unsigned char*>(signature.data()), nullptr,
+                         reinterpret_cast<const unsigned char*>(manifest.data()), manifest.size(), secretKey);
   }
   std::string FileText(const QString& path) {
     QFile f(path);
@@ -414,7 +448,8 @@ struct UpdateUiTest : ServicesUiTest {
   unsigned char secretKey[crypto_sign_SECRETKEYBYTES]{};
   std::string version = "2.32";
   std::string newExecutable = "new executable";
-  std::string signature;
+  std::string manifest, signature;
+  bool drip = false;
   QTemporaryDir folder;
   QString executable;
 };
@@ -449,6 +484,7 @@ TEST_F(UpdateUiTest, AboutBoxCheck) {
   // A newer version: the question; No keeps the box open, Yes asks for the update and closes it.
   norvane::testing::SetConnectionState(true);
   version = "2.33";
+  Publish(newExecutable);
   for (auto answer : {QMessageBox::No, QMessageBox::Yes}) {
     AboutDialog about;
     about.show();
@@ -474,18 +510,14 @@ TEST_F(UpdateUiTest, PackageManagedInstallOffersNoUpdate) {
 
 TEST_F(UpdateUiTest, UpdateDialogReplacesTheExecutableOrSaysItFailed) {
   for (bool good : {false, true}) {
-    signature = good ? Sign(newExecutable) : Sign("something else");
+    Publish(good ? newExecutable : "something else");
     UpdateDialog dialog;
-    QTimer::singleShot(0, &dialog, [&] {
-      // Esc is refused until the update has run.
-      QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
     QTimer::singleShot(3000, &dialog, &QDialog::reject);  // safety net
     auto* close = dialog.findChild<QPushButton*>("cmdClose");
     auto* label = dialog.findChild<QLabel*>("LblUpdate");
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] {
-      if (close->isEnabled()) close->click();
+      if (label->text() != "Update in progress, please wait.." && !label->text().isEmpty()) close->click();
     });
     poll.start(20);
     dialog.exec();
@@ -495,6 +527,30 @@ TEST_F(UpdateUiTest, UpdateDialogReplacesTheExecutableOrSaysItFailed) {
     EXPECT_EQ(QFile::exists(folder.filePath("Norvane.bak")), good);
     EXPECT_FALSE(QFile::exists(folder.filePath("Norvane.new")));
   }
+}
+
+TEST_F(UpdateUiTest, EscapeCancelsADownloadThatNeverEnds) {
+  Publish(newExecutable);
+  drip = true;  // a byte every 2 s: the 20 s stall timeout never ends it
+  norvane::testing::SetStallTimeout(std::chrono::seconds(20));
+  UpdateDialog dialog;
+  QElapsedTimer clock;
+  QTimer::singleShot(800, &dialog, [&] {
+    EXPECT_TRUE(dialog.running());
+    EXPECT_TRUE(QFile::exists(folder.filePath("Norvane.new")));
+    clock.start();
+    QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+  });
+  QTimer::singleShot(10000, &dialog, [&] {
+    ADD_FAILURE() << "still open";
+    server.Release();
+    QTimer::singleShot(3000, &dialog, [&] { dialog.done(0); });
+  });
+  dialog.exec();
+  EXPECT_LT(clock.elapsed(), 1000);
+  EXPECT_FALSE(dialog.updated());
+  EXPECT_EQ(FileText(executable), "old executable");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({"norvane"}));
 }
 
 TEST_F(UpdateUiTest, DailyCheckOnTheMenusFirstTick) {
@@ -507,6 +563,7 @@ TEST_F(UpdateUiTest, DailyCheckOnTheMenusFirstTick) {
   Hooks().afterSettingsRead();
   EXPECT_FALSE(QFile::exists(folder.filePath("Norvane.bak")));
 
+  Publish(newExecutable);
   MessageBoxAnswer seen;
   {
     MainMenu menu(registry);
@@ -514,19 +571,20 @@ TEST_F(UpdateUiTest, DailyCheckOnTheMenusFirstTick) {
     AnswerNextMessageBox(QMessageBox::No, &seen);
     menu.firstTick();
     EXPECT_EQ(seen.seen, 1);
-    EXPECT_EQ(server.Requests(), 1);
+    EXPECT_EQ(server.Requests(), 3);
     EXPECT_EQ(App().settings.PrevAutoUpdate, TodayText());
+    // Saved at once, not only at exit: a program killed meanwhile does not check again today.
+    EXPECT_EQ(ReadSettings(App().settingsFile()).PrevAutoUpdate, TodayText());
   }
   // Second start on the same day: no request.
   {
     MainMenu menu(registry);
     menu.timer()->stop();
     menu.firstTick();
-    EXPECT_EQ(server.Requests(), 1);
+    EXPECT_EQ(server.Requests(), 3);
   }
   // Next day, newer version, Yes: the update runs and the program ends.
   App().settings.PrevAutoUpdate = "yesterday";
-  signature = Sign(newExecutable);
   MainMenu menu(registry);
   menu.timer()->stop();
   menu.show();
@@ -534,7 +592,7 @@ TEST_F(UpdateUiTest, DailyCheckOnTheMenusFirstTick) {
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
     auto* dialog = qobject_cast<UpdateDialog*>(QApplication::activeModalWidget());
-    if (dialog && !dialog->running() && dialog->findChild<QPushButton*>("cmdClose")->isEnabled())
+    if (dialog && dialog->findChild<QLabel*>("LblUpdate")->text() == "Update completed..please restart")
       dialog->findChild<QPushButton*>("cmdClose")->click();
   });
   poll.start(20);

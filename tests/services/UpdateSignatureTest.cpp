@@ -9,6 +9,7 @@
 #include <iterator>
 #include <string>
 
+#include "services/UpdateManifest.hpp"
 #include "services/UpdateSignature.hpp"
 
 namespace norvane {
@@ -65,7 +66,7 @@ TEST(UpdateSignature, BuiltInKeyMatchesTheReleaseKey) {
   EXPECT_TRUE(VerifyUpdateSignature(Bytes(file), file.size(), sig, TrustedUpdateKey()));
 }
 
-// scripts/sign-update (OpenSSL) makes signatures that the program (libsodium) accepts.
+// scripts/sign-update (OpenSSL, sha256sum) makes manifests that the program (libsodium) accepts.
 TEST(UpdateSignature, SigningScriptInteroperates) {
   if (std::system("command -v openssl >/dev/null 2>&1") != 0) GTEST_SKIP() << "openssl command not installed";
   const std::filesystem::path dir = std::filesystem::temp_directory_path() / ("norvane-sign-" + std::to_string(::getpid()));
@@ -73,10 +74,13 @@ TEST(UpdateSignature, SigningScriptInteroperates) {
   std::filesystem::create_directories(dir);
   const std::string script = std::string(NORVANE_SOURCE_DIR) + "/scripts/sign-update";
   const std::string key = (dir / "key.pem").string(), pub = (dir / "pub.txt").string();
-  const std::string file = (dir / "Norvane.new").string();
-  std::ofstream(file, std::ios::binary) << std::string(3000, 'x') << "release";
+  const std::string file = (dir / "norvane").string();
+  std::ofstream(file, std::ios::binary) << "test";
   ASSERT_EQ(std::system(("'" + script + "' --new-key '" + key + "' > '" + pub + "'").c_str()), 0);
-  ASSERT_EQ(std::system(("'" + script + "' '" + key + "' '" + file + "' > /dev/null").c_str()), 0);
+  ASSERT_EQ(std::system(("'" + script + "' '" + key + "' '" + file + "' 2.33 linux-x86_64 > /dev/null").c_str()), 0);
+  // A version or platform the program would not read is refused before anything is signed.
+  EXPECT_NE(std::system(("'" + script + "' '" + key + "' '" + file + "' 2.3 linux-x86_64 2>/dev/null").c_str()), 0);
+  EXPECT_NE(std::system(("'" + script + "' '" + key + "' '" + file + "' 2.33 'Linux x86' 2>/dev/null").c_str()), 0);
   // A second --new-key on the same path must not overwrite the secret key.
   EXPECT_NE(std::system(("'" + script + "' --new-key '" + key + "' 2>/dev/null >/dev/null").c_str()), 0);
 
@@ -89,8 +93,15 @@ TEST(UpdateSignature, SigningScriptInteroperates) {
     b = static_cast<unsigned char>(v);
   }
   std::fclose(f);
-  const std::string data = ReadAll(file), sig = ReadAll(file + ".sig");
-  EXPECT_TRUE(VerifyUpdateSignature(Bytes(data), data.size(), sig, pk));
+  const std::optional<UpdateManifest> m =
+      ReadSignedManifest(ReadAll(dir / "Norvane.manifest"), ReadAll(dir / "Norvane.manifest.sig"), pk);
+  ASSERT_TRUE(m);
+  EXPECT_EQ(m->version, 233);
+  EXPECT_EQ(m->platform, "linux-x86_64");
+  EXPECT_EQ(m->size, 4);
+  EXPECT_EQ(m->sha256[0], 0x9f);  // SHA-256 of "test" is 9f86d081...b0f00a08
+  EXPECT_EQ(m->sha256[31], 0x08);
+  EXPECT_EQ(ReadAll(dir / "NorvaneVerInfo.txt"), "2.33");
   std::filesystem::remove_all(dir);
 }
 

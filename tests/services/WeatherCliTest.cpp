@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
+#include <QJsonDocument>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -19,10 +20,11 @@ struct CliRun {
   std::string out, err;
 };
 
-CliRun RunCli(const QStringList& args, const std::string& weatherUrl) {
+CliRun RunCli(const QStringList& args, const std::string& weatherUrl, const char* deadlineMs = nullptr) {
   QProcess process;
   QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
   env.insert("NORVANE_WEATHER_URL", QString::fromStdString(weatherUrl));
+  if (deadlineMs) env.insert("NORVANE_TRANSFER_DEADLINE_MS", deadlineMs);
   process.setProcessEnvironment(env);
   process.start(NORVANE_CLI, args);
   if (!process.waitForFinished(30000)) return {-1, "", "timed out"};
@@ -40,6 +42,13 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
   r.Get("/data/forecasts/taf/stations/EGLL.TXT", [&](const httplib::Request&, httplib::Response& res) {
     res.set_content(year + "/03/14 11:02\nTAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 \n  TEMPO 1412/1418 BKN014\n",
                     "text/plain");
+  });
+  r.Get("/data/observations/metar/stations/EVIL.TXT", [&](const httplib::Request&, httplib::Response& res) {
+    res.set_content(year + "/03/14 09:50\x1b]0;owned\x07\nEDDM M\xfcnchen \x1b[2J\x9b" "31m\r\n", "text/plain");
+  });
+  // A byte every 2 s for 12 s: only the overall deadline ends the transfer.
+  r.Get("/data/observations/metar/stations/SLOW.TXT", [&](const httplib::Request&, httplib::Response& res) {
+    server.Drip(res, 6);
   });
   const std::string base = server.Start() + "/data";
 
@@ -67,6 +76,21 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
     EXPECT_EQ(run.out, row.out) << row.args.join(' ').toStdString();
   }
   EXPECT_NE(RunCli({"weather", "--icao", "EGL"}, base).err.find("four-letter"), std::string::npos);
+
+  // Escape sequences and Latin-1 from the server: no control byte reaches the terminal, and
+  // --json is UTF-8 that a strict parser takes.
+  const CliRun text = RunCli({"weather", "--icao", "EVIL"}, base);
+  EXPECT_EQ(text.out.find_first_of("\x1b\x07\r\x9b"), std::string::npos) << text.out;
+  EXPECT_NE(text.out.find("EDDM M\u00fcnchen"), std::string::npos) << text.out;
+  QJsonParseError error;
+  const QJsonDocument json =
+      QJsonDocument::fromJson(QByteArray::fromStdString(RunCli({"--json", "weather", "--icao", "EVIL"}, base).out), &error);
+  EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+  EXPECT_TRUE(json["report"].toString().startsWith(QString::fromUtf8("EDDM M\u00fcnchen")));
+
+  const CliRun slow = RunCli({"weather", "--icao", "SLOW"}, base, "3000");
+  EXPECT_EQ(slow.status, 1);
+  EXPECT_EQ(slow.out, "message: Read data error\n");
 
   server.Stop();
   const CliRun refused = RunCli({"weather", "--icao", "EGLL"}, test::RefusingUrl());

@@ -50,6 +50,13 @@ TEST(WeatherReport, ReadsStationFilesOfTheCurrentYear) {
       {"<html><body>404 Not Found</body></html>", 2025, 5, "", ""},
       {"", 2025, 5, "", ""},
       {"202", 2025, 5, "", ""},
+      // Control characters of a hostile server become U+FFFD (a tab a space); Latin-1 letters are
+      // read as Latin-1 when the reply is not UTF-8, UTF-8 stays UTF-8.
+      {"2025/03/14 09:50\x1b]0;pwned\x07\nEGLL\t140950Z \x1b[2J\x9b" "31m\rQ1018\x7f\n", 2025, 0,
+       "2025/03/14 09:50\uFFFD]0;pwned\uFFFD", "EGLL 140950Z \uFFFD[2J\uFFFD31m\uFFFDQ1018\uFFFD"},
+      {"2025/03/14 09:50\nM\xfcnchen \xb0" "C\n", 2025, 0, "2025/03/14 09:50", "M\u00fcnchen \u00b0C"},
+      {"2025/03/14 09:50\nM\u00fcnchen \u00b0C\n", 2025, 0, "2025/03/14 09:50", "M\u00fcnchen \u00b0C"},
+      {"2025/03/14 09:50\n\xc0\xaf \xed\xa0\x80\n", 2025, 0, "2025/03/14 09:50", "\u00c0\u00af \u00ed\u00a0\uFFFD"},
   };
   for (const Row& r : rows) {
     const WeatherResult w = ParseWeatherReply(r.file, r.year);

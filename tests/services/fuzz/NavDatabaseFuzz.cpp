@@ -1,7 +1,13 @@
-// libFuzzer target: the waypoint database reader on arbitrary bytes. A database that loads must
-// answer every lookup within its records, and the binary search must agree with the scan.
+// libFuzzer target: the waypoint database reader on arbitrary bytes, in memory and from a file
+// (CheckNavDB, then LoadNavDB reading the records straight into place). Both paths must reach the
+// same verdict and records; a database that loads must answer every lookup within its records,
+// and the binary search must agree with the scan.
+#include <unistd.h>
+
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "services/NavDatabase.hpp"
@@ -12,12 +18,30 @@ namespace {
 void Require(bool condition) {
   if (!condition) std::abort();
 }
+
+// The same bytes as a file, read by the file path; its verdict must be the in-memory one.
+void RequireSameFromFile(const uint8_t* data, size_t size, const NavDatabase& memory) {
+  static const std::string path =
+      (std::filesystem::temp_directory_path() / ("norvane-fuzz-" + std::to_string(::getpid()) + ".dat")).string();
+  std::FILE* f = std::fopen(path.c_str(), "wb");
+  Require(f != nullptr && std::fwrite(data, 1, size, f) == size && std::fclose(f) == 0);
+  NavDatabase file;
+  file.SetDBPath(path);
+  const bool checked = file.CheckNavDB();
+  const bool loaded = file.LoadNavDB();
+  Require(loaded == !memory.DBError() && (checked || !loaded));  // what loads passes the check
+  Require(file.Status() == memory.Status() && file.StatusText() == memory.StatusText());
+  Require(file.Records() == memory.Records() && file.Index() == memory.Index() && file.DBCycle() == memory.DBCycle());
+  std::remove(path.c_str());
+}
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   NavDatabase db;
   db.SetDBPath("fuzz/input.dat");
-  if (!db.LoadNavDBFromBytes({data, size})) {
+  const bool memoryLoaded = db.LoadNavDBFromBytes({data, size});
+  RequireSameFromFile(data, size, db);
+  if (!memoryLoaded) {
     Require(db.DBError() && db.Records().empty() && db.FindIdent("A").first == 0);
     return 0;
   }

@@ -1,0 +1,71 @@
+// libFuzzer target: the update manifest as a server sends it. A manifest that reads has fields
+// within their ranges and reads the same once written out again; none verifies under the built-in
+// key, and one signed with a test key stops verifying when any byte of it changes.
+#include <sodium.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "services/UpdateInfo.hpp"
+#include "services/UpdateManifest.hpp"
+
+using namespace norvane;
+
+namespace {
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+struct KeyPair {
+  UpdatePublicKey pk{};
+  std::array<unsigned char, crypto_sign_SECRETKEYBYTES> sk{};
+  KeyPair() {
+    Require(sodium_init() >= 0);
+    crypto_sign_keypair(pk.data(), sk.data());
+  }
+};
+
+std::string Written(const UpdateManifest& m) {
+  char hex[2 * sizeof(Sha256Digest) + 1];
+  sodium_bin2hex(hex, sizeof hex, m.sha256.data(), m.sha256.size());
+  std::string minor = std::to_string(m.version % 100);
+  if (minor.size() < 2) minor.insert(0, "0");
+  return std::string(kManifestHeader) + "\nversion: " + std::to_string(m.version / 100) + "." + minor +
+         "\nplatform: " + m.platform + "\nsize: " + std::to_string(m.size) + "\nsha256: " + hex + "\n";
+}
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const std::optional<UpdateManifest> m = ParseUpdateManifest(text);
+  if (m) {
+    Require(m->version >= 1 && m->size >= 1 && m->size <= kExecutableLimit);
+    Require(!m->platform.empty() && m->platform.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-_") ==
+                                        std::string::npos);
+    const std::optional<UpdateManifest> again = ParseUpdateManifest(Written(*m));
+    Require(again && again->version == m->version && again->platform == m->platform && again->size == m->size &&
+            again->sha256 == m->sha256);
+    Require(JudgeManifest(m, m->version, m->platform) == ManifestVerdict::NotNewer);
+    Require(JudgeManifest(m, static_cast<int16_t>(m->version - 1), m->platform) == ManifestVerdict::Install);
+  }
+  Require(JudgeManifest(std::nullopt, 0, "linux-x86_64") == ManifestVerdict::Invalid);
+
+  // The first 64 bytes as a signature of the rest: never good under the built-in key.
+  if (size >= kUpdateSignatureSize)
+    Require(!ReadSignedManifest(text.substr(kUpdateSignatureSize), text.substr(0, kUpdateSignatureSize),
+                                TrustedUpdateKey()));
+
+  static const KeyPair keys;
+  std::string sig(kUpdateSignatureSize, '\0');
+  crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr, data, size, keys.sk.data());
+  Require(ReadSignedManifest(text, sig, keys.pk).has_value() == m.has_value());
+  if (size > 0) {
+    std::string changed(text);
+    changed[data[0] % size] ^= static_cast<char>(1u << (data[size - 1] % 8));
+    Require(!ReadSignedManifest(changed, sig, keys.pk));
+  }
+  return 0;
+}
