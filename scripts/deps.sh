@@ -3,7 +3,7 @@
 NORVANE_BUILD_PACKAGES=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
-  libcli11-dev libsodium-dev libcsv-dev
+  libcli11-dev libsodium-dev libcsv-dev libmuparser-dev
   fonts-dejavu-core
 )
 NORVANE_TEST_PACKAGES=(

@@ -11,7 +11,7 @@ void RegisterAtmosphereCommands(CLI::App& app);   // atmosphere speed changeover
 void RegisterNavigationCommands(CLI::App& app);   // tracks point intersection magvar inverse direct
 void RegisterManoeuvreCommands(CLI::App& app);    // wind turn holding
 void RegisterSunCommands(CLI::App& app);          // sun
-void RegisterToolCommands(CLI::App& app);         // convert angle
+void RegisterToolCommands(CLI::App& app);         // convert angle calc
 void RegisterServiceCommands(CLI::App& app);      // navdb weather
 void RegisterNavDBCommands(CLI::App& app);        // navdb (called by RegisterServiceCommands)
 void RegisterNavScreenCommands(CLI::App& app);    // tracks point intersection (called by RegisterNavigationCommands)

@@ -7,6 +7,7 @@
 
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
+#include "tools/TinyCalculator.hpp"
 #include "tools/UnitConversion.hpp"
 
 namespace norvane::cli {
@@ -136,6 +137,39 @@ void RegisterToolCommands(CLI::App& app) {
     out.Add("d", FormatDegreesD(total), total);
     out.Add("dm", FormatDegreesDM(total));
     out.Add("dms", FormatDegreesDMS(total));
+    ExitStatus() = out.Print();
+  });
+
+  struct CalcOptions {
+    bool radians = false;
+    std::vector<std::string> words;
+  };
+  auto calcOpt = std::make_shared<CalcOptions>();
+  CLI::App* calc = app.add_subcommand(
+      "calc", "Evaluate an expression as the tiny math calculator does, e.g.\n"
+              "  norvane-cli calc \"2*sin(30)+sqrt(2)^2\"\n"
+              "Operators + - * / ^ and a postfix % (per cent), parentheses; functions sin cos tan asin\n"
+              "acos atan (degrees unless --rad), sqrt ln log (base 10) exp abs; the constant pi.\n"
+              "Results to 12 significant digits, scientific from 1E+12 and below 1E-6.");
+  calc->add_flag("--rad", calcOpt->radians, "Trigonometry in radians instead of degrees");
+  calc->add_option("EXPRESSION", calcOpt->words, "The expression (several words are joined by blanks)")
+      ->type_name("TEXT")
+      ->required();
+  calc->callback([calcOpt] {
+    std::string expression;
+    for (const auto& w : calcOpt->words) expression += (expression.empty() ? "" : " ") + w;
+    TinyCalculator calculator;
+    calculator.SetAngleUnit(calcOpt->radians ? AngleUnit::Radians : AngleUnit::Degrees);
+    const CalcOutcome r = calculator.Evaluate(expression);
+    if (r.kind == CalcOutcome::Kind::SyntaxError)
+      throw UsageError("EXPRESSION: " + r.text + (r.detail.empty() ? "" : ": " + r.detail));
+    ResultPrinter out;
+    if (r.ok()) {
+      out.Add("result", r.text, r.value);
+    } else {
+      out.Message(r.text);
+      out.SetFailed();
+    }
     ExitStatus() = out.Print();
   });
 }

@@ -1,10 +1,12 @@
 #include "app/ScreenRegistry.hpp"
+#include "tools/TinyCalculatorScreen.hpp"
 #include "tools/UnitConversionScreen.hpp"
 
 namespace norvane {
 
 void RegisterToolScreens(ScreenRegistry& registry) {
   registry.add(12, [] { return new UnitConversionScreen; });
+  registry.add(16, [] { return new TinyCalculatorScreen; });
 }
 
 }  // namespace norvane

@@ -3,6 +3,7 @@
 // a request counter and a way to release handlers that stall on purpose.
 
 #include <httplib.h>
+#include <sodium.h>
 
 #include <QCoreApplication>
 #include <QTcpServer>
@@ -13,6 +14,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace norvane::test {
 
@@ -97,6 +99,21 @@ inline std::string RefusingUrl() {
   const quint16 port = probe.serverPort();
   probe.close();
   return "http://127.0.0.1:" + std::to_string(port);
+}
+
+// An update manifest naming `file`, and its detached signature under `secretKey`.
+inline std::pair<std::string, std::string> SignedManifest(const std::string& version, const std::string& platform,
+                                                          const std::string& file, const unsigned char* secretKey) {
+  unsigned char digest[crypto_hash_sha256_BYTES];
+  crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(file.data()), file.size());
+  char hex[2 * sizeof digest + 1];
+  sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
+  const std::string manifest = "Norvane update manifest 1\nversion: " + version + "\nplatform: " + platform +
+                               "\nsize: " + std::to_string(file.size()) + "\nsha256: " + hex + "\n";
+  std::string sig(crypto_sign_BYTES, '\0');
+  crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr,
+                       reinterpret_cast<const unsigned char*>(manifest.data()), manifest.size(), secretKey);
+  return {manifest, sig};
 }
 
 // Gives the tests of one binary a QCoreApplication (gtest_main owns main()).

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <tuple>
 
 #include "LocalHttpServer.hpp"
 #include "app/Platform.hpp"
@@ -75,23 +76,11 @@ class SelfUpdateTest : public ::testing::Test {
     norvane::testing::SetStallTimeout(std::chrono::seconds(20));
   }
 
-  std::string Sign(const std::string& data, const unsigned char* secretKey) const {
-    std::string sig(crypto_sign_BYTES, '\0');
-    crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr,
-                         reinterpret_cast<const unsigned char*>(data.data()), data.size(), secretKey);
-    return sig;
-  }
   // Publishes `served` as Norvane.new with a manifest signed by the test key; `described` is the
   // file the manifest gives size and hash of.
   void Publish(int16_t version, const std::string& platform, const std::string& served, const std::string& described) {
-    unsigned char digest[crypto_hash_sha256_BYTES];
-    crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(described.data()), described.size());
-    char hex[2 * sizeof digest + 1];
-    sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
     served_ = served;
-    manifest_ = std::string("Norvane update manifest 1\nversion: ") + VersionText(version) + "\nplatform: " + platform +
-                "\nsize: " + std::to_string(described.size()) + "\nsha256: " + hex + "\n";
-    signature_ = Sign(manifest_, secretKey_);
+    std::tie(manifest_, signature_) = test::SignedManifest(VersionText(version), platform, described, secretKey_);
   }
   void PublishGood() { Publish(Newer(), UpdatePlatformTag(), newExecutable_, newExecutable_); }
   static int16_t Newer() { return static_cast<int16_t>(OwnVersionNumber() + 1); }
@@ -174,7 +163,7 @@ TEST_F(SelfUpdateTest, InstallsOnlyTheFileAGoodManifestNames) {
       {"file swapped on the server", [&] { Publish(Newer(), UpdatePlatformTag(), swapped, file); }},
       {"file longer than stated", [&] { Publish(Newer(), UpdatePlatformTag(), file + "x", file); }},
       {"unsigned manifest", [&] { PublishGood(), signature_.clear(); }},
-      {"signed by someone else", [&] { PublishGood(), signature_ = Sign(manifest_, otherSk); }},
+      {"signed by someone else", [&] { PublishGood(), signature_ = test::SignedManifest(VersionText(Newer()), UpdatePlatformTag(), file, otherSk).second; }},
       {"manifest changed after signing", [&] { PublishGood(), manifest_[manifest_.find("version: ") + 9] = '9'; }},
   };
   for (const Row& r : rows) {

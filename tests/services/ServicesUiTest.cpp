@@ -21,6 +21,7 @@
 #include <sodium.h>
 
 #include <functional>
+#include <tuple>
 
 #include "LocalHttpServer.hpp"
 #include "app/AboutDialog.hpp"
@@ -423,15 +424,7 @@ struct UpdateUiTest : ServicesUiTest {
   }
   // A signed manifest of version 2.33 for this platform naming `file` as the program.
   void Publish(const std::string& file) {
-    unsigned char digest[crypto_hash_sha256_BYTES];
-    crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(file.data()), file.size());
-    char hex[2 * sizeof digest + 1];
-    sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
-    manifest = "Norvane update manifest 1\nversion: 2.33\nplatform: " + UpdatePlatformTag() +
-               "\nsize: " + std::to_string(file.size()) + "\nsha256: " + hex + "\n";
-    signature.assign(crypto_sign_BYTES, '\0');
-    crypto_sign_detached(reinterpret_cast<unsigned char*>(signature.data()), nullptr,
-                         reinterpret_cast<const unsigned char*>(manifest.data()), manifest.size(), secretKey);
+    std::tie(manifest, signature) = test::SignedManifest("2.33", UpdatePlatformTag(), file, secretKey);
   }
   std::string FileText(const QString& path) {
     QFile f(path);

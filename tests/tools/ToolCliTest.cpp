@@ -86,5 +86,27 @@ TEST(ToolCli, HelpListsTypesUnitsAndRanges) {
   for (const char* s : {"0 to 180", "59.999999", "0 to 59.99"}) EXPECT_NE(ang.out.find(s), std::string::npos) << s;
 }
 
+TEST(ToolCli, CalcPrintsTheResultLineOrFails) {
+  struct Row {
+    std::vector<std::string> args;
+    int status;
+    const char* out;
+  } rows[] = {
+      {{"calc", "-2^2"}, 0, "result: -4\n"},
+      {{"calc", "2", "*", "sin(30)"}, 0, "result: 1\n"},
+      {{"calc", "--rad", "cos(pi)"}, 0, "result: -1\n"},
+      {{"--raw", "calc", "1/3"}, 0, "result: 0.33333333333333331\n"},
+      {{"calc", "1/(2-2)"}, 1, "message: Division by zero\n"},
+      {{"calc", "sqrt(-1)"}, 1, "message: Math error\n"},
+      {{"calc", "2+"}, 2, ""},
+  };
+  for (const Row& r : rows) {
+    const auto res = Cli(r.args);
+    EXPECT_EQ(res.status, r.status) << r.args.back();
+    EXPECT_EQ(res.out, r.out);
+  }
+  EXPECT_NE(Cli({"calc", "2+"}).err.find("Syntax error"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace norvane
