@@ -24,6 +24,7 @@ namespace norvane {
 
 OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19", tr("Options and default"), parent) {
   const Settings& s = App().settings;
+  setRemembersInputs(false);  // it shows the settings, which keep themselves
   calculateButton()->hide();
   closeButton()->hide();
   setInputValid(0, true);

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QVBoxLayout>
 
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
@@ -84,16 +85,25 @@ QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& n
   return b;
 }
 
-QPushButton* NavigationScreen::makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon) {
-  auto* b = new QPushButton(tr("Import from database"), this);
+QWidget* NavigationScreen::makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon) {
+  auto* box = new QWidget(this);
+  auto* column = new QVBoxLayout(box);
+  column->setContentsMargins(0, 0, 0, 0);
+  auto* b = new QPushButton(tr("Import from database"), box);
+  auto* named = new QLabel(box);
+  named->setObjectName(QStringLiteral("lbl") + name.mid(3));
+  named->setAlignment(Qt::AlignCenter);
+  named->setMinimumHeight(named->fontMetrics().height());
+  column->addWidget(b);
+  column->addWidget(named);
   b->setObjectName(name);
   b->setAutoDefault(false);
   b->setToolTip(tr("Take the coordinates of a waypoint from the active database"));
   const CoordinateFields latFields = lat->fields(), lonFields = lon->fields();
-  connect(b, &QPushButton::clicked, this, [this, latFields, lonFields] {
-    if (ImportWaypoint(this, latFields, lonFields) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
+  connect(b, &QPushButton::clicked, this, [this, latFields, lonFields, named] {
+    if (ImportWaypoint(this, latFields, lonFields, named) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
   });
-  return b;
+  return box;
 }
 
 MagSettings NavigationScreen::DefaultMagSettings() {

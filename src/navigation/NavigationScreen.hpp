@@ -45,8 +45,9 @@ class NavigationScreen : public CalculatorScreen {
                            const QString& optName);
   // An option button of a group whose change recalculates a shown result.
   QRadioButton* makeOption(const QString& text, const QString& name, QWidget* parent);
-  // "Import from database", named `name`, filling lat and lon.
-  QPushButton* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
+  // "Import from database", named `name`, filling lat and lon, over the label (named "lbl" +
+  // `name` without its "cmd") that names the imported waypoint.
+  QWidget* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
 
   // The Options screen's magnetic-variation settings (default year and model).
   static MagSettings DefaultMagSettings();

@@ -118,6 +118,10 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   optTRK_[trackChoice]->setChecked(true);
   optModel_[gModelChoice]->setChecked(true);
   optDist_[gDistChoice]->setChecked(true);
+  // A unit change converts the distance typed (nautical miles as the base).
+  convertOnSwitch({optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
+                  {{1, 0}, {1 / 1.852, 0}, {1 / 1852.0, 0}, {0.3048 / 1852, 0}},
+                  [](int u) { return std::pair{0.0, u == 0 ? 5400.0 : 10000.0}; }, 1);
   for (int i = 0; i < 2; ++i) {
     connect(optTRK_[i], &QRadioButton::toggled, this, [i](bool on) {
       if (on) gTrackChoice = i;
@@ -137,11 +141,7 @@ DistanceUnit PointScreen::unit() const {
 void PointScreen::setDistDisplay(DistanceUnit u) {
   optDist_[int(u)]->setChecked(true);
   distance_->setToolTip(DistanceHelp(u));
-  distance_->setRange(0, u == DistanceUnit::Nm ? 5400 : 10000);
-  // The number typed now means another distance: recompute a shown result, or keep Calculate's
-  // state in step with the new range.
-  if (calculated() && allInputsValid()) recalculateIfCalculated();
-  else clearData();
+  distance_->setRange(0, u == DistanceUnit::Nm ? 5400 : 10000);  // the conversion follows
   setInputValid(7, distance_->isValid());
 }
 

@@ -1,6 +1,7 @@
 #include "services/WaypointImport.hpp"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QLineEdit>
 
 #include "app/AppContext.hpp"
@@ -24,9 +25,28 @@ void Fill(const CoordinateFields& f, int32_t word, bool withSeconds, int maxDegr
   if (option) option->setChecked(true);
 }
 
+// The name stays only while the boxes hold what the import wrote.
+void WireClearing(QLabel* label, const CoordinateFields& lat, const CoordinateFields& lon) {
+  if (label->property("clearsOnEdit").toBool()) return;
+  label->setProperty("clearsOnEdit", true);
+  for (const CoordinateFields* f : {&lat, &lon}) {
+    for (QLineEdit* b : {f->deg, f->min, f->sec})
+      if (b) QObject::connect(b, &QLineEdit::textChanged, label, &QLabel::clear);
+    for (QAbstractButton* o : {f->positive, f->negative})
+      if (o) QObject::connect(o, &QAbstractButton::clicked, label, &QLabel::clear);
+  }
+}
+
 }  // namespace
 
-ImportOutcome ImportWaypoint(QWidget* parent, const CoordinateFields& lat, const CoordinateFields& lon, QString* ident) {
+QString ImportedName(const std::string& ident, int type) {
+  static const char* const kKinds[4] = {QT_TRANSLATE_NOOP("Import", "airport"), "VOR", "NDB",
+                                        QT_TRANSLATE_NOOP("Import", "intersection")};
+  return Q(ident) + ' ' + QObject::tr(kKinds[type & 3]);
+}
+
+ImportOutcome ImportWaypoint(QWidget* parent, const CoordinateFields& lat, const CoordinateFields& lon,
+                             QLabel* nameLabel) {
   if (!NavDBActive()) return ImportOutcome::NoDatabase;
   const NavDatabase& db = ActiveNavDB();
   const int selected = RunImportDialog(db, parent);
@@ -34,7 +54,10 @@ ImportOutcome ImportWaypoint(QWidget* parent, const CoordinateFields& lat, const
   const WaypointRecord& r = db.Record(selected);
   Fill(lat, r.lat, lat.sec != nullptr, 89);
   Fill(lon, r.lon, lon.sec != nullptr, 179);
-  if (ident) *ident = Q(IdentFromCode(RecordCode(r)));
+  if (nameLabel) {
+    WireClearing(nameLabel, lat, lon);
+    nameLabel->setText(ImportedName(IdentFromCode(RecordCode(r)), int(RecordType(r))));
+  }
   return ImportOutcome::Imported;
 }
 

@@ -102,6 +102,10 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   connect(cmdImportInitial_, &QPushButton::clicked, this, &SunScreen::importPosition);
   dateColumn->addStretch();
   dateColumn->addWidget(cmdImportInitial_);
+  importedName_ = makeCaption(QString(), "lblImportInitial");
+  importedName_->setAlignment(Qt::AlignCenter);
+  importedName_->setMinimumHeight(importedName_->fontMetrics().height());
+  dateColumn->addWidget(importedName_);
   when->addLayout(dateColumn);
 
   QGroupBox* frameTime = makeFrame(tr("Time system"), "FrameUTCLT");
@@ -250,7 +254,7 @@ void SunScreen::importPosition() {
   // Whole degrees and rounded minutes: this screen has no seconds boxes.
   const CoordinateFields lat{box(0), box(1), nullptr, optLat_[0], optLat_[1]};
   const CoordinateFields lon{box(2), box(3), nullptr, optLng_[0], optLng_[1]};
-  if (ImportWaypoint(this, lat, lon) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
+  if (ImportWaypoint(this, lat, lon, importedName_) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
 }
 
 void SunScreen::prepareScreenshot() {

@@ -46,6 +46,7 @@ class SunScreen : public CalculatorScreen {
   QGroupBox* frameTwilight_;
   QLabel* dataR_[4];
   QPushButton* cmdImportInitial_;
+  QLabel* importedName_ = nullptr;
 };
 
 }  // namespace norvane

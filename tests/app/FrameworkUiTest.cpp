@@ -123,8 +123,6 @@ TEST_F(UiTest, EnterMovesFocusAndNeverComputesEscCloses) {
   QTest::keyClick(a, Qt::Key_Return);
   EXPECT_TRUE(b->hasFocus());
   EXPECT_EQ(b->selectedText(), b->text());
-  QTest::keyClick(b, Qt::Key_Enter);  // into the Calculate button
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   EXPECT_EQ(s.calculations, 0);
   bool unloaded = false;
   QObject::connect(&s, &CalculatorScreen::unloaded, [&] { unloaded = true; });
@@ -140,12 +138,6 @@ TEST_F(UiTest, MenuKeyboardWrapsExactly) {
   menu.timer()->stop();
   menu.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
-  // No highlight: arrows and Enter do nothing.
-  QTest::keyClick(&menu, Qt::Key_Down);
-  QTest::keyClick(&menu, Qt::Key_Return);
-  EXPECT_EQ(menu.hiIndex(), -1);
-  EXPECT_EQ(menu.currentForm(), -1);
-
   struct Row { int from; Qt::Key key; int to; };
   const Row rows[] = {{15, Qt::Key_Right, 6}, {5, Qt::Key_Left, 14}, {19, Qt::Key_Down, 0},
                       {0, Qt::Key_Up, 19},    {3, Qt::Key_Right, 13}, {12, Qt::Key_Left, 2},
@@ -300,6 +292,95 @@ TEST_F(UiTest, AFailedSaveAtExitClosesAndLeavesTheOldFileWhole) {
   menu.show();
   EXPECT_TRUE(menu.close());
   EXPECT_EQ(ReadSettings(App().settingsFile()).LTOffset, -6);
+}
+
+TEST_F(UiTest, FocusedButtonsTakeEnterAndSpaceAndInvalidBoxesSayWhy) {
+  TestScreen s;
+  test::Show(s);
+  QApplication::setActiveWindow(&s);
+  auto* hint = test::Find<QLabel>(s, "lblhelp");
+  test::Type(s, 0, "500");
+  EXPECT_TRUE(hint->isVisible());
+  EXPECT_EQ(hint->text(), "A (0 to 100)");
+  QTest::keyClick(test::Box(s, 0), Qt::Key_Backspace);
+  EXPECT_FALSE(hint->isVisible());
+  QTest::keyClick(test::Box(s, 0), Qt::Key_Return);
+  QTest::keyClick(test::Box(s, 1), Qt::Key_Return);
+  auto* calc = test::Find<QPushButton>(s, "cmdCalculate");
+  ASSERT_TRUE(calc->hasFocus());
+  EXPECT_EQ(calc->palette().color(QPalette::Button), kFocusedCalculate);
+  QTest::keyClick(calc, Qt::Key_Return);
+  EXPECT_EQ(s.calculations, 1);
+  EXPECT_EQ(s.result->text(), "50");
+  QTest::keyClick(calc, Qt::Key_Space);
+  EXPECT_EQ(s.calculations, 2);
+  QTest::keyClick(calc, Qt::Key_Tab);
+  EXPECT_EQ(calc->palette().color(QPalette::Button), kCalculateArmed);
+  EXPECT_EQ(test::Find<QPushButton>(s, "cmdClose")->palette().color(QPalette::Button), kFocusedButton);
+}
+
+TEST_F(UiTest, MenuKeyboardFromTheStartAndScreensKeepTheirInputs) {
+  const ScreenRegistry reg = TestRegistry();
+  MainMenu menu(reg);
+  menu.timer()->stop();
+  menu.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+  QApplication::setActiveWindow(&menu);
+  EXPECT_EQ(menu.hiIndex(), 0);
+  QTest::keyClick(&menu, Qt::Key_Tab);
+  QTest::keyClick(&menu, Qt::Key_Return);
+  ASSERT_EQ(menu.currentForm(), 1);
+  CalculatorScreen* s = menu.openScreen();
+  EXPECT_EQ(s->focusWidget(), test::Box(*s, 0));
+  QApplication::setActiveWindow(s);
+  QTest::keyClicks(s->focusWidget(), "42");
+  QTest::keyClick(s->focusWidget(), Qt::Key_Tab);
+  QTest::keyClicks(s->focusWidget(), "1.5");
+  QTest::keyClick(s->focusWidget(), Qt::Key_Tab);
+  QTest::keyClick(s->focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(test::Text(*s, "dataR0"), "43.5");
+  QTest::keyClick(s, Qt::Key_Escape);
+  EXPECT_EQ(menu.hiIndex(), 1);  // the keyboard goes on from the item just closed
+  EXPECT_EQ(menu.itemColor(1), kMenuHighlight);
+  QTest::keyClick(&menu, Qt::Key_Return);
+  s = menu.openScreen();
+  ASSERT_TRUE(s);
+  EXPECT_EQ(test::Texts(*s, "InBox", 2), (std::vector<std::string>{"42", "1.5"}));
+  EXPECT_EQ(test::Text(*s, "dataR0"), "43.5");  // calculated again
+  s->close();
+}
+
+TEST_F(UiTest, ScreensOpenBesideTheMenuWhollyOnItsScreen) {
+  struct Row { QRect menu; QSize frame; QPoint at; };
+  const QRect area(0, 0, 1400, 900);
+  const Row rows[] = {{{100, 100, 400, 500}, {300, 400}, {500, 100}},     // right
+                      {{1000, 300, 400, 500}, {300, 400}, {700, 300}},    // left
+                      {{300, 300, 800, 500}, {400, 200}, {300, 700}},     // below, lifted onto the area
+                      {{0, 600, 1300, 300}, {1200, 400}, {0, 500}}};      // nowhere free: on the area
+  for (const Row& r : rows) EXPECT_EQ(PlaceBeside(r.menu, r.frame, area), r.at) << r.menu.x();
+
+  const ScreenRegistry reg = TestRegistry();
+  MainMenu menu(reg);
+  menu.timer()->stop();
+  menu.placeAt(QPoint(2000, 2000));  // a position saved on a display no longer there
+  menu.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+  const QRect screen = menu.screen()->availableGeometry();
+  EXPECT_TRUE(screen.contains(menu.frameGeometry())) << menu.frameGeometry().x() << "," << menu.frameGeometry().y()
+                                                     << " " << menu.frameGeometry().width() << "x" << menu.frameGeometry().height();
+  menu.move(screen.left(), screen.top());
+  menu.chooseItem(0);
+  EXPECT_EQ(menu.openScreen()->x(), menu.frameGeometry().right() + 1);
+  // Dragged to the right edge with "Synchronize windows": the screen goes to the left side.
+  App().settings.Synchronize = 1;
+  menu.firstTick();
+  menu.timer()->start();
+  menu.move(screen.right() - menu.frameGeometry().width(), screen.top());
+  QTest::qWait(250);
+  const QRect placed = menu.openScreen()->frameGeometry();
+  EXPECT_TRUE(screen.contains(placed));
+  EXPECT_LT(placed.right(), menu.frameGeometry().left());
+  menu.openScreen()->close();
 }
 
 TEST_F(UiTest, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {

@@ -127,15 +127,19 @@ TEST_F(AtmosphereUi, AtmosphereDataAltitudeRanges) {
     Type(s, 0, r.text);
     EXPECT_EQ(CanCalculate(s), r.valid) << r.kind << " " << r.unit << " " << r.text;
   }
-  // Switching the unit validates the number anew, without converting it.
+  // Switching the unit converts a valid number; one out of range is kept and checked anew.
   Click(s, "OptAlt0");
   Click(s, "OptAltUnits1");
   Type(s, 0, "200000");
-  EXPECT_TRUE(CanCalculate(s));
   Click(s, "OptAltUnits0");
-  EXPECT_EQ(Box(s, 0)->text(), "200000");
+  EXPECT_EQ(Box(s, 0)->text(), "60960");
   EXPECT_EQ(Text(s, "lblAlt"), "Altitude (m)");
+  EXPECT_TRUE(CanCalculate(s));
+  Type(s, 0, "90000");
   EXPECT_FALSE(CanCalculate(s));
+  Click(s, "OptAltUnits1");
+  EXPECT_EQ(Box(s, 0)->text(), "90000");
+  EXPECT_TRUE(CanCalculate(s));  // 90000 ft is in range
 }
 
 TEST_F(AtmosphereUi, AtmosphereDataNonStandard) {
@@ -291,24 +295,26 @@ TEST_F(AtmosphereUi, DensityAltitude) {
   EXPECT_EQ(Text(s, "DataR2"), "885");
   EXPECT_TRUE(s.calculated());
 
-  // US units: the boxes are validated anew, not converted; 1013.25 inHg is out of range.
+  // US units convert the numbers and recalculate: a hot day stays a hot day.
+  Type(s, 0, "1008");
+  Type(s, 1, "38");
+  Type(s, 2, "22");
+  Type(s, 3, "5000");
+  Calculate(s);
+  const int densityAltitude = std::stoi(Text(s, "DataR2"));
+  EXPECT_NEAR(densityAltitude, 9200, 50);
   Click(s, "OptUnits1");
   EXPECT_EQ(Text(s, "lblInput0"), "Alt setting (inHg)");
   EXPECT_EQ(Text(s, "lblInput1"), "Temperature (°F)");
   EXPECT_EQ(Text(s, "lbldata0"), "Pressure (inHg)");
   EXPECT_EQ(Box(s, 1)->toolTip(), "Air temperature (-103 to 131°F)");
-  EXPECT_FALSE(CanCalculate(s));
-  EXPECT_EQ(Text(s, "DataR0"), "");
-  Type(s, 0, "29.92");
-  Type(s, 1, "86");
-  Type(s, 2, "50");
-  Type(s, 3, "5000");
-  Calculate(s);
-  EXPECT_EQ(Texts(s, "DataR", 3), (std::vector<std::string>{"24.896", "29%", "7982"}));
-  // Back to metric with results shown: the QNH ranges do not overlap, so the results go and
-  // Calculate waits for a QNH in hPa.
+  const auto boxes = [&s] { return QStringList{Box(s, 0)->text(), Box(s, 1)->text(), Box(s, 2)->text(), Box(s, 3)->text()}; };
+  EXPECT_EQ(boxes(), (QStringList{"29.77", "100.4", "71.6", "5000"}));
+  EXPECT_NEAR(std::stoi(Text(s, "DataR2")), densityAltitude, 10);  // 29.77 inHg is 1008.13 hPa
+  // Back to metric: the same values again; a value out of range is kept and checked anew.
+  Type(s, 1, "140");
   Click(s, "OptUnits0");
-  EXPECT_EQ(Text(s, "DataR0"), "");
+  EXPECT_EQ(boxes(), (QStringList{"1008.13", "140", "22", "5000"}));
   EXPECT_FALSE(CanCalculate(s));
   Type(s, 0, "1013.25");
   Type(s, 1, "30");
@@ -366,14 +372,15 @@ TEST_F(AtmosphereUi, StallSpeed) {
   Calculate(s);
   EXPECT_EQ(Text(s, "dataR1"), "30.0");
 
-  // US units: captions and ranges switch, numbers stay; 500 lb is below the range.
+  // US units: the weights are converted (500 kg is 1102 lb) and the result stays.
   Click(s, "OptUnits1");
   EXPECT_EQ(Text(s, "lblInput2"), "MTOW (lb)");
   EXPECT_EQ(Text(s, "lblInput4"), "Weight (lb)");
   EXPECT_EQ(Box(s, StallSpeedScreen::kWeight)->toolTip(), "Current weight (1000 to 1 500 000 lb)");
-  EXPECT_FALSE(CanCalculate(s));
-  EXPECT_EQ(Text(s, "dataR0"), "");
-  Type(s, StallSpeedScreen::kWeight, "2000");
+  EXPECT_EQ(Box(s, StallSpeedScreen::kMtow)->text(), "4409");
+  EXPECT_EQ(Box(s, StallSpeedScreen::kWeight)->text(), "1102");
+  EXPECT_EQ(Text(s, "dataR1"), "30.0");
+  Type(s, StallSpeedScreen::kWeight, "4409");
   Calculate(s);
   EXPECT_EQ(Text(s, "dataR1"), "60.0");
   Type(s, StallSpeedScreen::kAltitude, "65001");

@@ -209,3 +209,22 @@ TEST_F(SunScreenUi, ImportTakesAWaypointPositionWhileADatabaseIsActive) {
   QTest::mouseClick(w<QPushButton>("cmdCalculate"), Qt::LeftButton);
   EXPECT_EQ(result(0), "06:02");
 }
+
+TEST_F(SunScreenUi, TabReachesEveryControlWhicheverOptionIsChecked) {
+  open();
+  QApplication::setActiveWindow(screen.get());
+  click("OptLat1");
+  click("OptLng1");
+  click("TTOpt1");
+  for (int i = 0; i < 4; ++i) type(i, "1");  // Calculate armed, so Tab reaches it
+  box(0)->setFocus();
+  QStringList order;
+  for (int i = 0; i < 20; ++i) {  // the date field takes one Tab per section
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    if (order.isEmpty() || order.back() != QApplication::focusWidget()->objectName())
+      order << QApplication::focusWidget()->objectName();
+  }
+  const QStringList expected{"InBox1", "OptLat1", "InBox2", "InBox3", "OptLng1", "cmdImportInitial",
+                             "DTPicker", "TTOpt1", "LTOff", "TWCombo", "cmdCalculate"};
+  EXPECT_EQ(order.mid(0, expected.size()), expected);
+}
