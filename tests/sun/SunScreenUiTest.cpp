@@ -211,6 +211,8 @@ TEST_F(SunScreenUi, ImportTakesAWaypointPositionWhileADatabaseIsActive) {
 }
 
 TEST_F(SunScreenUi, TabReachesEveryControlWhicheverOptionIsChecked) {
+  InstallNavDBHooks();
+  ASSERT_TRUE(Hooks().openDatabase(NORVANE_SAMPLE_DB));  // the import button takes part only then
   open();
   QApplication::setActiveWindow(screen.get());
   click("OptLat1");
