@@ -101,7 +101,7 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   QFont mono = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   textWeather_->setFont(mono);
   const QFontMetrics fm(mono);
-  textWeather_->setFixedSize(fm.horizontalAdvance(QString(64, QChar('W'))) + 24, fm.lineSpacing() * 9 + 16);
+  textWeather_->setMinimumSize(fm.horizontalAdvance(QString(64, QChar('W'))) + 24, fm.lineSpacing() * 9 + 16);
 
   // The decoded report in plain language beside the report as received.
   textDecoded_ = new QPlainTextEdit(this);
@@ -109,7 +109,7 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   textDecoded_->setReadOnly(true);
   textDecoded_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
   textDecoded_->setTabChangesFocus(true);
-  textDecoded_->setFixedSize(textWeather_->size());
+  textDecoded_->setMinimumSize(textWeather_->minimumSize());
   tabWeather_ = new QTabWidget(this);
   tabWeather_->setObjectName("TabWeather");
   tabWeather_->addTab(textWeather_, tr("&Raw"));
