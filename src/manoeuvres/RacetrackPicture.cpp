@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "app/Angles.hpp"
+#include "manoeuvres/HoldingPicture.hpp"
 
 namespace norvane {
 namespace {
@@ -18,17 +19,6 @@ const QColor kCourseColor(120, 120, 120);
 QPointF Dir(double bearing) {
   const double b = bearing * kDegToRad;
   return {std::sin(b), -std::cos(b)};
-}
-
-void Arrowhead(QPainter& p, QPointF tip, QPointF dir, double size, const QColor& color) {
-  const QPointF side(-dir.y(), dir.x());
-  QPainterPath head;
-  head.moveTo(tip);
-  head.lineTo(tip - dir * size + side * size * 0.45);
-  head.lineTo(tip - dir * size * 0.7);
-  head.lineTo(tip - dir * size - side * size * 0.45);
-  head.closeSubpath();
-  p.fillPath(head, color);
 }
 
 // 1, 2 or 5 times a power of ten, no longer than `maxNm`.
