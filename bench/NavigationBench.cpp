@@ -72,12 +72,17 @@ void BM_DirectWGS84(benchmark::State& s) {
 }
 void BM_ComputeMagVar_WMM2005(benchmark::State& s) {
   Loop(s, [](const Case& c) {
-    return ComputeMagVar(c.lat1 * 0.99 * kDegToRad, c.lon1 * kDegToRad, 0, {2007, 6, 1}, true);
+    return ComputeMagVar(c.lat1 * 0.99 * kDegToRad, c.lon1 * kDegToRad, 0, {2007, 6, 1}, MagModel::WMM2005);
   });
 }
 void BM_ComputeMagVar_IGRF10(benchmark::State& s) {
   Loop(s, [](const Case& c) {
-    return ComputeMagVar(c.lat1 * 0.99 * kDegToRad, c.lon1 * kDegToRad, 0, {2007, 6, 1}, false);
+    return ComputeMagVar(c.lat1 * 0.99 * kDegToRad, c.lon1 * kDegToRad, 0, {2007, 6, 1}, MagModel::IGRF10);
+  });
+}
+void BM_ComputeMagVar_WMM2025(benchmark::State& s) {
+  Loop(s, [](const Case& c) {
+    return ComputeMagVar(c.lat1 * 0.99 * kDegToRad, c.lon1 * kDegToRad, 0, {2027, 6, 1}, MagModel::WMM2025);
   });
 }
 void BM_LoadWMM2005(benchmark::State& s) {
@@ -201,6 +206,7 @@ BENCHMARK(BM_DirectSphere);
 BENCHMARK(BM_DirectWGS84);
 BENCHMARK(BM_ComputeMagVar_WMM2005);
 BENCHMARK(BM_ComputeMagVar_IGRF10);
+BENCHMARK(BM_ComputeMagVar_WMM2025);
 BENCHMARK(BM_LoadWMM2005);
 BENCHMARK(BM_FormatLatLong);
 BENCHMARK(BM_FormatSignificant);

@@ -11,6 +11,7 @@ NORVANE_TEST_PACKAGES=(
   libgeographiclib-dev geographiclib-tools
   libcpp-httplib-dev
   xvfb xauth python3-ephem
+  python3-pymetar libgeo-metar-perl
   appstream desktop-file-utils
   openssl
   clang libclang-rt-14-dev

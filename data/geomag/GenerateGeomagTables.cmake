@@ -1,10 +1,10 @@
 # Writes a C++ source holding the Gauss coefficients of the main-field models as constant tables,
 # so the program needs no data file at run time and never parses text.
 #
-#   cmake -DOUTPUT=GeomagTables.cpp -DMODELS="WMM2005=path/WMM2005.COF=12,IGRF10=path/IGRF10.COF=13"
-#         -P GenerateGeomagTables.cmake
+#   cmake -DOUTPUT=GeomagTables.cpp -DMODELS="WMM2005=path/WMM2005.COF=12=2005.0,..." -P GenerateGeomagTables.cmake
 #
-# MODELS is a comma-separated list of NAME=FILE=MAXDEGREE; NAME becomes norvane::geomag_tables::kNAME.
+# MODELS is a comma-separated list of NAME=FILE=MAXDEGREE=EPOCH; NAME becomes
+# norvane::geomag_tables::kNAME, and the file's header must name EPOCH.
 # The input is NOAA's WMM.COF layout: a header line "epoch name date", rows "n m g h gdot hdot",
 # and terminator lines of 9s. Every row n = 1..MAXDEGREE, m = 0..n must be present exactly once.
 
@@ -22,12 +22,13 @@ set(body "")
 foreach(model IN LISTS model_list)
   string(REPLACE "=" ";" parts "${model}")
   list(LENGTH parts nparts)
-  if(NOT nparts EQUAL 3)
+  if(NOT nparts EQUAL 4)
     message(FATAL_ERROR "GenerateGeomagTables: bad model entry '${model}'")
   endif()
   list(GET parts 0 name)
   list(GET parts 1 file)
   list(GET parts 2 nmax)
+  list(GET parts 3 epoch)
   if(nmax GREATER kMaxDegree)
     message(FATAL_ERROR "${file}: degree ${nmax} exceeds ${kMaxDegree}")
   endif()
@@ -35,8 +36,8 @@ foreach(model IN LISTS model_list)
   file(STRINGS "${file}" lines)
   list(POP_FRONT lines header)
   string(REGEX MATCH "^[ \t]*([0-9.]+)" epoch_match "${header}")
-  if(NOT CMAKE_MATCH_1 STREQUAL "2005.0")
-    message(FATAL_ERROR "${file}: expected epoch 2005.0 in the header, got '${header}'")
+  if(NOT CMAKE_MATCH_1 STREQUAL epoch)
+    message(FATAL_ERROR "${file}: expected epoch ${epoch} in the header, got '${header}'")
   endif()
 
   # Clear the slots of this model, then fill them from the rows.

@@ -2,6 +2,8 @@
 // Process-wide state of the desktop program: set once at start-up, read by every screen.
 
 #include <QString>
+#include <QVariantMap>
+#include <map>
 #include <functional>
 #include <string>
 
@@ -18,6 +20,8 @@ struct AppContext {
   char16_t decimalSep = u'.';
   Settings settings;
   MainMenu* menu = nullptr;  // the main menu, when it exists
+  // Each screen's last inputs and options by form name, kept while the program runs.
+  std::map<QString, QVariantMap> screenInputs;
   // Why the settings will not reach the file at exit, shown in the About box; empty when they
   // will. keepSettingsFile: the file could not be read, so writing at exit would replace the
   // user's settings by defaults.

@@ -1,8 +1,16 @@
 #include "app/CalculatorScreen.hpp"
 
+#include <QAbstractButton>
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QHash>
+#include <QScrollBar>
+#include <QVariant>
+#include <algorithm>
+#include <cmath>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -72,7 +80,7 @@ void CalculatorScreen::updateCalculateState() {
   const bool armed = allInputsValid();
   cmdCalculate_->setEnabled(armed);
   if (armed) {
-    SetBackground(cmdCalculate_, kCalculateArmed);
+    SetBackground(cmdCalculate_, cmdCalculate_->hasFocus() ? kFocusedCalculate : kCalculateArmed);
   } else {
     cmdCalculate_->setPalette(QPalette());
     cmdCalculate_->setAutoFillBackground(false);
@@ -172,7 +180,17 @@ QGroupBox* CalculatorScreen::makeFrame(const QString& caption, const QString& na
 }
 
 void CalculatorScreen::setHelpText(const QString& text) {
-  lblHelp_->setText(text);
+  helpText_ = text;
+  showHint();
+}
+
+void CalculatorScreen::showHint() {
+  // An invalid box says why: its tool tip names the admissible range.
+  const bool hint = hintBox_ && !hintBox_->isValid() && !hintBox_->toolTip().isEmpty();
+  if (hintBox_ && !hint) hintBox_ = nullptr;
+  const QString text = hint ? hintBox_->toolTip() : helpText_;
+  if (lblHelp_->text() != text) lblHelp_->setText(text);
+  SetTextColor(lblHelp_, hint ? kInvalidText : palette().color(QPalette::WindowText));
   lblHelp_->setVisible(!text.isEmpty());
 }
 
@@ -196,8 +214,11 @@ void CalculatorScreen::boxEdited(int /*index*/) {
 
 void CalculatorScreen::onBoxChanged(int index) {
   if (index < static_cast<int>(inputValid_.size())) inputValid_[index] = boxes_[index]->isValid();
-  boxEdited(index);
+  if (!converting_) boxEdited(index);
   updateCalculateState();
+  InputBox* b = boxes_[index];
+  if (!b->isValid() && focusWidget() == b) hintBox_ = b;
+  if (hintBox_) showHint();
 }
 
 void CalculatorScreen::runCalculate() {
@@ -220,21 +241,210 @@ void CalculatorScreen::installEnterFilter() {
   for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
 }
 
+void CalculatorScreen::orderOptionGroups() {
+  // Tab reaches only the checked button of an exclusive group, at that button's own place in the
+  // chain: keep every button of a group next to the first one, so the group has one place in
+  // the order whichever button is checked.
+  std::vector<std::vector<QAbstractButton*>> groups;
+  for (QButtonGroup* g : findChildren<QButtonGroup*>())
+    if (g->exclusive()) {
+      const QList<QAbstractButton*> buttons = g->buttons();
+      groups.emplace_back(buttons.begin(), buttons.end());
+    }
+  for (QRadioButton* r : findChildren<QRadioButton*>()) {
+    if (r->group() || !r->autoExclusive() || !r->parentWidget()) continue;
+    std::vector<QAbstractButton*> siblings;
+    for (QRadioButton* o : r->parentWidget()->findChildren<QRadioButton*>(Qt::FindDirectChildrenOnly))
+      if (!o->group() && o->autoExclusive()) siblings.push_back(o);
+    if (siblings.front() == r) groups.push_back(siblings);
+  }
+  for (auto& g : groups) {
+    if (g.size() < 2) continue;
+    QAbstractButton* first = nullptr;  // the group's member met first in the chain
+    for (QWidget* w = nextInFocusChain(); w != this && !first; w = w->nextInFocusChain())
+      for (QAbstractButton* b : g)
+        if (b == w) first = b;
+    if (!first) continue;
+    QWidget* prev = first;
+    for (QAbstractButton* b : g)
+      if (b != first) {
+        setTabOrder(prev, b);
+        prev = b;
+      }
+  }
+}
+
 void CalculatorScreen::showEvent(QShowEvent* e) {
   installEnterFilter();  // installing twice is harmless: Qt keeps one entry per filter object
+  if (!restored_) {
+    restored_ = true;
+    // Calculate and Exit are made first but come last: Tab walks the inputs, then Calculate.
+    QWidget* last = nullptr;  // the last control Tab reaches (Qt orders only those)
+    for (QWidget* w = nextInFocusChain(); w != this; w = w->nextInFocusChain())
+      if (w->focusPolicy() & Qt::TabFocus) last = w;
+    if (last && last != cmdClose_) {
+      if (last != cmdCalculate_) setTabOrder(last, cmdCalculate_);
+      setTabOrder(cmdCalculate_, cmdClose_);
+    }
+    orderOptionGroups();
+    restoreInputs();
+  }
   QWidget::showEvent(e);
 }
 
+void CalculatorScreen::markFocus(QPushButton* b, bool focused) {
+  if (b == cmdCalculate_) {
+    updateCalculateState();
+  } else if (focused) {
+    SetBackground(b, kFocusedButton);
+  } else {
+    b->setPalette(QPalette());
+    b->setAutoFillBackground(false);
+  }
+}
+
 bool CalculatorScreen::eventFilter(QObject* watched, QEvent* event) {
+  auto* button = qobject_cast<QPushButton*>(watched);
   if (event->type() == QEvent::KeyPress) {
     auto* k = static_cast<QKeyEvent*>(event);
     if ((k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) &&
         !(k->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier))) {
-      focusNextChild();  // Enter moves on like Tab and never computes
+      if (button && button->isEnabled()) button->click();  // a focused button does what it says
+      else focusNextChild();  // elsewhere Enter moves on like Tab and never computes
       return true;
+    }
+  } else if (button && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+    markFocus(button, event->type() == QEvent::FocusIn);
+  } else if (event->type() == QEvent::FocusIn) {
+    auto* b = qobject_cast<InputBox*>(watched);
+    if (b && !b->isValid() && !b->isEmpty() && std::find(boxes_.begin(), boxes_.end(), b) != boxes_.end()) {
+      hintBox_ = b;
+      showHint();
     }
   }
   return QWidget::eventFilter(watched, event);
+}
+
+void CalculatorScreen::convertOnSwitch(const std::vector<QAbstractButton*>& buttons, InputBox* b,
+                                       std::vector<BoxUnit> units, RangeOf rangeOf, int decimals) {
+  UnitSwitch* s = nullptr;
+  for (auto& u : unitSwitches_)
+    if (u->buttons == buttons) s = u.get();
+  if (!s) {
+    unitSwitches_.push_back(std::make_unique<UnitSwitch>());
+    s = unitSwitches_.back().get();
+    s->buttons = buttons;
+    for (int k = 0; k < static_cast<int>(buttons.size()); ++k)
+      connect(buttons[size_t(k)], &QAbstractButton::toggled, this, [this, s, k](bool on) {
+        if (on) unitEntered(*s, k);
+        else unitLeft(*s, k);
+      });
+  }
+  s->boxes.push_back({b, std::move(units), std::move(rangeOf), decimals, std::nullopt});
+}
+
+void CalculatorScreen::unitLeft(UnitSwitch& s, int unit) {
+  // An exclusive group unchecks the old button before it reports the new one.
+  for (auto& bound : s.boxes) {
+    bound.base.reset();
+    if (bound.box->isValid() && !bound.box->isEmpty() && unit < static_cast<int>(bound.units.size()))
+      bound.base = bound.box->value() * bound.units[size_t(unit)].scale + bound.units[size_t(unit)].offset;
+  }
+}
+
+void CalculatorScreen::unitEntered(UnitSwitch& s, int unit) {
+  const bool wasCalculated = calculated_;
+  converting_ = true;
+  for (auto& bound : s.boxes) {
+    if (unit >= static_cast<int>(bound.units.size())) continue;
+    InputBox* b = bound.box;
+    const auto [lo, hi] = bound.rangeOf(unit);
+    b->setRange(lo, hi);
+    if (bound.base && !restoring_) {
+      const BoxUnit& u = bound.units[size_t(unit)];
+      const KeyMode mode = b->rule().mode;
+      const bool whole = mode == KeyMode::UnsignedInt || mode == KeyMode::SignedInt;
+      const double v = std::clamp((*bound.base - u.offset) / u.scale, lo, hi);
+      QString t;
+      for (int d = whole ? 0 : bound.decimals; d >= 0; --d) {  // as many decimals as the box holds
+        t = QString::number(std::clamp(std::round(v * std::pow(10, d)) / std::pow(10, d), lo, hi), 'f', d);
+        if (t.contains('.')) {
+          while (t.endsWith('0')) t.chop(1);
+          if (t.endsWith('.')) t.chop(1);
+        }
+        if (t == QLatin1String("-0")) t = QStringLiteral("0");
+        if (t.size() <= b->maxLength()) break;
+      }
+      b->setText(t.replace('.', QChar(App().decimalSep)));
+    }
+    bound.base.reset();
+    const auto it = std::find(boxes_.begin(), boxes_.end(), b);
+    if (it != boxes_.end()) setInputValid(static_cast<int>(it - boxes_.begin()), b->isValid());
+  }
+  converting_ = false;
+  if (restoring_) return;
+  if (wasCalculated && allInputsValid()) runCalculate();
+  else if (resultsShown_ || !lblError_->text().isEmpty()) clearData();
+}
+
+void CalculatorScreen::rememberInputs() {
+  if (!remembers_) return;
+  QVariantMap state;
+  QHash<QString, int> seen;
+  const auto key = [&seen](QObject* o) {
+    const int n = seen[o->objectName()]++;
+    return n == 0 ? o->objectName() : o->objectName() + '#' + QString::number(n);
+  };
+  for (QWidget* w : findChildren<QWidget*>()) {
+    if (w->objectName().isEmpty()) continue;
+    if (auto* b = qobject_cast<InputBox*>(w)) {
+      if (b->isVisibleTo(this)) state[key(w)] = b->text();  // a box not in use keeps its default
+    } else if (auto* b = qobject_cast<QAbstractButton*>(w)) {
+      if (b->isCheckable()) state[key(w)] = b->isChecked();
+    } else if (auto* s = qobject_cast<QAbstractSlider*>(w)) {
+      state[key(w)] = s->value();
+    } else if (auto* c = qobject_cast<QComboBox*>(w)) {
+      state[key(w)] = c->currentIndex();
+    } else if (auto* d = qobject_cast<QDateTimeEdit*>(w)) {
+      state[key(w)] = d->dateTime();
+    }
+  }
+  state[QStringLiteral(":calculated")] = calculated_;
+  App().screenInputs[objectName()] = state;
+}
+
+void CalculatorScreen::restoreInputs() {
+  if (!remembers_) return;
+  const auto found = App().screenInputs.find(objectName());
+  if (found == App().screenInputs.end()) return;
+  const QVariantMap& state = found->second;
+  // Options first (their handlers set captions and ranges, and may reset boxes), then values.
+  restoring_ = true;
+  for (int pass = 0; pass < 3; ++pass) {
+    QHash<QString, int> seen;
+    for (QWidget* w : findChildren<QWidget*>()) {
+      if (w->objectName().isEmpty()) continue;
+      const int n = seen[w->objectName()]++;
+      const auto v = state.find(n == 0 ? w->objectName() : w->objectName() + '#' + QString::number(n));
+      if (v == state.end()) continue;
+      if (auto* b = qobject_cast<QAbstractButton*>(w); b && pass == 0) {
+        if (b->isCheckable() && b->isChecked() != v->toBool() && (v->toBool() || !b->autoExclusive())) {
+          if (b->isEnabled()) b->click();  // as the user did: the screen's handlers follow
+          else b->setChecked(v->toBool());
+        }
+      } else if (auto* s = qobject_cast<QAbstractSlider*>(w); s && pass == 1) {
+        s->setValue(v->toInt());
+      } else if (auto* c = qobject_cast<QComboBox*>(w); c && pass == 1) {
+        c->setCurrentIndex(v->toInt());
+      } else if (auto* d = qobject_cast<QDateTimeEdit*>(w); d && pass == 1) {
+        d->setDateTime(v->toDateTime());
+      } else if (auto* b = qobject_cast<InputBox*>(w); b && pass == 2) {
+        b->setText(v->toString());
+      }
+    }
+  }
+  restoring_ = false;
+  if (state.value(QStringLiteral(":calculated")).toBool() && allInputsValid()) runCalculate();
 }
 
 void CalculatorScreen::keyPressEvent(QKeyEvent* e) {
@@ -250,6 +460,7 @@ void CalculatorScreen::keyPressEvent(QKeyEvent* e) {
 }
 
 void CalculatorScreen::closeEvent(QCloseEvent* e) {
+  rememberInputs();
   emit unloaded(menuIndex_);
   QWidget::closeEvent(e);
 }

@@ -8,11 +8,19 @@
 //   - Calculate ("cmdCalculate") enabled, with a light-green background, only while every box is
 //     valid (the InputValid flags);
 //   - results and the error label cleared on any edit (boxEdited() may narrow that);
-//   - Enter anywhere moving the focus to the next control, never computing; Esc closes;
+//   - Enter elsewhere than on a push button moving the focus to the next control; Esc closes;
 //   - select-all when a box gets the focus;
 //   - the Calculated flag: recalculateIfCalculated() recomputes after an option change;
 //   - "Exit" ("cmdClose"), and on close the unloaded() signal the menu uses to return the
-//     screen's item to idle.
+//     screen's item to idle;
+//   - Enter or Space on a focused push button presses it, and the focused button is marked;
+//   - the help line shows the tool tip (the admissible range) of a box while it is invalid;
+//   - every option group in the Tab order whichever of its buttons is checked;
+//   - its inputs and options kept while the program runs: on close the named boxes, checkable
+//     buttons, scroll bars, combo boxes and date fields are stored by form name and given back
+//     at the next opening, and results shown at close are calculated again;
+//   - unit switches that convert: a box bound with convertOnSwitch() keeps its quantity when the
+//     user changes the unit.
 // Screens without a Calculate button (live screens) call setLive(true) and compute in
 // boxEdited() / option handlers.
 //
@@ -22,6 +30,10 @@
 #include <QStringList>
 #include <QWidget>
 #include <initializer_list>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/InputBox.hpp"
@@ -35,8 +47,15 @@ class QVBoxLayout;
 class QHBoxLayout;
 class QGroupBox;
 class QRadioButton;
+class QAbstractButton;
 
 namespace norvane {
+
+// One unit a box's quantity can be entered in: base value = number * scale + offset.
+struct BoxUnit {
+  double scale = 1;
+  double offset = 0;
+};
 
 class CalculatorScreen : public QWidget {
   Q_OBJECT
@@ -63,6 +82,11 @@ class CalculatorScreen : public QWidget {
   void recalculateIfCalculated();
   // Puts the screen in a state worth a screenshot (default: calculate when possible).
   virtual void prepareScreenshot();
+  // Stores the named inputs and options in the application context (done on close), and gives
+  // them back (done at the first show); a screen that shows settings rather than inputs opts out.
+  void rememberInputs();
+  void restoreInputs();
+  void setRemembersInputs(bool on) { remembers_ = on; }
 
  signals:
   void unloaded(int menuIndex);
@@ -110,6 +134,14 @@ class CalculatorScreen : public QWidget {
   // written to options[0] and [1], side by side in one exclusive group, unitSystem()'s checked.
   QGroupBox* makeUnitsFrame(const QString& caption, QRadioButton** options);
 
+  // Binds box `b` to a unit switch: while buttons[k] is checked the box holds its quantity in
+  // units[k] with the range rangeOf(k). Changing the unit converts a valid number (rounded to
+  // `decimals`, whole for integer boxes, clamped into the new range) and calculates again when
+  // results were shown; a number that was not valid is kept and validated against the new range.
+  using RangeOf = std::function<std::pair<double, double>(int unit)>;
+  void convertOnSwitch(const std::vector<QAbstractButton*>& buttons, InputBox* b, std::vector<BoxUnit> units,
+                       RangeOf rangeOf, int decimals = 2);
+
   QVBoxLayout* contentLayout() const { return content_; }
   void setHelpText(const QString& text);
   void setLive(bool live);
@@ -126,14 +158,37 @@ class CalculatorScreen : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  struct UnitSwitch {
+    std::vector<QAbstractButton*> buttons;
+    struct Bound {
+      InputBox* box;
+      std::vector<BoxUnit> units;
+      RangeOf rangeOf;
+      int decimals;
+      std::optional<double> base;  // the valid value in base units, taken as the old unit is left
+    };
+    std::vector<Bound> boxes;
+  };
   void onBoxChanged(int index);
   void installEnterFilter();
+  void orderOptionGroups();
+  void unitLeft(UnitSwitch& s, int unit);
+  void unitEntered(UnitSwitch& s, int unit);
+  void showHint();
+  void markFocus(QPushButton* b, bool focused);
 
   int menuIndex_;
   int unitSystem_ = 0;
   bool calculated_ = false;
   bool resultsShown_ = false;
   bool live_ = false;
+  bool remembers_ = true;
+  bool restored_ = false;
+  bool restoring_ = false;
+  bool converting_ = false;
+  InputBox* hintBox_ = nullptr;
+  QString helpText_;
+  std::vector<std::unique_ptr<UnitSwitch>> unitSwitches_;
   std::vector<InputBox*> boxes_;
   std::vector<bool> inputValid_;
   std::vector<QLabel*> results_;

@@ -1,6 +1,13 @@
 #include "app/InputBox.hpp"
 
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
 
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
@@ -57,7 +64,23 @@ void InputBox::validate() {
   }
 }
 
+void InputBox::insertFiltered(const QString& text) {
+  if (isReadOnly()) return;
+  BoxState state;
+  state.text = this->text().toStdU16String();
+  state.maxLength = maxLength();
+  state.caret = hasSelectedText() ? selectionStart() : cursorPosition();
+  state.selectionLength = static_cast<int>(selectedText().size());
+  const std::u16string kept = FilterText(state, text.toStdU16String(), rule_.mode, rule_.toUpper, App().decimalSep);
+  if (!kept.empty()) insert(QString::fromStdU16String(kept));
+}
+
 void InputBox::keyPressEvent(QKeyEvent* e) {
+  if (e->matches(QKeySequence::Paste)) {
+    insertFiltered(QGuiApplication::clipboard()->text());
+    e->accept();
+    return;
+  }
   const QString typed = e->text();
   const bool plain = !(e->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
   if (plain && typed.size() == 1 && typed[0].unicode() >= 32 && typed[0].unicode() != 127) {
@@ -88,9 +111,40 @@ void InputBox::focusInEvent(QFocusEvent* e) {
 }
 
 void InputBox::mouseReleaseEvent(QMouseEvent* e) {
+  // The middle button pastes the X11 selection.
+  if (e->button() == Qt::MiddleButton && QGuiApplication::clipboard()->supportsSelection() && !isReadOnly()) {
+    deselect();
+    insertFiltered(QGuiApplication::clipboard()->text(QClipboard::Selection));
+    e->accept();
+    return;
+  }
   QLineEdit::mouseReleaseEvent(e);
   if (selectOnRelease_ && !hasSelectedText()) selectAll();
   selectOnRelease_ = false;
+}
+
+void InputBox::contextMenuEvent(QContextMenuEvent* e) {
+  QMenu* menu = createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  // The standard menu's Paste calls QLineEdit::paste(), which is not virtual: route it here.
+  for (QAction* paste : menu->actions()) {
+    if (!paste->text().startsWith(QLineEdit::tr("&Paste"))) continue;
+    disconnect(paste, &QAction::triggered, nullptr, nullptr);
+    connect(paste, &QAction::triggered, this, [this] { insertFiltered(QGuiApplication::clipboard()->text()); });
+  }
+  menu->popup(e->globalPos());
+}
+
+void InputBox::dropEvent(QDropEvent* e) {
+  // A move within the box is the box's own text; anything from outside is filtered.
+  if (e->source() == this || !e->mimeData()->hasText() || isReadOnly()) {
+    QLineEdit::dropEvent(e);
+    return;
+  }
+  deselect();
+  setCursorPosition(cursorPositionAt(e->position().toPoint()));
+  insertFiltered(e->mimeData()->text());
+  e->acceptProposedAction();
 }
 
 }  // namespace norvane

@@ -4,6 +4,7 @@
 // showing green text when valid and dark red when not.
 
 #include <QLineEdit>
+#include <QString>
 
 #include "app/InputRules.hpp"
 
@@ -38,6 +39,9 @@ class InputBox : public QLineEdit {
 
   // Re-runs the range check and colouring (also done on every text change).
   void validate();
+  // Inserts text at the caret (replacing the selection) filtered as if typed key by key: the
+  // path of pasted and dropped text, which bypasses the key filter.
+  void insertFiltered(const QString& text);
 
  signals:
   void validityChanged(bool valid);
@@ -46,6 +50,8 @@ class InputBox : public QLineEdit {
   void keyPressEvent(QKeyEvent* e) override;
   void focusInEvent(QFocusEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
+  void contextMenuEvent(QContextMenuEvent* e) override;
+  void dropEvent(QDropEvent* e) override;
 
  private:
   BoxRule rule_;

@@ -1,5 +1,6 @@
 #include "app/InputRules.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 
@@ -26,6 +27,11 @@ char16_t FilterKey(const BoxState& box, char16_t key, KeyMode mode, bool toUpper
   if (key < 32) return key;
   const int len = static_cast<int>(box.text.size());
   if (len == box.maxLength && box.selectionLength == 0) return 0;
+  // The one-minus and one-separator rules look at the text as it will be: the key replaces the
+  // selection (a retyped "-3" over a selected "-2.6" keeps its minus).
+  std::u16string after = box.text;
+  if (box.selectionLength > 0 && box.caret >= 0 && box.caret < len)
+    after.erase(size_t(box.caret), size_t(box.selectionLength));
   if (IsDigit(key)) return m == 4 ? 0 : key;
   if (key >= u'A' && key <= u'Z') return m >= 4 ? key : 0;
   if (key >= u'a' && key <= u'z') {
@@ -34,16 +40,32 @@ char16_t FilterKey(const BoxState& box, char16_t key, KeyMode mode, bool toUpper
   }
   if (key == u'-') {
     if (m != 1 && m != 3) return 0;
-    if (box.caret != 0 || box.text.find(u'-') != std::u16string::npos) return 0;
+    if (box.caret != 0 || after.find(u'-') != std::u16string::npos) return 0;
     return key;
   }
   if (key == u'.' || key == u',' || key == decimalSep) {
-    if ((m == 2 || m == 3) && box.text.find(decimalSep) == std::u16string::npos &&
-        len < box.maxLength - 1)
+    if ((m == 2 || m == 3) && after.find(decimalSep) == std::u16string::npos &&
+        static_cast<int>(after.size()) < box.maxLength - 1)
       return decimalSep;
     return 0;
   }
   return 0;
+}
+
+std::u16string FilterText(BoxState box, std::u16string_view text, KeyMode mode, bool toUpper, char16_t decimalSep) {
+  box.caret = std::clamp(box.caret, 0, static_cast<int>(box.text.size()));
+  box.selectionLength = std::clamp(box.selectionLength, 0, static_cast<int>(box.text.size()) - box.caret);
+  std::u16string out;
+  for (const char16_t c : text) {
+    // Line breaks and tabs of a copied text are not keys the box would take.
+    const char16_t key = c < 32 ? 0 : FilterKey(box, c, mode, toUpper, decimalSep);
+    if (key == 0) continue;
+    box.text.replace(size_t(box.caret), size_t(box.selectionLength), 1, key);
+    ++box.caret;
+    box.selectionLength = 0;
+    out.push_back(key);
+  }
+  return out;
 }
 
 std::optional<int32_t> ParseInt32(const std::u16string& text) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace norvane {
@@ -29,7 +30,14 @@ struct BoxState {
 };
 
 // Returns the key code to use, 0 to swallow the key. decimalSep is the locale's separator code.
+// The key replaces the selection: the one-minus and one-separator rules look at the text as it
+// will be after the key.
 char16_t FilterKey(const BoxState& box, char16_t key, KeyMode mode, bool toUpper, char16_t decimalSep);
+
+// Pasted or dropped text as the box takes it: each character filtered as if typed in turn at the
+// caret (the first replacing the selection); control characters dropped. caret and
+// selectionLength must lie within the text.
+std::u16string FilterText(BoxState box, std::u16string_view text, KeyMode mode, bool toUpper, char16_t decimalSep);
 
 // Enter (13) becomes 0, meaning "swallow and move to the next control"; any other code is
 // returned unchanged.

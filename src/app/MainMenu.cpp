@@ -18,6 +18,7 @@
 #include "app/AboutDialog.hpp"
 #include "app/AppContext.hpp"
 #include "app/CalculatorScreen.hpp"
+#include "app/InputBox.hpp"
 #include "app/UiHelpers.hpp"
 
 namespace norvane {
@@ -119,6 +120,7 @@ MainMenu::MainMenu(const ScreenRegistry& registry, QWidget* parent) : QWidget(pa
   connect(timer_, &QTimer::timeout, this, &MainMenu::onTick);
   timer_->start();
   lastMenuPos_ = pos();
+  highlight(0, true);  // the keyboard works from the start: arrows, Tab and Enter
 }
 
 MainMenu::~MainMenu() {
@@ -142,15 +144,70 @@ void MainMenu::chooseItem(int k) {
   if (k < 0 || k >= kItemCount || lastPressNotLeft_ || k == currentForm_) return;
   if (!registry_.has(k)) return;  // not built in this version: the item opens nothing
   if (screen_) screen_->close();  // its unload returns its item to idle
+  highlight(k, true);
   setItemColor(k, kMenuOpen);
   currentForm_ = k;
   if ((k >= 7 && k <= 11) || k == 19) labelDB_->setEnabled(false);
   screen_ = registry_.create(k);
   connect(screen_, &CalculatorScreen::unloaded, this, &MainMenu::onScreenUnloaded);
-  const QRect menuFrame = frameGeometry();
-  screen_->move(menuFrame.left() + menuFrame.width(), menuFrame.top());
-  if (!minimized_) screen_->show();
+  placeScreen();
+  if (!minimized_) {
+    screen_->show();
+    placeScreen();  // again with the real frame, now that the window system has decorated it
+    // The keyboard goes on in the screen, in its first box (else its first control).
+    screen_->activateWindow();
+    QWidget* first = nullptr;
+    for (QWidget* w = screen_->nextInFocusChain(); w && w != screen_; w = w->nextInFocusChain()) {
+      if (!w->isVisible() || !w->isEnabled() || !(w->focusPolicy() & Qt::TabFocus)) continue;
+      if (!first) first = w;
+      if (qobject_cast<InputBox*>(w)) {
+        first = w;
+        break;
+      }
+    }
+    if (first) first->setFocus(Qt::TabFocusReason);
+  }
   emit screenOpened(k);
+}
+
+void MainMenu::placeScreen() {
+  // Beside the menu where it fits, wholly on the menu's screen.
+  const QRect menuFrame = frameGeometry();
+  QScreen* where = QGuiApplication::screenAt(menuFrame.center());
+  if (!where) where = screen();
+  const QSize decoration = screen_->isVisible() ? screen_->frameGeometry().size() - screen_->size()
+                                                : menuFrame.size() - size();
+  screen_->adjustSize();
+  const QSize frame = screen_->size() + decoration;
+  screen_->move(PlaceBeside(menuFrame, frame, where->availableGeometry()));
+}
+
+void MainMenu::showEvent(QShowEvent* e) {
+  QWidget::showEvent(e);
+  if (placeOnShow_) placeAt(pos());  // again with the window frame, now that it has one
+}
+
+void MainMenu::placeAt(const QPoint& topLeft) {
+  placeOnShow_ = !isVisible();
+  ensurePolished();  // its final size, before it is shown
+  adjustSize();
+  move(topLeft);
+  // Kept where it was left when a screen shows it whole; else moved wholly onto the screen that
+  // needs the shortest move (the one showing most of it, or nearest to it).
+  const QRect frame(topLeft, frameGeometry().size());
+  QScreen* best = nullptr;
+  qint64 bestDistance = -1;
+  for (QScreen* s : QGuiApplication::screens()) {
+    const QRect area = s->availableGeometry();
+    if (area.contains(frame)) return;
+    const QPoint d = ClampOnto(topLeft, frame.size(), area) - topLeft;
+    const qint64 distance = qint64(d.x()) * d.x() + qint64(d.y()) * d.y();
+    if (bestDistance < 0 || distance < bestDistance) {
+      best = s;
+      bestDistance = distance;
+    }
+  }
+  if (best) move(ClampOnto(topLeft, frame.size(), best->availableGeometry()));
 }
 
 void MainMenu::onScreenUnloaded(int k) {
@@ -159,8 +216,12 @@ void MainMenu::onScreenUnloaded(int k) {
     currentForm_ = -1;
     screen_ = nullptr;
   }
-  if (hiIndex_ == k) hiIndex_ = -1;
   labelDB_->setEnabled(true);
+  if (closing_) return;
+  // The keyboard comes back to the menu, on the item of the screen just closed.
+  highlight(k, true);
+  activateWindow();
+  setFocus(Qt::OtherFocusReason);
 }
 
 void MainMenu::applySynchronize() { timer_->setInterval(App().settings.Synchronize == 1 ? 20 : 100); }
@@ -227,8 +288,21 @@ void MainMenu::onTick() {
   }
   // Keep the open screen attached to the menu.
   const QPoint now = pos();
-  if (App().settings.Synchronize == 1 && screen_ && now != lastMenuPos_) screen_->move(screen_->pos() + (now - lastMenuPos_));
+  if (App().settings.Synchronize == 1 && screen_ && now != lastMenuPos_) {
+    screen_->move(screen_->pos() + (now - lastMenuPos_));
+    // Never carried off the menu's screen, nor over the menu: placed beside it again then.
+    QScreen* where = QGuiApplication::screenAt(frameGeometry().center());
+    const QRect moved = screen_->frameGeometry();
+    if (where && (!where->availableGeometry().contains(moved) || moved.intersects(frameGeometry()))) placeScreen();
+  }
   lastMenuPos_ = now;
+}
+
+bool MainMenu::focusNextPrevChild(bool next) {
+  // The menu has no controls to tab between: Tab and Shift+Tab walk the items like Down and Up.
+  if (hiIndex_ < 0) highlight(currentForm_ == 0 ? 1 : 0, true);
+  else step(next ? Qt::Key_Down : Qt::Key_Up);
+  return true;
 }
 
 void MainMenu::keyPressEvent(QKeyEvent* e) {
@@ -241,13 +315,27 @@ void MainMenu::keyPressEvent(QKeyEvent* e) {
     QWidget::keyPressEvent(e);
     return;
   }
-  int step = 0;
   switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       lastPressNotLeft_ = false;
       chooseItem(hiIndex_);
       return;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+      step(key);
+      return;
+    default:
+      QWidget::keyPressEvent(e);
+      return;
+  }
+}
+
+void MainMenu::step(int key) {
+  int step = 0;
+  switch (key) {
     case Qt::Key_Up: step = -1; break;
     case Qt::Key_Down: step = 1; break;
     case Qt::Key_Left:
@@ -258,9 +346,7 @@ void MainMenu::keyPressEvent(QKeyEvent* e) {
       if (hiIndex_ == 19) return;
       step = 10;
       break;
-    default:
-      QWidget::keyPressEvent(e);
-      return;
+    default: return;
   }
   const int old = hiIndex_;
   if (old != currentForm_) setItemColor(old, kMenuIdle);
@@ -356,6 +442,7 @@ bool MainMenu::saveSettings(std::string* error) {
 }
 
 void MainMenu::closeEvent(QCloseEvent* e) {
+  closing_ = true;
   if (screen_) screen_->close();
   timer_->stop();
   // A write failure at exit is not put to the user: the program closes as asked, the old file stays

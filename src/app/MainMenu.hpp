@@ -38,6 +38,8 @@ class MainMenu : public QWidget {
   void chooseItem(int k);
   // Highlights item k (mouse hover or keyboard), returning the previous one to idle.
   void highlight(int k, bool byKeyboard);
+  // Moves the menu to `topLeft`, or onto the nearest screen when no screen shows it there.
+  void placeAt(const QPoint& topLeft);
   // Sets the timer interval from the Synchronize setting (20 ms or 100 ms).
   void applySynchronize();
   // Shows the active database's name, or `failureText` when there is none.
@@ -62,8 +64,12 @@ class MainMenu : public QWidget {
   void changeEvent(QEvent* e) override;
   void paintEvent(QPaintEvent* e) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  void showEvent(QShowEvent* e) override;
 
  private:
+  void placeScreen();
+  void step(int key);
   void onTick();
   void onScreenUnloaded(int k);
   void chooseDatabase();
@@ -82,6 +88,8 @@ class MainMenu : public QWidget {
   bool firstTickDone_ = false;
   bool firstTickQueued_ = false;
   bool lastPressNotLeft_ = false;
+  bool closing_ = false;
+  bool placeOnShow_ = false;
   QPoint lastMenuPos_;
 };
 

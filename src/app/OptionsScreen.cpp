@@ -1,5 +1,7 @@
 #include "app/OptionsScreen.hpp"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -16,11 +18,13 @@
 #include "app/MainMenu.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
+#include "navigation/GeoMag.hpp"
 
 namespace norvane {
 
 OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19", tr("Options and default"), parent) {
   const Settings& s = App().settings;
+  setRemembersInputs(false);  // it shows the settings, which keep themselves
   calculateButton()->hide();
   closeButton()->hide();
   setInputValid(0, true);
@@ -54,20 +58,22 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   auto* mv = makeFrame(tr("Magnetic variation"), "FrameMV");
   mv->setToolTip(tr("Default magnetic variation year and system used in navigation calculations"));
   auto* ml = new QGridLayout(mv);
-  defMVOpt_[0] = new QRadioButton(tr("IGRF-10"), mv);
-  defMVOpt_[1] = new QRadioButton(tr("WMM2005"), mv);
-  for (int i = 0; i < 2; ++i) {
-    defMVOpt_[i]->setObjectName(QStringLiteral("DefMVOpt%1").arg(i));
-    ml->addWidget(defMVOpt_[i], 0, i);
-  }
-  ml->addWidget(new QLabel(tr("Magvar year"), mv), 1, 0);
   mvCombo_ = new QComboBox(mv);
   mvCombo_->setObjectName("MVCombo");
-  for (int y = 2005; y <= 2009; ++y) mvCombo_->addItem(QString::number(y));
-  ml->addWidget(mvCombo_, 1, 1);
+  // DefMVOpt<i> is model i of the settings file: IGRF-10, WMM2005, WMM2025, IGRF-14.
+  for (int i = 0; i < kMagModelCount; ++i) {
+    defMVOpt_[i] = new QRadioButton(QString::fromUtf8(MagModelName(MagModel(i))), mv);
+    defMVOpt_[i]->setObjectName(QStringLiteral("DefMVOpt%1").arg(i));
+    ml->addWidget(defMVOpt_[i], i / 2, i % 2);
+    connect(defMVOpt_[i], &QRadioButton::toggled, this, [this, i](bool on) {
+      if (on) showModelYears(MagModel(i));
+    });
+  }
+  ml->addWidget(new QLabel(tr("Magvar year"), mv), 2, 0);
+  ml->addWidget(mvCombo_, 2, 1);
   checkAutoMV_ = new QCheckBox(tr("Automatic MV calculation  "), mv);
   checkAutoMV_->setObjectName("CheckAutoMV");
-  ml->addWidget(checkAutoMV_, 2, 0, 1, 2);
+  ml->addWidget(checkAutoMV_, 3, 0, 1, 2);
   contentLayout()->addWidget(mv);
 
   auto* lt = makeFrame(tr("Local time offset from UTC"), "FrameLT");
@@ -127,8 +133,10 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   checkRemindPos_->setChecked(s.RemindPosition == 1);
   checkAutoUpdate_->setChecked(s.AutoUpdateCheck == 1);
   optMetricUS_[s.DefaultUnitSystem == 1 ? 1 : 0]->setChecked(true);
-  defMVOpt_[s.DefMVModel == 1 ? 1 : 0]->setChecked(true);
-  mvCombo_->setCurrentIndex(s.DefMVYear - 2005);
+  const MagModel model = s.DefMVModel >= 0 && s.DefMVModel < kMagModelCount ? MagModel(s.DefMVModel) : MagModel::IGRF10;
+  defMVOpt_[int(model)]->setChecked(true);
+  showModelYears(model);
+  mvCombo_->setCurrentIndex(std::clamp(s.DefMVYear - MagModelEpoch(model), 0, mvCombo_->count() - 1));
   checkAutoMV_->setChecked(s.AutoMV == 1);
   ltOff_->setValue(s.LTOffset);
   showLtOffset(s.LTOffset);
@@ -143,6 +151,14 @@ void OptionsScreen::showDatabase(const QString& failureText) {
   lblDBReason_->setVisible(!lblDBReason_->text().isEmpty());
 }
 
+void OptionsScreen::showModelYears(MagModel model) {
+  // The same place in the list: a year of one 2005 model stays the same year in the other.
+  const int index = std::max(0, mvCombo_->currentIndex());
+  mvCombo_->clear();
+  for (int y = MagModelEpoch(model); y <= MagModelLastYear(model); ++y) mvCombo_->addItem(QString::number(y));
+  mvCombo_->setCurrentIndex(std::min(index, mvCombo_->count() - 1));
+}
+
 void OptionsScreen::showLtOffset(int v) { ltOffsetLbl_->setText(Q(SignedText(v))); }
 
 void OptionsScreen::save() {
@@ -151,8 +167,9 @@ void OptionsScreen::save() {
   s.RemindPosition = checkRemindPos_->isChecked() ? 1 : 0;
   s.AutoUpdateCheck = checkAutoUpdate_->isChecked() ? 1 : 0;
   s.DefaultUnitSystem = optMetricUS_[0]->isChecked() ? 0 : 1;
-  s.DefMVModel = defMVOpt_[0]->isChecked() ? 0 : 1;
-  s.DefMVYear = static_cast<int16_t>(mvCombo_->currentIndex() + 2005);
+  for (int i = 0; i < kMagModelCount; ++i)
+    if (defMVOpt_[i]->isChecked()) s.DefMVModel = static_cast<int16_t>(i);
+  s.DefMVYear = static_cast<int16_t>(mvCombo_->currentText().toInt());
   s.AutoMV = checkAutoMV_->isChecked() ? 1 : 0;
   s.LTOffset = static_cast<int16_t>(ltOff_->value());
   if (App().menu) App().menu->applySynchronize();

@@ -11,6 +11,8 @@ class QScrollBar;
 
 namespace norvane {
 
+enum class MagModel;
+
 class OptionsScreen : public CalculatorScreen {
   Q_OBJECT
  public:
@@ -25,12 +27,14 @@ class OptionsScreen : public CalculatorScreen {
   // The active database's name, or failureText and the reason of the refusal.
   void showDatabase(const QString& failureText);
   void showLtOffset(int v);
+  // Fills "Magvar year" with the model's years.
+  void showModelYears(MagModel model);
 
   QCheckBox* checkSynchro_;
   QCheckBox* checkRemindPos_;
   QCheckBox* checkAutoUpdate_;
   QRadioButton* optMetricUS_[2];
-  QRadioButton* defMVOpt_[2];
+  QRadioButton* defMVOpt_[4];
   QComboBox* mvCombo_;
   QCheckBox* checkAutoMV_;
   QScrollBar* ltOff_;

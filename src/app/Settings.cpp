@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/Platform.hpp"
+#include "navigation/GeoMag.hpp"
 
 namespace norvane {
 namespace {
@@ -114,8 +115,12 @@ Settings ParseSettings(const std::string& text) {
   s.AutoUpdateCheck = ReadInt(p, "Options", "AutoUpdateCheck", 0, 1, 0);
   s.PrevAutoUpdate = ReadText(p, "Options", "PrevAutoUpdate");
   s.DefaultUnitSystem = ReadInt(p, "Options", "DefaultUnitSystem", 0, 1, 0);
-  s.DefMVYear = ReadInt(p, "Options", "DefMVYear", 2005, 2009, 2005);
-  s.DefMVModel = ReadInt(p, "Options", "DefMVModel", 0, 1, 0);
+  // The year must lie in the model's years (2005-2009 for IGRF-10 and WMM2005, 2025-2029 for
+  // WMM2025 and IGRF-14), otherwise it reads as the model's first year.
+  s.DefMVModel = ReadInt(p, "Options", "DefMVModel", 0, kMagModelCount - 1, 0);
+  const MagModel model = MagModel(s.DefMVModel);
+  s.DefMVYear = ReadInt(p, "Options", "DefMVYear", MagModelEpoch(model), MagModelLastYear(model),
+                        static_cast<int16_t>(MagModelEpoch(model)));
   s.AutoMV = ReadInt(p, "Options", "AutoMV", 0, 1, 0);
   s.LTOffset = ReadInt(p, "Options", "LTOffset", -12, 12, 0);
   s.IniTop = ReadInt(p, "WinPos", "IniTop", 0, 32000, 0);

@@ -1,5 +1,7 @@
 #include "app/UiHelpers.hpp"
 
+#include <algorithm>
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -73,6 +75,21 @@ QString LocaleText(const std::string& s) {
   QString q = Q(s);
   if (App().decimalSep != u'.') q.replace(QLatin1Char('.'), QChar(App().decimalSep));
   return q;
+}
+
+QPoint ClampOnto(const QPoint& at, const QSize& frame, const QRect& area) {
+  const int x = std::max(area.left(), std::min(at.x(), area.left() + area.width() - frame.width()));
+  const int y = std::max(area.top(), std::min(at.y(), area.top() + area.height() - frame.height()));
+  return {x, y};
+}
+
+QPoint PlaceBeside(const QRect& anchor, const QSize& frame, const QRect& area) {
+  QPoint at(anchor.left() + anchor.width(), anchor.top());  // right
+  if (at.x() + frame.width() > area.left() + area.width()) {
+    if (anchor.left() - frame.width() >= area.left()) at = QPoint(anchor.left() - frame.width(), anchor.top());
+    else at = QPoint(anchor.left(), anchor.top() + anchor.height());  // below
+  }
+  return ClampOnto(at, frame, area);
 }
 
 }  // namespace norvane

@@ -2,6 +2,9 @@
 // Small Qt helpers shared by the screens: colours, the open-file dialog, text conversion.
 
 #include <QColor>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
 #include <QString>
 #include <string>
 
@@ -18,6 +21,9 @@ inline const QColor kCalculateArmed(208, 255, 208);
 inline const QColor kMenuIdle(208, 208, 208);
 inline const QColor kMenuHighlight(255, 240, 224);
 inline const QColor kMenuOpen(255, 208, 208);
+// The push button that has the keyboard focus: Enter or Space presses it.
+inline const QColor kFocusedButton(176, 208, 255);
+inline const QColor kFocusedCalculate(128, 224, 128);
 
 inline QString Q(const std::string& s) { return QString::fromStdString(s); }
 inline std::string S(const QString& s) { return s.toStdString(); }
@@ -53,6 +59,13 @@ struct ValueScroll {
 };
 ValueScroll MakeValueScroll(QWidget* parent, const QString& caption, const QString& name, int min, int max,
                             int pageStep, const QString& widestValue, const QString& toolTip);
+
+// Where a window of frame size `frame` goes beside `anchor` (both frame geometries): right of it
+// where it fits on `area` (the available geometry of the anchor's screen), else left of it, else
+// below it, and in every case moved wholly onto `area` (top-left first when it is larger).
+QPoint PlaceBeside(const QRect& anchor, const QSize& frame, const QRect& area);
+// The top-left at which a window of frame size `frame` lies wholly on `area`, nearest to `at`.
+QPoint ClampOnto(const QPoint& at, const QSize& frame, const QRect& area);
 
 // The locale's decimal separator: the second character of the text form of 0.5.
 char16_t LocaleDecimalSep();

@@ -111,7 +111,7 @@ int main(int argc, char** argv) {
   if (Hooks().afterSettingsRead) Hooks().afterSettingsRead();
 
   MainMenu menu(registry);
-  menu.move(ctx.settings.IniLeft / 15, ctx.settings.IniTop / 15);
+  menu.placeAt(QPoint(ctx.settings.IniLeft / 15, ctx.settings.IniTop / 15));
 
   const ShellHooks& h = Hooks();
   if (ctx.settings.DBPath.empty() && h.defaultDatabasePath) ctx.settings.DBPath = h.defaultDatabasePath();

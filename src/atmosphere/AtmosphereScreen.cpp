@@ -166,6 +166,11 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   alt->setText(QStringLiteral("0"));
 
   connect(altGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
+  // Metres and feet: a unit change converts the altitude.
+  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, alt, {{1, 0}, {0.3048, 0}}, [this](int u) {
+    const InputRange r = AtmosphereAltitudeRange(u == 1, geopotential());
+    return std::pair{r.min, r.max};
+  }, 1);
   connect(altUnitGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
@@ -211,7 +216,8 @@ void AtmosphereScreen::setUnitCaptions() {
 }
 
 void AtmosphereScreen::altitudeOptionChanged() {
-  // The number is not converted: it is validated anew against the new range.
+  // A new altitude type keeps the number (a unit change has converted it already); it is
+  // validated anew against the new range.
   const bool wasCalculated = calculated();
   setAltMinMax();
   const QString t = box(0)->text();

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "atmosphere/AtmosphereCalculations.hpp"
+#include "atmosphere/StandardAtmosphere.hpp"
 #include "atmosphere/ScreenText.hpp"
 
 namespace norvane {
@@ -75,8 +76,19 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   boxes[2]->setText(u ? QStringLiteral("41") : QStringLiteral("5"));
   boxes[3]->setText(QStringLiteral("0"));
 
+  // A unit change converts the numbers: the same pressure and temperatures in the other unit.
+  const std::vector<QAbstractButton*> units{optUnits_[0], optUnits_[1]};
+  const BoxUnit celsius{1, 0}, fahrenheit{1 / 1.8, -32 / 1.8};
+  convertOnSwitch(units, boxes[0], {{1, 0}, {kInHg, 0}}, [](int u) {
+    const InputRange r = QnhRange(u == 1);
+    return std::pair{r.min, r.max};
+  });
+  for (int i : {1, 2})
+    convertOnSwitch(units, boxes[i], {celsius, fahrenheit}, [](int u) {
+      const InputRange r = AirTemperatureRange(u == 1);
+      return std::pair{r.min, r.max};
+    }, 1);
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
-    // The numbers are validated anew against the other unit's ranges, not converted.
     const bool wasCalculated = calculated();
     setUnits();
     clearData();

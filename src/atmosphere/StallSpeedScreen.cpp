@@ -136,8 +136,18 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
     setReference();
     clearData();
   });
+  // A unit change converts the numbers: the same wing and weights in the other unit.
+  const std::vector<QAbstractButton*> units{optUnits_[0], optUnits_[1]};
+  const auto weightRange = [](int u) {
+    const InputRange r = WeightRange(u == 1);
+    return std::pair{r.min, r.max};
+  };
+  convertOnSwitch(units, boxes[kWingArea], {{1, 0}, {0.3048 * 0.3048, 0}}, [](int u) {
+    const InputRange r = WingAreaRange(u == 1);
+    return std::pair{r.min, r.max};
+  }, 1);
+  for (int i : {kMtow, kWeight}) convertOnSwitch(units, boxes[i], {{1, 0}, {0.45359237, 0}}, weightRange, 0);
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
-    // The numbers are validated anew against the other unit's ranges, not converted.
     const bool wasCalculated = calculated();
     setUnits();
     clearData();

@@ -75,7 +75,7 @@ void RegisterAtmosphere(CLI::App& app) {
   cmd->add_flag("--feet", a->feet, "Altitude in feet (default metres)");
   cmd->add_flag("--geopotential", a->geopotential, "Altitude is geopotential (default geometric, true altitude)");
   cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, degrees C, " + RangeText(kDisaRange, "") +
+                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
                       " (default 0)")
       ->type_name("DEG");
   cmd->add_option("--mslp", a->mslp,
@@ -93,7 +93,7 @@ void RegisterAtmosphere(CLI::App& app) {
     in.scientific = a->scientific;
     const std::string unit = std::string(a->feet ? "ft" : "m") + (a->geopotential ? ", geopotential" : ", geometric");
     in.altitude = Number("--altitude", a->altitude, AtmosphereAltitudeRange(a->feet, a->geopotential), unit);
-    if (!a->disa.empty()) in.disa = Number("--disa", a->disa, kDisaRange, "degrees C");
+    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
     if (!a->mslp.empty()) {
       const double v = Number("--mslp", a->mslp, MslpRange(a->us), a->us ? "inHg" : "hPa");
       in.mslpHpa = a->us ? v * kInHg : v;
@@ -138,7 +138,7 @@ void RegisterSpeed(CLI::App& app) {
   cas->excludes(tas)->excludes(mach);
   tas->excludes(mach);
   cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, degrees C, " + RangeText(kDisaRange, "") +
+                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
                       " (default 0)")
       ->type_name("DEG");
   cmd->add_flag("--us", a->us, "TAT in degrees F and q in lb/ft2 (default C and Pa)");
@@ -158,7 +158,7 @@ void RegisterSpeed(CLI::App& app) {
     } else {
       throw UsageError("one of --cas, --tas or --mach is required");
     }
-    if (!a->disa.empty()) in.disa = Number("--disa", a->disa, kDisaRange, "degrees C");
+    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
     const SpeedCalculationResult r = ComputeSpeeds(in);
     ResultPrinter out;
     Add(out, "cas", r.cas);
@@ -297,7 +297,7 @@ void RegisterStall(CLI::App& app) {
   cmd->add_option("--altitude", a->altitude, "Geometric altitude, ft, " + RangeText(kStallAltitudeRange, ""))
       ->type_name("FT")
       ->required();
-  cmd->add_option("--bank", a->bank, "Bank angle, degrees, " + RangeText(kBankRange, "") + " (default 0)")
+  cmd->add_option("--bank", a->bank, "Bank angle, degrees, " + RangeText(kBankRange, "") + ", whole number (default 0)")
       ->type_name("DEG");
   cmd->add_flag("--us", a->us, "Wing area in sqft and weights in lb (default m2 and kg)");
   cmd->callback([a] {
@@ -316,7 +316,7 @@ void RegisterStall(CLI::App& app) {
     in.mtow = Number("--mtow", a->mtow, WeightRange(a->us), wUnit);
     in.weight = Number("--weight", a->weight, WeightRange(a->us), wUnit);
     in.altitudeFt = Number("--altitude", a->altitude, kStallAltitudeRange, "ft");
-    if (!a->bank.empty()) in.bankDeg = Number("--bank", a->bank, kBankRange, "degrees");
+    if (!a->bank.empty()) in.bankDeg = WholeNumber("--bank", a->bank, kBankRange, "degrees");
     const StallSpeedResult r = ComputeStallSpeed(in);
     ResultPrinter out;
     Add(out, "vs_ktas", r.ktas);
@@ -358,7 +358,7 @@ void RegisterDescent(CLI::App& app) {
                   "Wind component, kt, tail wind positive, " + RangeText(kDescentWindRange, "") + " (default 0)")
       ->type_name("KT");
   cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, degrees C, " + RangeText(kDisaRange, "") +
+                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
                       " (default 0)")
       ->type_name("DEG");
   auto* rate = cmd->add_option("--rate", a->rate,
@@ -381,7 +381,7 @@ void RegisterDescent(CLI::App& app) {
     in.ias = Number("--ias", a->ias, kDescentIasRange, "kt");
     if (!a->mach.empty()) in.mach = Number("--mach", a->mach, kDescentMachRange, "");
     if (!a->wind.empty()) in.windKt = Number("--wind", a->wind, kDescentWindRange, "kt");
-    if (!a->disa.empty()) in.disa = Number("--disa", a->disa, kDisaRange, "degrees C");
+    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
     if (!a->rate.empty()) {
       in.given = DescentGiven::Rate;
       in.value = Number("--rate", a->rate, DescentGivenRange(in.given), "ft/min");

@@ -8,6 +8,8 @@
 #include <ctime>
 
 #include "app/TextFormat.hpp"
+#include "navigation/Geodesy.hpp"
+#include "navigation/GeoMag.hpp"
 
 namespace norvane::cli {
 
@@ -89,18 +91,30 @@ std::optional<double> ParseNumber(std::string_view text) {
   return v;
 }
 
-LatLon ParseLatLon(std::string_view option, std::string_view text) {
-  const size_t comma = text.find(',');
+LatLon ParseLatLon(std::string_view option, std::string_view text, const CoordinateLimits& limits) {
   const auto bad = [&] {
     return UsageError(std::string(option) + ": expected LAT,LON in signed decimal degrees (north and east "
-                      "positive), got \"" + std::string(text) + "\"");
+                      "positive) or as N51 28 39,W000 27 41, got \"" + std::string(text) + "\"");
   };
-  if (comma == std::string_view::npos) throw bad();
-  const auto lat = ParseNumber(text.substr(0, comma));
-  const auto lon = ParseNumber(text.substr(comma + 1));
+  size_t split = text.find(',');
+  size_t lonStart = split == std::string_view::npos ? split : split + 1;
+  if (split == std::string_view::npos) {
+    // "N51 28 39 W000 27 41" or "51 28 39N 000 27 41W": the longitude starts at its letter, or
+    // after the latitude's.
+    const size_t ns = text.find_first_of("NS");
+    if (ns == 0) split = lonStart = text.find_first_of("EW");
+    else if (ns != std::string_view::npos) split = lonStart = ns + 1;
+    if (split == std::string_view::npos) throw bad();
+  }
+  const auto lat = ParseCoordinate(text.substr(0, split), false);
+  const auto lon = ParseCoordinate(text.substr(lonStart), true);
   if (!lat || !lon) throw bad();
-  RequireRange(std::string(option) + " latitude", *lat, -90, 90, "degrees");
-  RequireRange(std::string(option) + " longitude", *lon, -180, 180, "degrees");
+  const auto require = [&](const char* axis, double v, double max, const char* range) {
+    if (std::fabs(v) <= max) return;
+    throw UsageError(std::string(option) + " " + axis + ": " + FormatRaw(v) + " is out of range (" + range + ")");
+  };
+  require("latitude", *lat, limits.maxLat, limits.latRange);
+  require("longitude", *lon, limits.maxLon, limits.lonRange);
   return {*lat, *lon};
 }
 
@@ -137,6 +151,18 @@ Date Today() {
   localtime_r(&t, &tm);
 #endif
   return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday};
+}
+
+const std::vector<std::string>& MagModelOptionNames() {
+  static const std::vector<std::string> names = {"igrf10", "wmm2005", "wmm2025", "igrf14"};
+  return names;
+}
+
+MagModel MagModelFromOptionName(std::string_view name) {
+  const auto& names = MagModelOptionNames();
+  for (size_t i = 0; i < names.size(); ++i)
+    if (names[i] == name) return MagModel(i);
+  return MagModel::IGRF10;
 }
 
 std::string JsonQuote(std::string_view s) {

@@ -13,6 +13,10 @@ namespace CLI {
 class App;
 }
 
+namespace norvane {
+enum class MagModel;
+}
+
 namespace norvane::cli {
 
 inline constexpr int kExitOk = 0;
@@ -72,14 +76,27 @@ void RequireRange(std::string_view option, double value, double min, double max,
 struct LatLon {
   double lat = 0, lon = 0;
 };
-// "LAT,LON" in signed decimal degrees, |lat| <= 90, |lon| <= 180. Throws UsageError naming option.
-LatLon ParseLatLon(std::string_view option, std::string_view text);
+// The largest latitude and longitude a command's screen takes, and how a refusal names them.
+struct CoordinateLimits {
+  double maxLat = 90, maxLon = 180;
+  const char* latRange = "-90 to 90 degrees";
+  const char* lonRange = "-180 to 180 degrees";
+};
+// "LAT,LON" in signed decimal degrees, or each part in a hemisphere form (ParseCoordinate:
+// "N51 28 39,W000 27 41", "51 28 39.5N, 000 27 41W"; without the comma too). Throws UsageError
+// naming the option, and for a value out of range the limits' range.
+LatLon ParseLatLon(std::string_view option, std::string_view text, const CoordinateLimits& limits = {});
 
 struct Date {
   int year = 0, month = 0, day = 0;
 };
 // "YYYY-MM-DD", a real calendar date from 1900 to 2100. Throws UsageError naming option.
 Date ParseDate(std::string_view option, std::string_view text);
+
+// The geomagnetic models by their option names, in MagModel order: igrf10 wmm2005 wmm2025 igrf14.
+const std::vector<std::string>& MagModelOptionNames();
+// The model of one of those names (the option's IsMember check has run; others give igrf10).
+MagModel MagModelFromOptionName(std::string_view name);
 Date Today();
 
 // Strict number parser for option values (no blanks, no trailing text); nullopt if malformed.

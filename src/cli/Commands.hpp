@@ -1,6 +1,9 @@
 #pragma once
 // Each domain adds its subcommands here; main() calls every Register* once.
 
+#include <optional>
+#include <string>
+
 namespace CLI {
 class App;
 }
@@ -16,5 +19,12 @@ void RegisterServiceCommands(CLI::App& app);      // navdb weather
 void RegisterNavDBCommands(CLI::App& app);        // navdb (called by RegisterServiceCommands)
 void RegisterNavScreenCommands(CLI::App& app);    // tracks point intersection (called by RegisterNavigationCommands)
 void RegisterWeatherCommand(CLI::App& app);       // weather (WeatherCommand.cpp)
+void RegisterMetarDecodeCommand(CLI::App& app);   // metar-decode (MetarCommand.cpp)
+
+// Decoded METAR/TAF output shared by weather --decode and metar-decode (MetarCommand.cpp): "key: text"
+// lines, or one JSON object on a line; --elevation adds the density altitude.
+std::string DecodedOutput(const std::string& report, std::optional<double> elevationFt, bool json);
+void AddElevationOption(CLI::App& cmd, std::optional<double>& elevationFt);
+void CheckElevation(const std::optional<double>& elevationFt);
 
 }  // namespace norvane::cli

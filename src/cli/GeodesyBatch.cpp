@@ -175,8 +175,13 @@ long RunBatch(std::FILE* in, std::FILE* out, const char* layout, Check check, So
   return failed;
 }
 
-bool CheckPoint(double lat, double lon, const char* latName, const char* lonName, std::string& why) {
-  return InRange(lat, -90, 90, latName, why) && InRange(lon, -180, 180, lonName, why);
+// Longitudes as data files hold them, 0 to 360 included: anything from -540 to 540 is reduced to
+// -180..180 as GeographicLib's AngNormalize does (remainder; 180 and -180 keep their sign).
+bool CheckPoint(double lat, double& lon, const char* latName, const char* lonName, std::string& why) {
+  if (!InRange(lat, -90, 90, latName, why) || !InRange(lon, -540, 540, lonName, why)) return false;
+  const double reduced = std::remainder(lon, 360.0);
+  lon = std::fabs(reduced) == 180 ? std::copysign(180.0, lon) : reduced;
+  return true;
 }
 
 }  // namespace
@@ -213,7 +218,7 @@ bool ParseBatchFields(std::string_view line, double* out, int n, const char* lay
 }
 
 long RunInverseBatch(std::FILE* in, std::FILE* out, InverseMethod method) {
-  const auto check = [](const double* f, std::string& why) {
+  const auto check = [](double* f, std::string& why) {
     return CheckPoint(f[0], f[1], "LAT1", "LON1", why) && CheckPoint(f[2], f[3], "LAT2", "LON2", why);
   };
   const auto put3 = [](char* p, double a, double b, double c) {
@@ -247,7 +252,7 @@ long RunInverseBatch(std::FILE* in, std::FILE* out, InverseMethod method) {
 }
 
 long RunDirectBatch(std::FILE* in, std::FILE* out, DirectMethod method) {
-  const auto check = [](const double* f, std::string& why) {
+  const auto check = [](double* f, std::string& why) {
     return CheckPoint(f[0], f[1], "LAT", "LON", why) && InRange(f[2], 0, 360, "TRACK", why) &&
            InRange(f[3], 0, 21600, "DIST_NM", why);
   };

@@ -11,7 +11,8 @@ namespace norvane::cli {
 enum class InverseMethod { Wgs84, Sphere, Rhumb };
 enum class DirectMethod { Wgs84, Sphere };
 
-// Lines "LAT1 LON1 LAT2 LON2" (decimal degrees, blanks or a comma between) become lines
+// Lines "LAT1 LON1 LAT2 LON2" (decimal degrees, blanks or a comma between; latitudes -90 to 90,
+// longitudes -540 to 540 reduced to -180..180, so 0 to 360 included) become lines
 // "DIST_NM TRK_INI TRK_FIN" at full precision (shortest round-trip decimal), "ND" where
 // undefined; the rhumb line's single track fills both track columns. A line that cannot be read
 // becomes "error: line N: ..." and the run goes on. Returns the number of such lines; throws

@@ -1,4 +1,5 @@
-// norvane-cli wind, turn and holding: the wind, turn parameters and holding entry screens.
+// norvane-cli wind, turn, holding and racetrack: the wind, turn parameters, holding entry and
+// racetrack screens.
 #include <CLI/CLI.hpp>
 
 #include <cmath>
@@ -9,6 +10,7 @@
 #include "cli/Commands.hpp"
 #include "app/TextFormat.hpp"
 #include "manoeuvres/Holding.hpp"
+#include "manoeuvres/Racetrack.hpp"
 #include "manoeuvres/Turn.hpp"
 #include "manoeuvres/Wind.hpp"
 
@@ -209,12 +211,74 @@ void RegisterHolding(CLI::App& app) {
   });
 }
 
+struct RacetrackArgs {
+  std::string course, tas, wind, leg = "1", maxBank = "25", rate = "3";
+  bool left = false;
+};
+
+void RegisterRacetrack(CLI::App& app) {
+  auto args = std::make_shared<RacetrackArgs>();
+  CLI::App* cmd = app.add_subcommand(
+      "racetrack", "Headings and outbound time of a holding pattern in wind: the outbound heading and time that "
+                   "roll out on the inbound course one inbound leg before the fix.\n"
+                   "Prints inbound_heading inbound_gs outbound_heading outbound_correction outbound_time "
+                   "outbound_gs bank rate radius pattern_time length width (times m:ss, seconds with --raw; "
+                   "radius, length and width in NM).");
+  cmd->fallthrough();
+  cmd->add_option("--course", args->course, "Inbound course, degrees, whole number 0 to 360")
+      ->type_name("DEG")
+      ->required();
+  cmd->add_option("--tas", args->tas, "True air speed, kt, whole number 50 to 600")->type_name("KT")->required();
+  cmd->add_option("--wind", args->wind,
+                  "Wind as direction it blows from / speed, whole degrees 0 to 360 / whole kt 0 to 150, e.g. 270/25")
+      ->type_name("DIR/SPEED")
+      ->required();
+  cmd->add_flag("--left", args->left, "Left turns (default right)");
+  cmd->add_option("--max-bank", args->maxBank, "Maximum bank, degrees: 20, 25, 30 or ul (unlimited); default 25")
+      ->type_name("DEG")
+      ->check(CLI::IsMember({"20", "25", "30", "ul"}));
+  cmd->add_option("--rate", args->rate, "Turn rate, deg/s: 1.5 (half standard) or 3 (standard); default 3")
+      ->type_name("DEG/S")
+      ->check(CLI::IsMember({"1.5", "3"}));
+  cmd->add_option("--leg", args->leg, "Inbound leg, minutes, 0.5 to 5.0; default 1")->type_name("MIN");
+  cmd->callback([args] {
+    RacetrackInput in;
+    in.course = WholeNumber("--course", args->course, kWindAngleMin, kWindAngleMax, "degrees");
+    in.tas = WholeNumber("--tas", args->tas, kRacetrackTasMin, kRacetrackTasMax, "kt");
+    const size_t slash = args->wind.find('/');
+    if (slash == std::string::npos)
+      throw UsageError("--wind: expected DIR/SPEED, got \"" + args->wind + "\"");
+    in.windDirection = WholeNumber("--wind", args->wind.substr(0, slash), kWindAngleMin, kWindAngleMax, "degrees");
+    in.windSpeed = WholeNumber("--wind", args->wind.substr(slash + 1), kWindSpeedMin, kWindSpeedMax, "kt");
+    in.legMinutes = Number("--leg", args->leg, kRacetrackLegMin, kRacetrackLegMax, "min");
+    in.right = !args->left;
+    in.maxBankIndex = args->maxBank == "20"   ? 0
+                      : args->maxBank == "25" ? 1
+                      : args->maxBank == "30" ? 2
+                                              : kMaxBankUnlimited;
+    in.standardRate = args->rate == "3";
+    const RacetrackResult r = ComputeRacetrack(in);
+    static const char* const keys[kRacetrackResults] = {
+        "inbound_heading", "inbound_gs", "outbound_heading", "outbound_correction", "outbound_time", "outbound_gs",
+        "bank",            "rate",       "radius",           "pattern_time",        "length",        "width"};
+    ResultPrinter out;
+    if (!r.error.empty()) {
+      out.Message(r.error);
+      out.SetFailed();
+    } else {
+      for (int i = 0; i < kRacetrackResults; ++i) out.Add(keys[i], r.text[i], r.value[i]);
+    }
+    ExitStatus() = out.Print();
+  });
+}
+
 }  // namespace
 
 void RegisterManoeuvreCommands(CLI::App& app) {
   RegisterWind(app);
   RegisterTurn(app);
   RegisterHolding(app);
+  RegisterRacetrack(app);
 }
 
 }  // namespace norvane::cli

@@ -16,21 +16,14 @@ namespace norvane::cli {
 namespace {
 
 // The screens' boxes stop at 89°59'59.99" of latitude and 179°59'59.99" of longitude.
-constexpr double kMaxLatitude = 89 + 59 / 60.0 + 59.99 / 3600;
-constexpr double kMaxLongitude = 179 + 59 / 60.0 + 59.99 / 3600;
+constexpr CoordinateLimits kScreenLimits{89 + 59 / 60.0 + 59.99 / 3600, 179 + 59 / 60.0 + 59.99 / 3600,
+                                         "-89.999997 to 89.999997 degrees, 89°59'59.99\"",
+                                         "-179.999997 to 179.999997 degrees, 179°59'59.99\""};
 constexpr const char* kPointHelp =
-    "LAT,LON in signed decimal degrees, north and east positive; latitude -89.999997 to 89.999997 "
-    "(89°59'59.99\"), longitude -179.999997 to 179.999997 (179°59'59.99\")";
+    "LAT,LON in signed decimal degrees, north and east positive, or as N51 28 39,W000 27 41; latitude "
+    "-89.999997 to 89.999997 (89°59'59.99\"), longitude -179.999997 to 179.999997 (179°59'59.99\")";
 
-LatLon ScreenPoint(const std::string& option, const std::string& text) {
-  const LatLon p = ParseLatLon(option, text);
-  if (std::fabs(p.lat) > kMaxLatitude)
-    throw UsageError(option + " latitude: " + FormatRaw(p.lat) + " is out of range (-89.999997 to 89.999997 degrees, 89°59'59.99\")");
-  if (std::fabs(p.lon) > kMaxLongitude)
-    throw UsageError(option + " longitude: " + FormatRaw(p.lon) +
-                     " is out of range (-179.999997 to 179.999997 degrees, 179°59'59.99\")");
-  return p;
-}
+LatLon ScreenPoint(const std::string& option, const std::string& text) { return ParseLatLon(option, text, kScreenLimits); }
 
 double Number(const std::string& option, const std::string& text, double min, double max, const char* unit) {
   const auto v = ParseNumber(text);
@@ -46,17 +39,24 @@ DistanceUnit UnitFromName(const std::string& name) {
 // Options shared by the three commands: the magnetic-variation settings of the Options screen.
 struct MagOptions {
   bool magnetic = false;
-  int year = 2005;
+  int year = 0;  // 0: the model's first year
   std::string model = "igrf10";
-  MagSettings Settings() const { return {year, model == "wmm2005"}; }
+  // The settings; a year outside the model's years is a usage error.
+  MagSettings Settings() const {
+    const MagModel m = MagModelFromOptionName(model);
+    if (year == 0) return {MagModelEpoch(m), m};
+    RequireRange("--mv-year", year, MagModelEpoch(m), MagModelLastYear(m));
+    return {year, m};
+  }
 };
 
 void AddMagOptions(CLI::App* cmd, MagOptions& m, const char* what) {
   cmd->add_flag("--magnetic", m.magnetic, what);
-  cmd->add_option("--mv-year", m.year, "Magnetic variation year, 2005 to 2009 (1 January; default 2005)")
-      ->check(CLI::Range(2005, 2009));
-  cmd->add_option("--mv-model", m.model, "Geomagnetic model: igrf10 or wmm2005 (default igrf10)")
-      ->check(CLI::IsMember({"igrf10", "wmm2005"}));
+  cmd->add_option("--mv-year", m.year,
+                  "Magnetic variation year (1 January): 2005 to 2009 for igrf10 and wmm2005, 2025 to 2029 for "
+                  "wmm2025 and igrf14 (default: the model's first year)");
+  cmd->add_option("--mv-model", m.model, "Geomagnetic model: igrf10, wmm2005, wmm2025 or igrf14 (default igrf10)")
+      ->check(CLI::IsMember(MagModelOptionNames()));
 }
 
 void RegisterTracks(CLI::App& app) {
@@ -169,11 +169,11 @@ void RegisterIntersection(CLI::App& app) {
     const LatLon a = ScreenPoint("--p1", o->p1), b = ScreenPoint("--p2", o->p2);
     double t1 = Number("--track1", o->track1, 0, 360, "degrees");
     double t2 = Number("--track2", o->track2, 0, 360, "degrees");
+    const MagSettings mag = o->mag.Settings();
     if (o->mag.magnetic) {
-      const MagSettings mag = o->mag.Settings();
-      const double v1 = o->var1.empty() ? TrackMagVar(a.lat, a.lon, mag.year, mag.useWMM)
+      const double v1 = o->var1.empty() ? ShownVariation(a.lat, a.lon, mag)
                                         : Number("--var1", o->var1, -180, 180, "degrees");
-      const double v2 = o->var2.empty() ? TrackMagVar(b.lat, b.lon, mag.year, mag.useWMM)
+      const double v2 = o->var2.empty() ? ShownVariation(b.lat, b.lon, mag)
                                         : Number("--var2", o->var2, -180, 180, "degrees");
       t1 = MagneticToTrue(t1 == 360 ? 0 : t1, v1);
       t2 = MagneticToTrue(t2 == 360 ? 0 : t2, v2);

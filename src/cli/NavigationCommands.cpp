@@ -14,46 +14,48 @@
 namespace norvane::cli {
 namespace {
 
-// The screens take whole degrees and minutes up to 89°59' of latitude and 179°59' of longitude.
-constexpr double kMaxLatitude = 89 + 59 / 60.0;
-constexpr double kMaxLongitude = 179 + 59 / 60.0;
+// The screen takes whole degrees and minutes up to 89°59' of latitude and 179°59' of longitude.
+constexpr CoordinateLimits kMagVarLimits{89 + 59 / 60.0, 179 + 59 / 60.0, "-89.9833 to 89.9833 degrees, 89°59'",
+                                         "-179.9833 to 179.9833 degrees, 179°59'"};
 
 void RegisterMagVar(CLI::App& app) {
   struct Options {
     std::string at, altitude = "0", date, model = "igrf10";
   };
   auto opt = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand("magvar", "Magnetic variation at a point, from WMM2005 or IGRF-10");
-  cmd->footer("Magnetic variation (declination) from the WMM2005 or IGRF-10 model, at a WGS 84 geodetic "
-              "latitude, longitude and altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, "
-              "11.0W); with --raw the signed value in degrees, east positive.");
+  CLI::App* cmd =
+      app.add_subcommand("magvar", "Magnetic variation at a point, from IGRF-10, WMM2005, WMM2025 or IGRF-14");
+  cmd->footer("Magnetic variation (declination) from the IGRF-10 or WMM2005 model (valid 2005-2010) or the "
+              "WMM2025 or IGRF-14 model (valid 2025-2030), at a WGS 84 geodetic latitude, longitude and "
+              "altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, 11.0W); with --raw the "
+              "signed value in degrees, east positive. A date outside the model's years adds a "
+              "\"notice: TEXT\" line saying so.");
   cmd->add_option("--at", opt->at,
-                  "Point LAT,LON in signed decimal degrees, north and east positive; latitude -89.9833 to "
+                  "Point LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27; latitude -89.9833 to "
                   "89.9833 (89°59'), longitude -179.9833 to 179.9833 (179°59')")
       ->required();
-  cmd->add_option("--altitude", opt->altitude, "Geodetic altitude in feet above the WGS 84 ellipsoid, 0 to 65000 (default 0)");
+  cmd->add_option("--altitude", opt->altitude, "Geodetic altitude in whole feet above the WGS 84 ellipsoid, 0 to 65000 (default 0)");
   cmd->add_option("--date", opt->date,
-                  "Date YYYY-MM-DD (default today). The models describe 2005-2010; earlier dates use the 2005.0 "
-                  "field, later ones extrapolate the secular variation");
-  cmd->add_option("--model", opt->model, "Geomagnetic model: igrf10 or wmm2005 (default igrf10)")
-      ->check(CLI::IsMember({"igrf10", "wmm2005"}));
+                  "Date YYYY-MM-DD (default today). Dates before the model's epoch use the epoch field, later "
+                  "ones extrapolate the secular variation");
+  cmd->add_option("--model", opt->model, "Geomagnetic model: igrf10, wmm2005, wmm2025 or igrf14 (default igrf10)")
+      ->check(CLI::IsMember(MagModelOptionNames()));
   cmd->callback([opt] {
-    const LatLon p = ParseLatLon("--at", opt->at);
-    if (std::fabs(p.lat) > kMaxLatitude)
-      throw UsageError("--at latitude: " + opt->at.substr(0, opt->at.find(',')) +
-                       " is out of range (-89.9833 to 89.9833 degrees, 89°59')");
-    if (std::fabs(p.lon) > kMaxLongitude)
-      throw UsageError("--at longitude: " + opt->at.substr(opt->at.find(',') + 1) +
-                       " is out of range (-179.9833 to 179.9833 degrees, 179°59')");
+    const LatLon p = ParseLatLon("--at", opt->at, kMagVarLimits);
     const auto feet = ParseNumber(opt->altitude);
     if (!feet) throw UsageError("--altitude: expected a number of feet, got \"" + opt->altitude + "\"");
     RequireRange("--altitude", *feet, 0, 65000, "ft");
+    // The screen's box takes whole feet.
+    if (*feet != std::floor(*feet))
+      throw UsageError("--altitude: " + opt->altitude + " is not a whole number (0 to 65000 ft)");
     const Date d = opt->date.empty() ? Today() : ParseDate("--date", opt->date);
 
-    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * 0.3048 / 1000,
-                                           {d.year, d.month, d.day}, opt->model == "wmm2005");
+    const MagModel model = MagModelFromOptionName(opt->model);
+    const CalendarDate date{d.year, d.month, d.day};
+    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * 0.3048 / 1000, date, model);
     ResultPrinter printer;
     printer.Add("variation", MagVarText(variation), variation);
+    if (const std::string notice = MagValidityNotice(model, date); !notice.empty()) printer.Add("notice", notice);
     ExitStatus() = printer.Print();
   });
 }
@@ -64,7 +66,8 @@ void RegisterBatch(CLI::App& app) {
       app.add_subcommand("inverse", "Batch distance and tracks, one pair of points per line of standard input");
   inverse->footer(
       "Reads lines \"LAT1 LON1 LAT2 LON2\" (signed decimal degrees, north and "
-      "east positive, latitude -90 to 90, longitude -180 to 180; blanks or a comma between) from standard "
+      "east positive, latitude -90 to 90, longitude -180 to 180 or 0 to 360 (-540 to 540 is reduced); blanks or "
+      "a comma between) from standard "
       "input and writes one line \"DIST_NM TRK_INI TRK_FIN\" per input line: distance in nautical miles, "
       "initial and final true tracks in degrees, at full precision, ND where undefined. A line that cannot "
       "be read gives \"error: line N: ...\" in its place; the exit status is then 1.");
@@ -87,7 +90,8 @@ void RegisterBatch(CLI::App& app) {
       app.add_subcommand("direct", "Batch point from track and distance, one problem per line of standard input");
   direct->footer(
       "Reads lines \"LAT LON TRACK DIST_NM\" (signed decimal degrees, "
-      "latitude -90 to 90, longitude -180 to 180; true track 0 to 360 degrees; distance 0 to 21600 NM; "
+      "latitude -90 to 90, longitude -180 to 180 or 0 to 360 (-540 to 540 is reduced); true track 0 to 360 "
+      "degrees; distance 0 to 21600 NM; "
       "blanks or a comma between) from standard input and writes one line \"LAT2 LON2\" per input line at "
       "full precision. A line that cannot be read gives \"error: line N: ...\" in its place; the exit "
       "status is then 1.");

@@ -8,6 +8,7 @@ namespace norvane::cli {
 void RegisterServiceCommands(CLI::App& app) {
   RegisterNavDBCommands(app);
   RegisterWeatherCommand(app);
+  RegisterMetarDecodeCommand(app);
 }
 
 }  // namespace norvane::cli

@@ -12,8 +12,8 @@ namespace norvane::cli {
 namespace {
 
 // The screen takes whole degrees and minutes up to 89°59' and 179°59'.
-constexpr double kMaxLatitude = 89 + 59 / 60.0;
-constexpr double kMaxLongitude = 179 + 59 / 60.0;
+constexpr CoordinateLimits kSunLimits{89 + 59 / 60.0 + 1e-9, 179 + 59 / 60.0 + 1e-9, "-89.983333 to 89.983333 degrees",
+                                      "-179.983333 to 179.983333 degrees"};
 constexpr int kMinLtOffset = -12, kMaxLtOffset = 14;
 
 int ParseTwilight(const std::string& text) {
@@ -32,12 +32,6 @@ int ParseLtOffset(const std::string& text) {
   return static_cast<int>(*v);
 }
 
-void RequireScreenRange(const char* what, double value, double max, const char* limitText) {
-  if (std::fabs(value) <= max + 1e-9) return;
-  throw UsageError(std::string("--at ") + what + ": " + FormatRaw(value) + " is out of range (" +
-                   limitText + ")");
-}
-
 }  // namespace
 
 void RegisterSunCommands(CLI::App& app) {
@@ -52,7 +46,7 @@ void RegisterSunCommands(CLI::App& app) {
              "horizon all four times read \"None\" with \"Permanent day/night\" (exit status 1).\n"
              "With --raw, times are minutes after 00:00 of the shown day.");
   cmd->add_option("--at", opt->at,
-                  "Position LAT,LON in signed decimal degrees, north and east positive "
+                  "Position LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27 "
                   "(latitude -89.983333 to 89.983333, i.e. up to 89°59'; longitude -179.983333 to "
                   "179.983333, i.e. up to 179°59')")
       ->type_name("LAT,LON")
@@ -68,9 +62,7 @@ void RegisterSunCommands(CLI::App& app) {
                   "Show local time: offset from UTC in whole hours, -12 to 14 (default: times in UTC)")
       ->type_name("HOURS");
   cmd->callback([opt] {
-    const LatLon pos = ParseLatLon("--at", opt->at);
-    RequireScreenRange("latitude", pos.lat, kMaxLatitude, "-89.983333 to 89.983333 degrees");
-    RequireScreenRange("longitude", pos.lon, kMaxLongitude, "-179.983333 to 179.983333 degrees");
+    const LatLon pos = ParseLatLon("--at", opt->at, kSunLimits);
     const Date date = ParseDate("--date", opt->date);
 
     SunQuery q;

@@ -2,6 +2,7 @@
 #include <QCoreApplication>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -15,9 +16,11 @@ namespace norvane::cli {
 
 namespace {
 
-// The screen's two-line failure text on one output line.
+// The screen's two-line failure text, or a report of several lines, on one output line.
 std::string OneLine(std::string text) {
   for (size_t at; (at = text.find("\r\n")) != std::string::npos;) text.replace(at, 2, " ");
+  for (char& c : text)
+    if (c == '\n') c = ' ';
   return text;
 }
 
@@ -27,6 +30,8 @@ void RegisterWeatherCommand(CLI::App& app) {
   struct Options {
     std::string icao;
     bool taf = false;
+    bool decode = false;
+    std::optional<double> elevation;
   };
   auto options = std::make_shared<Options>();
   CLI::App* cmd = app.add_subcommand(
@@ -37,6 +42,10 @@ void RegisterWeatherCommand(CLI::App& app) {
   cmd->add_option("--icao", options->icao, "ICAO location indicator: exactly four letters A-Z (e.g. EGLL)")
       ->required();
   cmd->add_flag("--taf", options->taf, "Fetch the TAF forecast instead of the METAR report");
+  cmd->add_flag("--decode", options->decode,
+                "Print the report decoded, one \"key: text\" line per element (with --json its typed groups), "
+                "as metar-decode does");
+  AddElevationOption(*cmd, options->elevation);
   cmd->callback([options] {
     std::string code = options->icao;
     for (char& c : code)
@@ -44,6 +53,7 @@ void RegisterWeatherCommand(CLI::App& app) {
     if (!IsIcaoCode(code))
       throw UsageError("--icao: expected a four-letter ICAO location indicator (A-Z), got \"" + options->icao +
                        "\"");
+    CheckElevation(options->elevation);
     // Qt Network needs an application object for its event loop.
     int argc = 1;
     char name[] = "norvane-cli";
@@ -51,10 +61,17 @@ void RegisterWeatherCommand(CLI::App& app) {
     QCoreApplication application(argc, argv);
 
     const WeatherResult result = FetchWeather(code, options->taf ? WeatherKind::Taf : WeatherKind::Metar);
+    if (result.code == 0 && options->decode) {
+      const bool json = GlobalOutputMode().json;
+      WriteOutput(stdout, (json ? "" : "recorded: " + result.recorded + "\n") +
+                              DecodedOutput(result.report, options->elevation, json));
+      ExitStatus() = kExitOk;
+      return;
+    }
     ResultPrinter printer;
     if (result.code == 0) {
       printer.Add("recorded", result.recorded);
-      printer.Add("report", result.report);
+      printer.Add("report", OneLine(result.report));
     } else {
       printer.Message(OneLine(WeatherErrorText(result.code)));
       printer.SetFailed();

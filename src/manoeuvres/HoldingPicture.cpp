@@ -23,6 +23,8 @@ QPointF Dir(double bearing) {
 
 int Width(int lo, int hi) { return ((hi - lo) % 360 + 360) % 360; }
 
+}  // namespace
+
 void Arrowhead(QPainter& p, QPointF tip, QPointF dir, double size, const QColor& color) {
   const QPointF side(-dir.y(), dir.x());
   QPainterPath head;
@@ -33,8 +35,6 @@ void Arrowhead(QPainter& p, QPointF tip, QPointF dir, double size, const QColor&
   head.closeSubpath();
   p.fillPath(head, color);
 }
-
-}  // namespace
 
 HoldingPicture::HoldingPicture(QWidget* parent) : QWidget(parent) {
   setObjectName("PictBox");

@@ -6,13 +6,21 @@
 // Painted with QPainter in logical pixels, so it scales with the widget and stays crisp at any
 // device pixel ratio.
 
+#include <QPointF>
 #include <QWidget>
 #include <array>
 #include <optional>
 
 #include "manoeuvres/Holding.hpp"
 
+class QColor;
+class QPainter;
+
 namespace norvane {
+
+// A filled arrowhead with its point at `tip`, pointing along the unit vector `dir`, `size` long;
+// the pictures of the holding and racetrack screens draw their arrows with it.
+void Arrowhead(QPainter& p, QPointF tip, QPointF dir, double size, const QColor& color);
 
 class HoldingPicture : public QWidget {
   Q_OBJECT

@@ -10,7 +10,27 @@ namespace norvane {
 namespace {
 
 constexpr int kN = kGeomagMaxDegree + 1;
-constexpr int kSecularMaxDegree = 8;
+
+struct ModelInfo {
+  const char* name;
+  int secularDegree;
+  const GaussCoefficients* table;
+  MagModel successor;  // the same family's current model (itself when it is the current one)
+};
+
+// Indexed by MagModel. The published secular variation of IGRF-10, WMM2005 and IGRF-14 stops at
+// degree 8; WMM2025 gives it to degree 12.
+const ModelInfo kModels[kMagModelCount] = {
+    {"IGRF-10", 8, &geomag_tables::kIGRF10, MagModel::IGRF14},
+    {"WMM2005", 8, &geomag_tables::kWMM2005, MagModel::WMM2025},
+    {"WMM2025", 12, &geomag_tables::kWMM2025, MagModel::WMM2025},
+    {"IGRF-14", 8, &geomag_tables::kIGRF14, MagModel::IGRF14},
+};
+
+const ModelInfo& Info(MagModel model) {
+  const int i = static_cast<int>(model);
+  return kModels[i >= 0 && i < kMagModelCount ? i : 0];
+}
 
 // WGS-84 in km^2 (a^2, b^2 and their difference), as the geodetic conversion of the WMM report.
 constexpr double kA2 = 40680631.59076899;
@@ -59,6 +79,12 @@ long DaysFromCivil(long y, long m, long d) {
 
 GaussCoefficients LoadWMM2005() { return geomag_tables::kWMM2005; }
 GaussCoefficients LoadIGRF10() { return geomag_tables::kIGRF10; }
+GaussCoefficients LoadWMM2025() { return geomag_tables::kWMM2025; }
+GaussCoefficients LoadIGRF14() { return geomag_tables::kIGRF14; }
+GaussCoefficients LoadMagModel(MagModel model) { return *Info(model).table; }
+
+const char* MagModelName(MagModel model) { return Info(model).name; }
+int MagModelSecularDegree(MagModel model) { return Info(model).secularDegree; }
 
 GeocentricCoordinates GeodeticToGeocentric(double latitude, double altitude) {
   const double s = std::sin(latitude), c = std::cos(latitude);
@@ -138,32 +164,46 @@ long DaysSince2005(const CalendarDate& date) {
   return DaysFromCivil(date.year, date.month, date.day) - DaysFromCivil(2005, 1, 1);
 }
 
-double ComputeMagVar(double latitude, double longitude, double altitude, const CalendarDate& date, bool useWMM) {
+MagneticVector ModelField(MagModel model, double latitude, double longitude, double altitude, double years) {
   // A fresh copy every call, so the secular variation never accumulates.
-  GaussCoefficients c = useWMM ? LoadWMM2005() : LoadIGRF10();
-  const long days = DaysSince2005(date);
-  if (days > 0) {
-    // Before the epoch the epoch coefficients are used unchanged, and the published secular
-    // variation stops at degree 8.
-    const double t = days / 365.25;
-    for (int n = 1; n <= kSecularMaxDegree; ++n)
+  GaussCoefficients c = LoadMagModel(model);
+  if (years > 0) {
+    // Before the epoch the epoch coefficients are used unchanged.
+    const int nmax = MagModelSecularDegree(model);
+    for (int n = 1; n <= nmax; ++n)
       for (int m = 0; m <= n; ++m) {
-        c.g[n][m] += t * c.gdot[n][m];
-        c.h[n][m] += t * c.hdot[n][m];
+        c.g[n][m] += years * c.gdot[n][m];
+        c.h[n][m] += years * c.hdot[n][m];
       }
   }
-  const MagneticVector b = MainField(c, latitude, longitude, altitude);
+  return MainField(c, latitude, longitude, altitude);
+}
+
+double ComputeMagVar(double latitude, double longitude, double altitude, const CalendarDate& date, MagModel model) {
+  const long days = DaysFromCivil(date.year, date.month, date.day) - DaysFromCivil(MagModelEpoch(model), 1, 1);
+  const MagneticVector b = ModelField(model, latitude, longitude, altitude, days / 365.25);
   return ArcTan2(b.y, b.x) * kRadToDeg;
 }
 
-double TrackMagVar(double latDeg, double lonDeg, int year, bool useWMM) {
+double TrackMagVar(double latDeg, double lonDeg, int year, MagModel model) {
   constexpr double kLatitudeLimit = 1.57050543858;  // 89 degrees 59 minutes
   double lat = latDeg * kDegToRad;
   if (std::fabs(latDeg) > 89.98) lat = std::copysign(kLatitudeLimit, latDeg);
-  return ComputeMagVar(lat, lonDeg * kDegToRad, 0, {year, 1, 1}, useWMM);
+  return ComputeMagVar(lat, lonDeg * kDegToRad, 0, {year, 1, 1}, model);
 }
 
-const char* MagModelName(bool useWMM) { return useWMM ? "WMM2005" : "IGRF-10"; }
+std::string MagValidityNotice(MagModel model, const CalendarDate& date) {
+  const ModelInfo& info = Info(model);
+  const int epochYear = MagModelEpoch(model);
+  const long day = DaysFromCivil(date.year, date.month, date.day);
+  const bool early = day < DaysFromCivil(epochYear, 1, 1);
+  if (!early && day <= DaysFromCivil(epochYear + 5, 1, 1)) return {};
+  const std::string epoch = std::to_string(epochYear);
+  std::string text = std::string(info.name) + " is valid " + epoch + "\u2013" + std::to_string(epochYear + 5) + "; ";
+  if (!early && info.successor != model) return text + MagModelName(info.successor) + " gives today's variation";
+  if (!early) return text + "later dates extrapolate its secular variation";
+  return text + "earlier dates take its " + epoch + ".0 field";
+}
 
 std::string MagVarText(double variation) {
   return FormatMask(std::fabs(variation), "0.0") + (variation >= 0 ? "E" : "W");

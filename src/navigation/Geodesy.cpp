@@ -1,6 +1,7 @@
 #include "navigation/Geodesy.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 #include "app/TextFormat.hpp"
@@ -243,7 +244,6 @@ std::string FormatSignificant(double value, int digits, int maxDecimals) {
 }
 
 std::string FormatLatLong(double value, bool isLongitude) {
-  std::string text(1, isLongitude ? (value >= 0 ? 'E' : 'W') : (value >= 0 ? 'N' : 'S'));
   const double v = std::fabs(value);
   double degrees = std::floor(v);
   const double minutesExact = (v - degrees) * 60;
@@ -258,12 +258,72 @@ std::string FormatLatLong(double value, bool isLongitude) {
     minutes = 0;
     degrees += 1;
   }
+  // The hemisphere of the value as shown: what rounds to 00 00 00.00 is the equator (or the prime
+  // meridian), not south of it.
+  const bool negative = value < 0 && (degrees > 0 || minutes > 0 || FormatMask(seconds, "00.00") != "00.00");
+  std::string text(1, isLongitude ? (negative ? 'W' : 'E') : (negative ? 'S' : 'N'));
   text += FormatMask(degrees, isLongitude ? "000" : "00");
   text += ' ';
   text += FormatMask(minutes, "00");
   text += ' ';
   text += FormatMask(seconds, "00.00");
   return text;
+}
+
+std::optional<double> ParseCoordinate(std::string_view text, bool isLongitude) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+  if (text.empty()) return std::nullopt;
+  const auto strictNumber = [](std::string_view t) -> std::optional<double> {
+    const bool plus = !t.empty() && t[0] == '+';
+    if (plus) t.remove_prefix(1);
+    if (t.empty() || (plus && t[0] == '-')) return std::nullopt;
+    double v = 0;
+    const auto [ptr, ec] = std::from_chars(t.data(), t.data() + t.size(), v, std::chars_format::fixed);
+    if (ec != std::errc() || ptr != t.data() + t.size() || !std::isfinite(v)) return std::nullopt;
+    return v;
+  };
+  const char positive = isLongitude ? 'E' : 'N', negative = isLongitude ? 'W' : 'S';
+  const auto letter = [&](char c) { return c == positive || c == negative; };
+  char hemisphere = 0;
+  if (letter(text.front())) {
+    hemisphere = text.front();
+    text.remove_prefix(1);
+  } else if (letter(text.back())) {
+    hemisphere = text.back();
+    text.remove_suffix(1);
+  }
+  if (!hemisphere) return strictNumber(text);
+
+  // Degrees, minutes, seconds: runs of digits and a point, anything between them a separator.
+  double parts[3] = {0, 0, 0};
+  int n = 0;
+  bool fraction = false;
+  size_t i = 0;
+  while (i < text.size()) {
+    const auto digit = [&](size_t k) { return (text[k] >= '0' && text[k] <= '9') || text[k] == '.'; };
+    if (!digit(i)) {
+      // Blanks and the marks of degrees (UTF-8 or Latin-1 degree sign), minutes and seconds.
+      const std::string_view rest = text.substr(i);
+      if (blank(text[i]) || text[i] == '\'' || text[i] == '"' || text[i] == '\xB0') ++i;
+      else if (rest.substr(0, 2) == "\xC2\xB0") i += 2;
+      else return std::nullopt;
+      continue;
+    }
+    size_t end = i;
+    while (end < text.size() && digit(end)) ++end;
+    if (n == 3 || fraction) return std::nullopt;  // a fourth part, or a part after decimals
+    const std::string_view part = text.substr(i, end - i);
+    fraction = part.find('.') != std::string_view::npos;
+    const auto v = strictNumber(part);
+    if (!v) return std::nullopt;
+    parts[n++] = *v;
+    i = end;
+  }
+  if (n == 0 || parts[1] >= 60 || parts[2] >= 60) return std::nullopt;
+  const double value = parts[0] + parts[1] / 60 + parts[2] / 3600;
+  return hemisphere == negative ? -value : value;
 }
 
 double FloorMod(double a, double b) { return a - std::floor(a / b) * b; }

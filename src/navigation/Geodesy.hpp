@@ -16,7 +16,9 @@
 //   T. Vincenty, "Direct and inverse solutions of geodesics on the ellipsoid with application of
 //   nested equations", Survey Review 23(176), 88-93 (1975).
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/Angles.hpp"
 
@@ -113,6 +115,13 @@ std::string FormatSignificant(double value, int digits, int maxDecimals);
 // Degrees and minutes are truncated; seconds of 59.995 or more carry into the minutes, and 60
 // minutes into the degrees.
 std::string FormatLatLong(double value, bool isLongitude);
+
+// A coordinate typed as text, in signed decimal degrees ("-0.4613") or in the hemisphere forms
+// pilots write, the letter first or last: "N51 28 39", "51 28 39.5N", "W000 27 41", "S33 52.5",
+// "E151.2". Degrees, minutes and seconds are separated by blanks or marked with the degree sign,
+// ' and "; only the last part may have decimals and minutes and seconds stay below 60. N/S belong
+// to a latitude, E/W to a longitude. nullopt when malformed; the range is the caller's to check.
+std::optional<double> ParseCoordinate(std::string_view text, bool isLongitude);
 
 // a - floor(a / b) * b: for b > 0 the result lies in [0, b).
 double FloorMod(double a, double b);

@@ -1,6 +1,6 @@
 #pragma once
 // Coefficient tables generated at build time from data/geomag/*.COF (see
-// data/geomag/GenerateGeomagTables.cmake). Internal to GeoMag.cpp; use LoadWMM2005 / LoadIGRF10.
+// data/geomag/GenerateGeomagTables.cmake). Internal to GeoMag.cpp; use the Load* functions.
 
 #include "navigation/GeoMag.hpp"
 
@@ -8,5 +8,7 @@ namespace norvane::geomag_tables {
 
 extern const GaussCoefficients kWMM2005;
 extern const GaussCoefficients kIGRF10;
+extern const GaussCoefficients kWMM2025;
+extern const GaussCoefficients kIGRF14;
 
 }  // namespace norvane::geomag_tables

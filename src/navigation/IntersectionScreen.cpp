@@ -30,6 +30,8 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   track2_ = addBox(track, tr("Track from 2nd point (0.0 to 360.0\u00b0)"));
   var2_ = addBox(variation, tr("Magnetic variation at 2nd point (\u00b0 ; E is positive) - Leave blank for automatic "
                                "calculation"));
+  bindVariation(var1_, lat1_, lon1_);
+  bindVariation(var2_, lat2_, lon2_);
   for (InputBox* b : {track1_, var1_, track2_, var2_}) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 14);
     b->setAlignment(Qt::AlignRight);
@@ -67,6 +69,7 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   makeTrackOptions(tracks);
   tl->addWidget(optTRK_[0]);
   tl->addWidget(optTRK_[1]);
+  tl->addWidget(makeModelLabel(tr("Magvar %1"), tracks));
   bottom->addWidget(tracks);
 
   auto* results = makeFrame(tr("Intersection coordinates"), "FrameResults");
@@ -88,10 +91,10 @@ bool IntersectionScreen::calculate() {
   if (t1 == 360) t1 = 0;
   if (t2 == 360) t2 = 0;
   if (magneticTracks()) {
-    const MagSettings mag = DefaultMagSettings();
+    const MagSettings mag = magSettings();
     const auto variation = [&](InputBox* box, double lat, double lon) {
       if (!box->isEmpty()) return box->value();
-      const double v = TrackMagVar(lat, lon, mag.year, mag.useWMM);
+      const double v = ShownVariation(lat, lon, mag);
       writeVariation(box, v);
       return v;
     };

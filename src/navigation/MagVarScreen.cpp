@@ -17,11 +17,14 @@
 namespace norvane {
 namespace {
 int gModelChoice = -1;  // -1: from the Options screen's default model
+// The models of the options OptModel0..3.
+constexpr MagModel kOptionModels[kMagModelCount] = {MagModel::WMM2005, MagModel::IGRF10, MagModel::WMM2025,
+                                                    MagModel::IGRF14};
 }  // namespace
 
 MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", tr("Magnetic variation"), parent) {
-  setHelpText(tr("Magnetic variation calculated from IGRF-10 and WMM2005 magnetic models for 2005-2010 "
-                 "(WGS 84 geodetic latitude, longitude and altitude)"));
+  setHelpText(tr("Magnetic variation calculated from IGRF-10 and WMM2005 magnetic models for 2005-2010, "
+                 "WMM2025 and IGRF-14 for 2025-2030 (WGS 84 geodetic latitude, longitude and altitude)"));
   lat_ = addCoordinate(tr("Latitude"), QString(), false, false, "OptLat");
   lon_ = addCoordinate(tr("Longitude"), QString(), true, false, "OptLng");
   BoxRule alt{KeyMode::UnsignedInt, 0, 65000};
@@ -52,17 +55,22 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
   dtPicker_->setCalendarPopup(true);
   dtPicker_->setDateRange(QDate(1900, 1, 1), QDate(2100, 12, 31));
   dtPicker_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
-  dtPicker_->setToolTip(tr("The models describe 2005 to 2010; earlier dates use the 2005.0 field"));
+  dtPicker_->setToolTip(tr("Each model describes five years from its epoch (2005.0 or 2025.0); earlier dates "
+                           "use the epoch field, later ones extrapolate the secular variation"));
   dl->addWidget(dtPicker_);
-  connect(dtPicker_, &QDateEdit::dateChanged, this, [this] { recalculateIfCalculated(); });
+  connect(dtPicker_, &QDateEdit::dateChanged, this, [this] {
+    showNotice();
+    recalculateIfCalculated();
+  });
   middle->addWidget(dateFrame);
 
   auto* modelFrame = makeFrame(tr("Model"), "FrameModel");
-  auto* ml = new QHBoxLayout(modelFrame);
-  optModel_[0] = makeOption(tr("WMM2005"), "OptModel0", modelFrame);
-  optModel_[1] = makeOption(tr("IGRF-10"), "OptModel1", modelFrame);
-  ml->addWidget(optModel_[0]);
-  ml->addWidget(optModel_[1]);
+  auto* ml = new QGridLayout(modelFrame);
+  for (int i = 0; i < kMagModelCount; ++i) {
+    optModel_[i] = makeOption(QString::fromUtf8(MagModelName(kOptionModels[i])), QStringLiteral("OptModel%1").arg(i),
+                              modelFrame);
+    ml->addWidget(optModel_[i], i / 2, i % 2);
+  }
   middle->addWidget(modelFrame);
 
   auto* resultFrame = makeFrame(tr("Magnetic variation"), "FrameResults");
@@ -71,22 +79,39 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
   rl->addWidget(lblMV_);
   middle->addWidget(resultFrame, 1);
   contentLayout()->addLayout(middle);
+  lblNotice_ = new QLabel(this);
+  lblNotice_->setObjectName("lblNotice");
+  lblNotice_->setWordWrap(true);
+  contentLayout()->addWidget(lblNotice_);
 
-  const int model = gModelChoice >= 0 ? gModelChoice : (App().settings.DefMVModel == 1 ? 0 : 1);
-  optModel_[model]->setChecked(true);
-  for (int i = 0; i < 2; ++i)
+  int choice = gModelChoice;
+  for (int i = 0; i < kMagModelCount && choice < 0; ++i)
+    if (kOptionModels[i] == MagModel(App().settings.DefMVModel)) choice = i;
+  optModel_[choice < 0 ? 1 : choice]->setChecked(true);
+  for (int i = 0; i < kMagModelCount; ++i)
     connect(optModel_[i], &QRadioButton::toggled, this, [this, i](bool on) {
       if (!on) return;
       gModelChoice = i;
       makeTitle();
+      showNotice();
     });
   makeTitle();
+  showNotice();
 }
 
-bool MagVarScreen::useWMM() const { return optModel_[0]->isChecked(); }
+MagModel MagVarScreen::model() const {
+  for (int i = 0; i < kMagModelCount; ++i)
+    if (optModel_[i]->isChecked()) return kOptionModels[i];
+  return MagModel::IGRF10;
+}
 
 void MagVarScreen::makeTitle() {
-  setWindowTitle(tr("Magnetic variation - %1").arg(MagModelName(useWMM())));
+  setWindowTitle(tr("Magnetic variation - %1").arg(QString::fromUtf8(MagModelName(model()))));
+}
+
+void MagVarScreen::showNotice() {
+  const QDate d = dtPicker_->date();
+  lblNotice_->setText(QString::fromStdString(MagValidityNotice(model(), {d.year(), d.month(), d.day()})));
 }
 
 bool MagVarScreen::calculate() {
@@ -94,7 +119,7 @@ bool MagVarScreen::calculate() {
   const double lon = lon_.degrees() * kDegToRad;
   const double altitudeKm = altitude_->value() * 0.3048 / 1000;
   const QDate d = dtPicker_->date();
-  const double variation = ComputeMagVar(lat, lon, altitudeKm, {d.year(), d.month(), d.day()}, useWMM());
+  const double variation = ComputeMagVar(lat, lon, altitudeKm, {d.year(), d.month(), d.day()}, model());
   lblMV_->setText(LocaleText(MagVarText(variation)));
   return true;
 }

@@ -1,6 +1,6 @@
 #pragma once
-// frmData10 "Magnetic variation": the declination at a point, altitude and date from WMM2005 or
-// IGRF-10.
+// frmData10 "Magnetic variation": the declination at a point, altitude and date from WMM2005,
+// IGRF-10, WMM2025 or IGRF-14.
 
 #include "navigation/NavigationScreen.hpp"
 
@@ -21,13 +21,16 @@ class MagVarScreen : public NavigationScreen {
  private:
   // The window title names the model in use (MakeTitle).
   void makeTitle();
-  bool useWMM() const;
+  MagModel model() const;
+  // "lblNotice": says when the date lies outside the chosen model's years.
+  void showNotice();
 
   Coordinate lat_, lon_;
   InputBox* altitude_;
   QDateEdit* dtPicker_;
-  QRadioButton* optModel_[2];
+  QRadioButton* optModel_[kMagModelCount];
   QLabel* lblMV_;
+  QLabel* lblNotice_;
 };
 
 }  // namespace norvane

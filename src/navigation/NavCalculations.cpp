@@ -1,8 +1,11 @@
 #include "navigation/NavCalculations.hpp"
 
+#include <charconv>
 #include <cmath>
+#include <string>
 
 #include "app/Angles.hpp"
+#include "app/TextFormat.hpp"
 
 namespace norvane {
 
@@ -42,6 +45,15 @@ double DmsToDegrees(double deg, double min, double sec, bool southOrWest) {
   return southOrWest ? -v : v;
 }
 
+double ShownVariation(double latDeg, double lonDeg, const MagSettings& mag) {
+  const std::string text = FormatMask(TrackMagVar(latDeg, lonDeg, mag.year, mag.model), "0.0");
+  double v = 0;
+  std::from_chars(text.data(), text.data() + text.size(), v);
+  return v;
+}
+
+std::string MagSettingsText(const MagSettings& m) { return std::string(MagModelName(m.model)) + ", " + std::to_string(m.year); }
+
 double MagneticToTrue(double track, double variation) { return Norm360(track + variation); }
 
 TracksResult ComputeTracks(double lat1, double lon1, double lat2, double lon2, const MagSettings* magnetic) {
@@ -56,8 +68,8 @@ TracksResult ComputeTracks(double lat1, double lon1, double lat2, double lon2, c
   r.tracks[2][1] = r.sph.trackFin;
   if (magnetic) {
     r.magnetic = true;
-    r.variationOrigin = TrackMagVar(lat1, lon1, magnetic->year, magnetic->useWMM);
-    r.variationDestination = TrackMagVar(lat2, lon2, magnetic->year, magnetic->useWMM);
+    r.variationOrigin = TrackMagVar(lat1, lon1, magnetic->year, magnetic->model);
+    r.variationDestination = TrackMagVar(lat2, lon2, magnetic->year, magnetic->model);
     for (auto& row : r.tracks) {
       if (!IsUndefined(row[0])) row[0] = Norm360(row[0] - r.variationOrigin);
       if (!IsUndefined(row[1])) row[1] = Norm360(row[1] - r.variationDestination);
@@ -86,7 +98,7 @@ PointResult ComputePointFromTrack(double lat, double lon, double track, double d
   r.trueTrack = track;
   if (magnetic) {
     if (!variation) {
-      variation = TrackMagVar(lat, lon, magnetic->year, magnetic->useWMM);
+      variation = ShownVariation(lat, lon, *magnetic);
       r.variationComputed = true;
     }
     r.variation = variation;

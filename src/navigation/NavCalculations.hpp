@@ -25,11 +25,13 @@ const char* UnitName(DistanceUnit unit);
 // Signed decimal degrees from degrees, minutes and seconds: south and west negative.
 double DmsToDegrees(double deg, double min, double sec, bool southOrWest);
 
-// Settings the magnetic tracks use: 1 January of `year`, model WMM2005 (useWMM) or IGRF-10.
+// Settings the magnetic tracks use: 1 January of `year` with `model`.
 struct MagSettings {
   int year = 2005;
-  bool useWMM = false;
+  MagModel model = MagModel::IGRF10;
 };
+// The model and year of the settings as the screens name them: "WMM2025, 2026".
+std::string MagSettingsText(const MagSettings& m);
 
 // "Tracks and distance": geodesic (GC row), rhumb line (RL) and sphere (SPH) between two points.
 struct TracksResult {
@@ -50,6 +52,11 @@ std::array<std::string, 9> TracksTexts(const TracksResult& r, DistanceUnit unit)
 // The distances of the rows in NM (kUndefined where the geodesic did not converge).
 std::array<double, 3> TracksDistances(const TracksResult& r);
 
+// The model's variation at a point (TrackMagVar) rounded to the tenth of a degree that the
+// variation box shows ("0.0"): a result computed with it is what a second Calculate, reading the
+// box back, gives again.
+double ShownVariation(double latDeg, double lonDeg, const MagSettings& mag);
+
 // A magnetic track made true: track + variation (east positive), brought into 0..360 by Norm360.
 double MagneticToTrue(double track, double variation);
 
@@ -62,7 +69,7 @@ struct PointResult {
 };
 // track 0..360 (360 is 0), distance in NM. With `magnetic`, the track is magnetic and the true
 // track is track + variation (Norm360), the variation being `variation` or, when absent, the
-// model's at the origin.
+// model's at the origin as shown (ShownVariation).
 PointResult ComputePointFromTrack(double lat, double lon, double track, double distanceNm, bool wgs84,
                                   const MagSettings* magnetic, std::optional<double> variation);
 

@@ -1,11 +1,14 @@
 #include "navigation/NavigationScreen.hpp"
 
+#include <algorithm>
+
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <map>
+#include <QVBoxLayout>
 
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
@@ -75,8 +78,10 @@ NavigationScreen::Coordinate NavigationScreen::addCoordinate(const QString& capt
 QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& name, QWidget* parent) {
   auto* b = new QRadioButton(text, parent);
   b->setObjectName(name);
-  connect(b, &QRadioButton::toggled, this, [this](bool on) {
-    if (on) recalculateIfCalculated();
+  connect(b, &QRadioButton::toggled, this, [this, b](bool on) {
+    if (!on) return;
+    positionChanged(b);
+    recalculateIfCalculated();
   });
   return b;
 }
@@ -96,21 +101,52 @@ void NavigationScreen::makeTrackOptions(QWidget* parent) {
 
 bool NavigationScreen::magneticTracks() const { return optTRK_[1]->isChecked(); }
 
-QPushButton* NavigationScreen::makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon) {
-  auto* b = new QPushButton(tr("Import from database"), this);
+QWidget* NavigationScreen::makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon) {
+  auto* box = new QWidget(this);
+  auto* column = new QVBoxLayout(box);
+  column->setContentsMargins(0, 0, 0, 0);
+  auto* b = new QPushButton(tr("Import from database"), box);
+  auto* named = new QLabel(box);
+  named->setObjectName(QStringLiteral("lbl") + name.mid(3));
+  named->setAlignment(Qt::AlignCenter);
+  named->setMinimumHeight(named->fontMetrics().height());
+  column->addWidget(b);
+  column->addWidget(named);
   b->setObjectName(name);
   b->setAutoDefault(false);
   b->setToolTip(tr("Take the coordinates of a waypoint from the active database"));
   const CoordinateFields latFields = lat->fields(), lonFields = lon->fields();
-  connect(b, &QPushButton::clicked, this, [this, latFields, lonFields] {
-    if (ImportWaypoint(this, latFields, lonFields) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
+  connect(b, &QPushButton::clicked, this, [this, latFields, lonFields, named] {
+    if (ImportWaypoint(this, latFields, lonFields, named) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
   });
-  return b;
+  return box;
 }
 
 MagSettings NavigationScreen::DefaultMagSettings() {
   const Settings& s = App().settings;
-  return {s.DefMVYear, s.DefMVModel == 1};
+  return {s.DefMVYear, MagModel(s.DefMVModel)};
+}
+
+QLabel* NavigationScreen::makeModelLabel(const QString& format, QWidget* parent) {
+  lblModel_ = new QLabel(parent);
+  lblModel_->setObjectName("lblModel");
+  modelFormat_ = format;
+  showModel(DefaultMagSettings());
+  return lblModel_;
+}
+
+MagSettings NavigationScreen::magSettings() {
+  const MagSettings m = DefaultMagSettings();
+  showModel(m);
+  return m;
+}
+
+void NavigationScreen::showModel(const MagSettings& m) {
+  if (!lblModel_) return;
+  lblModel_->setText(modelFormat_.arg(QString::fromStdString(MagSettingsText(m))));
+  lblModel_->setToolTip(tr("Computed magnetic variation: %1 model, 1 January %2 (Options screen)")
+                            .arg(QString::fromUtf8(MagModelName(m.model)))
+                            .arg(m.year));
 }
 
 void NavigationScreen::writeBox(InputBox* box, const QString& text) {
@@ -121,6 +157,30 @@ void NavigationScreen::writeBox(InputBox* box, const QString& text) {
 
 void NavigationScreen::writeVariation(InputBox* box, double variation) {
   writeBox(box, LocaleText(FormatMask(variation, "0.0")));
+  for (BoundVariation& v : variations_)
+    if (v.box == box) v.computed = true;
+}
+
+void NavigationScreen::bindVariation(InputBox* box, const Coordinate& lat, const Coordinate& lon) {
+  BoundVariation v;
+  v.box = box;
+  for (const Coordinate* c : {&lat, &lon})
+    for (const QObject* o : {static_cast<const QObject*>(c->deg), static_cast<const QObject*>(c->min),
+                             static_cast<const QObject*>(c->sec), static_cast<const QObject*>(c->opt[0]),
+                             static_cast<const QObject*>(c->opt[1])})
+      if (o) v.position.push_back(o);
+  variations_.push_back(std::move(v));
+}
+
+void NavigationScreen::positionChanged(const QObject* source) {
+  for (BoundVariation& v : variations_) {
+    if (source == v.box) {
+      v.computed = false;  // typed by the user: it stays
+    } else if (v.computed && std::find(v.position.begin(), v.position.end(), source) != v.position.end()) {
+      v.computed = false;
+      writeBox(v.box, QString());
+    }
+  }
 }
 
 std::optional<double> NavigationScreen::OptionalValue(const InputBox* box) {
@@ -129,7 +189,9 @@ std::optional<double> NavigationScreen::OptionalValue(const InputBox* box) {
 }
 
 void NavigationScreen::boxEdited(int index) {
-  if (!writing_) CalculatorScreen::boxEdited(index);
+  if (writing_) return;
+  positionChanged(box(index));
+  CalculatorScreen::boxEdited(index);
 }
 
 void NavigationScreen::clearResetData() {

@@ -11,6 +11,7 @@
 #include "services/WaypointImport.hpp"
 
 class QGroupBox;
+class QLabel;
 class QPushButton;
 class QRadioButton;
 
@@ -48,15 +49,26 @@ class NavigationScreen : public CalculatorScreen {
   // while the program runs, at first Magnetic when the AutoMV setting is on. A change recalculates.
   void makeTrackOptions(QWidget* parent);
   bool magneticTracks() const;
-  // "Import from database", named `name`, filling lat and lon.
-  QPushButton* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
+  // "Import from database", named `name`, filling lat and lon, over the label (named "lbl" +
+  // `name` without its "cmd") that names the imported waypoint.
+  QWidget* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
 
   // The Options screen's magnetic-variation settings (default year and model).
   static MagSettings DefaultMagSettings();
+  // "lblModel": names the model and year the computed variation uses, through `format` with %1
+  // ("Track (magvar %1)" gives "Track (magvar WMM2025, 2026)").
+  QLabel* makeModelLabel(const QString& format, QWidget* parent);
+  // DefaultMagSettings(), the model label brought in step with them (the Options screen may have
+  // changed them since the screen opened).
+  MagSettings magSettings();
   // Writes text into a box from a calculation without clearing the results it belongs to.
   void writeBox(InputBox* box, const QString& text);
   // Writes a computed magnetic variation into its box with the mask "0.0" (locale separator).
   void writeVariation(InputBox* box, double variation);
+  // A variation box belonging to the position lat / lon: a variation Calculate wrote there is
+  // cleared when that position changes (a typed box, a hemisphere, an import), so that the next
+  // result uses the new place's variation; a variation the user typed stays.
+  void bindVariation(InputBox* box, const Coordinate& lat, const Coordinate& lon);
   // A box's value, or nothing when it is empty.
   static std::optional<double> OptionalValue(const InputBox* box);
 
@@ -66,7 +78,21 @@ class NavigationScreen : public CalculatorScreen {
   QRadioButton* optTRK_[2] = {nullptr, nullptr};
 
  private:
+  struct BoundVariation {
+    InputBox* box = nullptr;
+    std::vector<const QObject*> position;  // the coordinate boxes and hemisphere options
+    bool computed = false;
+  };
+  // Clears the computed variations that belong to the control `source`.
+  void positionChanged(const QObject* source);
+
+  std::vector<BoundVariation> variations_;
+
+  void showModel(const MagSettings& m);
+
   bool writing_ = false;
+  QLabel* lblModel_ = nullptr;
+  QString modelFormat_;
 };
 
 }  // namespace norvane

@@ -43,6 +43,7 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   variation.maxLength = 6;
   variation.allowEmpty = true;
   variation_ = addBox(variation, tr("Magnetic variation (\u00b0 ; E is positive) - Leave blank for automatic calculation"));
+  bindVariation(variation_, lat_, lon_);
   for (InputBox* b : {track_, distance_, variation_}) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("00000000")) + 14);
     b->setAlignment(Qt::AlignRight);
@@ -96,6 +97,7 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   varCaption->setBuddy(variation_);
   varRow->addWidget(varCaption);
   varRow->addWidget(variation_);
+  varRow->addWidget(makeModelLabel(tr("(%1)"), this));
   varRow->addStretch();
   contentLayout()->addLayout(varRow);
 
@@ -112,6 +114,10 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
 
   optModel_[gModelChoice]->setChecked(true);
   optDist_[gDistChoice]->setChecked(true);
+  // A unit change converts the distance typed (nautical miles as the base).
+  convertOnSwitch({optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
+                  {{1, 0}, {1 / 1.852, 0}, {1 / 1852.0, 0}, {0.3048 / 1852, 0}},
+                  [](int u) { return std::pair{0.0, u == 0 ? 5400.0 : 10000.0}; }, 1);
   for (int i = 0; i < 2; ++i) {
     connect(optModel_[i], &QRadioButton::toggled, this, [i](bool on) {
       if (on) gModelChoice = i;
@@ -128,17 +134,13 @@ DistanceUnit PointScreen::unit() const {
 void PointScreen::setDistDisplay(DistanceUnit u) {
   optDist_[int(u)]->setChecked(true);
   distance_->setToolTip(DistanceHelp(u));
-  distance_->setRange(0, u == DistanceUnit::Nm ? 5400 : 10000);
-  // The number typed now means another distance: recompute a shown result, or keep Calculate's
-  // state in step with the new range.
-  if (calculated() && allInputsValid()) recalculateIfCalculated();
-  else clearData();
+  distance_->setRange(0, u == DistanceUnit::Nm ? 5400 : 10000);  // the conversion follows
   setInputValid(7, distance_->isValid());
 }
 
 bool PointScreen::calculate() {
   const bool magnetic = magneticTracks();
-  const MagSettings mag = DefaultMagSettings();
+  const MagSettings mag = magSettings();
   const PointResult r = ComputePointFromTrack(lat_.degrees(), lon_.degrees(), track_->value(),
                                               UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
                                               magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);

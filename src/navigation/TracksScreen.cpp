@@ -38,11 +38,7 @@ TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr
   makeTrackOptions(tracks);
   tl->addWidget(optTRK_[0], 0, 0);
   tl->addWidget(optTRK_[1], 0, 1);
-  const MagSettings mag = DefaultMagSettings();
-  lblModel_ = new QLabel(tr("Track (magvar %1)").arg(MagModelName(mag.useWMM)), tracks);
-  lblModel_->setObjectName("lblModel");
-  lblModel_->setToolTip(tr("Magnetic tracks use the variation at each end on 1 January %1 (Options)").arg(mag.year));
-  tl->addWidget(lblModel_, 1, 0, 1, 2);
+  tl->addWidget(makeModelLabel(tr("Track (magvar %1)"), tracks), 1, 0, 1, 2);
   options->addWidget(tracks);
 
   const OptionGroup dist = makeOptionGroup(tr("Distance unit"), "FrameDist", "OptDist",
@@ -72,7 +68,7 @@ DistanceUnit TracksScreen::unit() const {
 }
 
 bool TracksScreen::calculate() {
-  const MagSettings mag = DefaultMagSettings();
+  const MagSettings mag = magSettings();
   result_ = ComputeTracks(latO_.degrees(), lonO_.degrees(), latD_.degrees(), lonD_.degrees(),
                           magneticTracks() ? &mag : nullptr);
   showResults();

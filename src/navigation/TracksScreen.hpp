@@ -27,7 +27,6 @@ class TracksScreen : public NavigationScreen {
 
   Coordinate latO_, lonO_, latD_, lonD_;
   QRadioButton* optDist_[4];
-  QLabel* lblModel_;
   std::array<QLabel*, 9> dataR_{};
   TracksResult result_;
 };

@@ -56,11 +56,12 @@ std::string_view PrefixCodePoints(std::string_view s, size_t n) {
   return s;
 }
 
-// The sign is the stored word's: a magnitude below a tenth of a second keeps its hemisphere.
+// The hemisphere is that of the rounded value shown: what rounds to 00°00' is N or E.
 std::string LatLonText(int32_t word, bool isLongitude) {
   const int64_t tenths = Abs64(word) / 256;
   const AngleParts a = SplitAngle(tenths, false);
-  std::string s = isLongitude ? (word < 0 ? "W" : "E") : (word < 0 ? "S" : "N");
+  const bool negative = word < 0 && (a.deg != 0 || a.min != 0);
+  std::string s = isLongitude ? (negative ? "W" : "E") : (negative ? "S" : "N");
   s += FormatMask(a.deg, isLongitude ? "000" : "00");
   s += kDegree;
   s += FormatMask(a.min, "00");
@@ -130,10 +131,11 @@ AngleParts SplitAngle(int64_t value, bool withSeconds) {
   return a;
 }
 
-CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSeconds, char decimalSep) {
-  const AngleParts a = SplitAngle(Abs64(tenths), withSeconds);
+CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSeconds, char decimalSep, int maxDegrees) {
+  AngleParts a = SplitAngle(Abs64(tenths), withSeconds);
+  if (a.deg > maxDegrees) a = {maxDegrees, 59, withSeconds ? 59 : 0, withSeconds ? 9 : 0};
   CoordinateBoxTexts t;
-  t.negative = negative;
+  t.negative = negative && (a.deg != 0 || a.min != 0 || a.sec != 0 || a.tenths != 0);
   t.deg = std::to_string(a.deg);
   t.min = std::to_string(a.min);
   if (withSeconds) {

@@ -80,13 +80,16 @@ AngleParts SplitAngle(int64_t value, bool withSeconds);
 
 // The texts a screen writes into its degree, minute and second boxes for a coordinate in tenths
 // of an arc-second: with a seconds box, whole degrees and minutes and the seconds with their tenth
-// ("30" or "30.5", decimalSep between); without, degrees and rounded minutes. negative selects the
-// S or W option.
+// ("30" or "30.5", decimalSep between); without, degrees and rounded minutes. maxDegrees is the
+// degree box's last value (89, 179): a point on, or rounding to, a pole or the 180th meridian is
+// written as the largest value the boxes take (89 59 59.9, or 179 59 without seconds), 0.1" or
+// under a minute away, so that it can be calculated. negative selects the S or W option, except
+// for a value shown as zero.
 struct CoordinateBoxTexts {
   bool negative = false;
   std::string deg, min, sec;
 };
-CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSeconds, char decimalSep);
+CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSeconds, char decimalSep, int maxDegrees);
 
 // Display texts of the search dialog.
 const char* TypeCode(WaypointType type);  // "APT", "VOR", "NDB", "INT"

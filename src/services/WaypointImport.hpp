@@ -4,8 +4,10 @@
 // second) boxes and hemisphere options.
 
 #include <QString>
+#include <string>
 
 class QAbstractButton;
+class QLabel;
 class QLineEdit;
 class QWidget;
 
@@ -24,8 +26,11 @@ struct CoordinateFields {
 enum class ImportOutcome { Imported, Cancelled, NoDatabase };
 
 // Without an active database the dialog is not opened and NoDatabase is returned (the caller
-// shows kNoDatabaseText, NavDBShell.hpp). On Imported, *ident receives the waypoint's identifier.
+// shows kNoDatabaseText, NavDBShell.hpp). On Imported, `nameLabel` (when given) names the
+// waypoint beside the boxes it filled ("EGLL airport") until one of those boxes is edited.
 ImportOutcome ImportWaypoint(QWidget* parent, const CoordinateFields& lat, const CoordinateFields& lon,
-                             QString* ident = nullptr);
+                             QLabel* nameLabel = nullptr);
+// "EGLL airport", "LAM VOR": the identifier and kind of waypoint, as the import names it.
+QString ImportedName(const std::string& ident, int type);
 
 }  // namespace norvane

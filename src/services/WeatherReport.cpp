@@ -40,7 +40,10 @@ WeatherResult ParseWeatherReply(std::string_view bytes, int currentYear) {
       first = false;
     } else {
       const size_t lead = line.find_first_not_of(' ');
-      if (lead != std::string_view::npos) result.report += line.substr(lead);
+      if (lead != std::string_view::npos) {
+        if (!result.report.empty()) result.report += '\n';
+        result.report += line.substr(lead, line.find_last_not_of(' ') + 1 - lead);
+      }
     }
     start = end + 1;
   }

@@ -20,7 +20,7 @@ std::string WeatherUrl(std::string_view base, std::string_view code, WeatherKind
 struct WeatherResult {
   int16_t code = 0;      // 0 success, 1-4 as ReadUrl, 5 no station file of this year
   std::string recorded;  // the first line, as shown after "Recorded: "
-  std::string report;    // lines 2 to the last, leading blanks removed, joined without separator
+  std::string report;    // lines 2 to the last without their outer blanks, joined by LF (blank lines left out)
 };
 
 // Reads a station file received with ReadUrl code 0. A file whose first four characters are not

@@ -9,10 +9,13 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "app/UiHelpers.hpp"
+#include "atmosphere/AtmosphereCalculations.hpp"
 #include "services/Internet.hpp"
+#include "services/MetarDecoder.hpp"
 #include "services/WeatherClient.hpp"
 
 namespace norvane {
@@ -42,6 +45,16 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   auto* al = new QHBoxLayout(airport);
   al->addWidget(makeCaption(tr("ICAO code"), "lblICAO"));
   al->addWidget(inboxICAO_);
+  // The waypoint database holds no elevations: the user types the field's, for the density altitude.
+  BoxRule elevation{KeyMode::SignedReal, kElevationRange.min, kElevationRange.max};
+  elevation.allowEmpty = true;
+  elevation.maxLength = 6;
+  inboxElevation_ = addBox(elevation, tr("Field elevation for the density altitude of a METAR (-1500 to 15000 ft); "
+                                         "may stay empty"));
+  inboxElevation_->setObjectName("inboxElevation");
+  inboxElevation_->setMaximumWidth(inboxElevation_->fontMetrics().horizontalAdvance(QStringLiteral("-15000")) + 24);
+  al->addWidget(makeCaption(tr("Elevation (ft)"), "lblElevation"));
+  al->addWidget(inboxElevation_);
   top->addWidget(airport);
 
   auto* kind = makeFrame(tr("Data"), "FrameKind");
@@ -88,20 +101,39 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   QFont mono = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   textWeather_->setFont(mono);
   const QFontMetrics fm(mono);
-  textWeather_->setFixedSize(fm.horizontalAdvance(QString(64, QChar('W'))) + 24, fm.lineSpacing() * 9 + 16);
-  contentLayout()->addWidget(textWeather_);
+  textWeather_->setMinimumSize(fm.horizontalAdvance(QString(64, QChar('W'))) + 24, fm.lineSpacing() * 9 + 16);
 
-  setTabOrder(inboxICAO_, optW_[0]);
+  // The decoded report in plain language beside the report as received.
+  textDecoded_ = new QPlainTextEdit(this);
+  textDecoded_->setObjectName("TextDecoded");
+  textDecoded_->setReadOnly(true);
+  textDecoded_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+  textDecoded_->setTabChangesFocus(true);
+  textDecoded_->setMinimumSize(textWeather_->minimumSize());
+  tabWeather_ = new QTabWidget(this);
+  tabWeather_->setObjectName("TabWeather");
+  tabWeather_->addTab(textWeather_, tr("&Raw"));
+  tabWeather_->addTab(textDecoded_, tr("&Decoded"));
+  contentLayout()->addWidget(tabWeather_);
+
+  setTabOrder(inboxICAO_, inboxElevation_);
+  setTabOrder(inboxElevation_, optW_[0]);
   setTabOrder(optW_[0], optW_[1]);
   setTabOrder(optW_[1], cmdGetWeather_);
   setTabOrder(cmdGetWeather_, cmdCancel_);
-  setTabOrder(cmdCancel_, textWeather_);
-  setTabOrder(textWeather_, closeButton());
+  setTabOrder(cmdCancel_, tabWeather_);
+  setTabOrder(tabWeather_, textWeather_);
+  setTabOrder(textWeather_, textDecoded_);
+  setTabOrder(textDecoded_, closeButton());
 }
 
 bool WeatherScreen::busy() const { return transfer_ != nullptr; }
 
-void WeatherScreen::boxEdited(int /*index*/) {
+void WeatherScreen::boxEdited(int index) {
+  if (index == 1) {  // a new elevation only changes the density altitude
+    showDecoded();
+    return;
+  }
   // A new code abandons a request still running for the old one.
   cancelFetch();
   SetTextColor(inboxICAO_, IsIcaoCode(S(inboxICAO_->text())) ? kValidText : kInvalidText);
@@ -113,6 +145,8 @@ void WeatherScreen::cancelFetch() {
   cmdCancel_->setEnabled(false);
   lblR_->clear();
   textWeather_->clear();
+  textDecoded_->clear();
+  report_.clear();
   cmdGetWeather_->setEnabled(IsIcaoCode(S(inboxICAO_->text())));
 }
 
@@ -120,6 +154,7 @@ void WeatherScreen::getWeather() {
   const std::string code = S(inboxICAO_->text());
   if (!IsIcaoCode(code) || busy()) return;
   lblR_->clear();
+  report_.clear();
   setWeatherText(tr("..Getting data.."), kValidText);
   cmdGetWeather_->setEnabled(false);
   cmdCancel_->setEnabled(true);
@@ -142,15 +177,33 @@ void WeatherScreen::showResult(int code) {
   if (w.code == 0) {
     // UTF-8 cleaned of control characters by the reader (SafeServerText).
     lblR_->setText(QString::fromStdString(RecordedText(w)));
-    setWeatherText(QString::fromStdString(w.report), kValidText);
+    // A TAF one change group per line, whatever line breaks the server kept.
+    const bool taf = optW_[1]->isChecked();
+    setWeatherText(QString::fromStdString(taf ? ReportLines(w.report) : w.report), kValidText);
+    report_ = w.report;
+    showDecoded();
   } else {
     setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), kInvalidText);
   }
 }
 
 void WeatherScreen::setWeatherText(const QString& text, const QColor& colour) {
-  SetTextColor(textWeather_, colour);
-  textWeather_->setPlainText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+  // Both views show progress and failures, whichever is in front.
+  for (QPlainTextEdit* view : {textWeather_, textDecoded_}) {
+    SetTextColor(view, colour);
+    view->setPlainText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+  }
+}
+
+void WeatherScreen::showDecoded() {
+  if (report_.empty()) return;
+  std::optional<double> elevation;
+  if (inboxElevation_->isValid() && !inboxElevation_->isEmpty()) elevation = inboxElevation_->value();
+  QStringList lines;
+  for (const DecodedLine& line : DescribeReport(DecodeReport(report_), elevation))
+    lines << QString::fromStdString(line.text);
+  SetTextColor(textDecoded_, kValidText);
+  textDecoded_->setPlainText(lines.join(QLatin1Char('\n')));
 }
 
 void WeatherScreen::prepareScreenshot() { inboxICAO_->setText(QStringLiteral("EGLL")); }

@@ -1,6 +1,6 @@
 #pragma once
 // frmData17 "Airport weather": the latest METAR report or TAF forecast of an airport, fetched
-// from the weather server while the window stays responsive.
+// from the weather server while the window stays responsive, as received and decoded.
 
 #include <string>
 
@@ -10,6 +10,7 @@ class QLabel;
 class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
+class QTabWidget;
 
 namespace norvane {
 
@@ -31,6 +32,8 @@ class WeatherScreen : public CalculatorScreen {
   void cancelFetch();
   void showResult(int code);
   void setWeatherText(const QString& text, const QColor& colour);
+  // The decoded view of the report on screen, with the density altitude for a typed elevation.
+  void showDecoded();
 
   InputBox* inboxICAO_;
   QRadioButton* optW_[2];
@@ -38,6 +41,10 @@ class WeatherScreen : public CalculatorScreen {
   QPushButton* cmdCancel_;
   QLabel* lblR_;
   QPlainTextEdit* textWeather_;
+  InputBox* inboxElevation_;
+  QTabWidget* tabWeather_;
+  QPlainTextEdit* textDecoded_;
+  std::string report_;  // the report on screen, empty when none
   UrlTransfer* transfer_ = nullptr;
   std::string reply_;
 };

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDate>
 #include <QDateEdit>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -101,6 +102,10 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   connect(cmdImportInitial_, &QPushButton::clicked, this, &SunScreen::importPosition);
   dateColumn->addStretch();
   dateColumn->addWidget(cmdImportInitial_);
+  importedName_ = makeCaption(QString(), "lblImportInitial");
+  importedName_->setAlignment(Qt::AlignCenter);
+  importedName_->setMinimumHeight(importedName_->fontMetrics().height());
+  dateColumn->addWidget(importedName_);
   when->addLayout(dateColumn);
 
   QGroupBox* frameTime = makeFrame(tr("Time system"), "FrameUTCLT");
@@ -157,7 +162,7 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   ltOff_->setValue(offset);
   ltOffsetChanged(offset);
   timeSystemChanged();
-  cmdImportInitial_->setToolTip(tr("Take the position of a waypoint of the active database"));
+  updateImportState();
 
   for (QRadioButton* o : {optLat_[0], optLat_[1], optLng_[0], optLng_[1]})
     connect(o, &QRadioButton::toggled, this, [this](bool on) {
@@ -233,11 +238,23 @@ void SunScreen::ltOffsetChanged(int value) {
   ltOffsetLbl_->setText(tr("Local time offset from UTC (h): %1").arg(Q(SignedText(value))));
 }
 
+void SunScreen::updateImportState() {
+  const bool active = NavDBActive();
+  cmdImportInitial_->setEnabled(active);
+  cmdImportInitial_->setToolTip(active ? tr("Take the position of a waypoint of the active database")
+                                       : tr(kNoDatabaseText));
+}
+
+bool SunScreen::event(QEvent* e) {
+  if (e->type() == QEvent::Show || e->type() == QEvent::WindowActivate) updateImportState();
+  return CalculatorScreen::event(e);
+}
+
 void SunScreen::importPosition() {
   // Whole degrees and rounded minutes: this screen has no seconds boxes.
   const CoordinateFields lat{box(0), box(1), nullptr, optLat_[0], optLat_[1]};
   const CoordinateFields lon{box(2), box(3), nullptr, optLng_[0], optLng_[1]};
-  if (ImportWaypoint(this, lat, lon) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
+  if (ImportWaypoint(this, lat, lon, importedName_) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
 }
 
 void SunScreen::prepareScreenshot() {

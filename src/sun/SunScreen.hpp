@@ -24,12 +24,16 @@ class SunScreen : public CalculatorScreen {
  protected:
   bool calculate() override;
   void boxEdited(int index) override;
+  // Shown or activated: "Import from database" follows whether a database is active (it may have
+  // been chosen from the menu meanwhile).
+  bool event(QEvent* e) override;
 
  private:
   void optionChanged();
   void timeSystemChanged();
   void ltOffsetChanged(int value);
   void importPosition();
+  void updateImportState();
 
   QRadioButton* optLat_[2];
   QRadioButton* optLng_[2];
@@ -42,6 +46,7 @@ class SunScreen : public CalculatorScreen {
   QGroupBox* frameTwilight_;
   QLabel* dataR_[4];
   QPushButton* cmdImportInitial_;
+  QLabel* importedName_ = nullptr;
 };
 
 }  // namespace norvane

@@ -50,6 +50,19 @@ TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
   EXPECT_EQ(EnterToTab(u'a'), u'a');
 }
 
+// A "-" over a selected "-2.6" was refused (-3 became +3); pasted "egll" stayed lower case.
+TEST(InputRules, KeysReplaceTheSelectionAndPastedTextIsFilteredAsTyped) {
+  struct Row { std::u16string text; int caret, selection, maxLength; std::u16string typed; KeyMode mode; std::u16string kept; };
+  const Row rows[] = {
+      {u"-0.4", 0, 4, 6, u"-", KeyMode::SignedReal, u"-"},      {u"-2.6", 0, 2, 6, u"-3", KeyMode::SignedInt, u"-3"},
+      {u"2.6", 1, 2, 6, u".", KeyMode::UnsignedReal, u"."},     {u"12", 2, 0, 6, u"-5", KeyMode::SignedReal, u"5"},
+      {u"", 0, 0, 4, u" egll\n", KeyMode::Letters, u"EGLL"},     {u"", 0, 0, 4, u"EGLL2", KeyMode::Letters, u"EGLL"},
+      {u"", 0, 0, 6, u"1,234.5", KeyMode::SignedReal, u"1.2345"}, {u"45", 0, 2, 2, u"123", KeyMode::UnsignedInt, u"12"},
+  };
+  for (const Row& r : rows)
+    EXPECT_EQ(FilterText(Box(r.text, r.maxLength, r.caret, r.selection), r.typed, r.mode, true, u'.'), r.kept);
+}
+
 TEST(InputRules, ValidatorsFollowTheTextRules) {
   EXPECT_TRUE(IsValidIntText(u"", true, 0, 59));
   EXPECT_FALSE(IsValidIntText(u"", false, 0, 59));

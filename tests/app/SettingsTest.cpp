@@ -39,6 +39,9 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
       {"LTOffset=-12", &Settings::LTOffset, -12},
       {"LTOffset=-13", &Settings::LTOffset, 0},
       {"DefMVYear=2010", &Settings::DefMVYear, 2005},
+      {"DefMVModel=2\r\nDefMVYear=2027", &Settings::DefMVYear, 2027},  // WMM2025 and IGRF-14: 2025-2029,
+      {"DefMVModel=3\r\nDefMVYear=2007", &Settings::DefMVYear, 2025},  // another year reads as the first
+      {"DefMVModel=4\r\nDefMVYear=2027", &Settings::DefMVModel, 0},
       {"DefaultUnitSystem= 1 ", &Settings::DefaultUnitSystem, 1},  // the blank-padded form written at exit
       {"Synchronize=abc", &Settings::Synchronize, 0},               // no digits reads as 0, in range
       {"DefMVYear=abc", &Settings::DefMVYear, 2005},                // 0 is out of range

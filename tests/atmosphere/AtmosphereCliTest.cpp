@@ -66,6 +66,7 @@ TEST(AtmosphereCli, OneRowPerKindOfError) {
   const Row rows[] = {
       {"atmosphere --altitude 84853 --geopotential", "error: --altitude: 84853 is out of range (-500 to 84852 m, geopotential)"},
       {"atmosphere --altitude 0 --mslp 1013 --us", "error: --mslp: 1013 is out of range (25.69 to 32.01 inHg)"},
+      {"speed --fl 100 --cas 250 --disa 10.5", "error: --disa: 10.5 is not a whole number (-90 to 40 degrees C)"},
       {"atmosphere --altitude ten", "error: --altitude: expected a number, got \"ten\""},
       {"atmosphere", "--altitude is required"},
       {"speed --fl 35.5 --cas 250", "error: --fl: 35.5 is not a whole number (0 to 650)"},

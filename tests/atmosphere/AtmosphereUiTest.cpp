@@ -66,9 +66,19 @@ TEST_F(AtmosphereUi, AtmosphereDataRangeFollowsKindAndUnitWithoutConverting) {
     Type(s, 0, r.text);
     EXPECT_EQ(CanCalculate(s), r.valid) << r.kind << " " << r.unit << " " << r.text;
   }
+  // Switching the unit converts a valid number; one out of range is kept and checked anew.
+  Click(s, "OptAlt0");
+  Click(s, "OptAltUnits1");
+  Type(s, 0, "200000");
   Click(s, "OptAltUnits0");
-  EXPECT_EQ(Box(s, 0)->text(), "-1500");
+  EXPECT_EQ(Box(s, 0)->text(), "60960");
+  EXPECT_EQ(Text(s, "lblAlt"), "Altitude (m)");
+  EXPECT_TRUE(CanCalculate(s));
+  Type(s, 0, "90000");
   EXPECT_FALSE(CanCalculate(s));
+  Click(s, "OptAltUnits1");
+  EXPECT_EQ(Box(s, 0)->text(), "90000");
+  EXPECT_TRUE(CanCalculate(s));  // 90000 ft is in range
 }
 
 TEST_F(AtmosphereUi, SpeedInputKindClearsOptionsRecalculate) {
@@ -119,16 +129,25 @@ TEST_F(AtmosphereUi, DensityAltitudeDewPointAndUnits) {
   Calculate(s);
   EXPECT_EQ(Box(s, 2)->text(), "20");  // a dew point above the temperature is taken as it
   EXPECT_EQ(Text(s, "DataR2"), "885");
-  // US units: the boxes are validated anew, not converted; 1013.25 inHg is out of range.
+  EXPECT_TRUE(s.calculated());
+
+  // US units convert the numbers and recalculate: a hot day stays a hot day.
+  Type(s, 0, "1008");
+  Type(s, 1, "38");
+  Type(s, 2, "22");
+  Type(s, 3, "5000");
+  Calculate(s);
+  const int densityAltitude = Text(s, "DataR2").toInt();
+  EXPECT_NEAR(densityAltitude, 9200, 50);
   Click(s, "OptUnits1");
   EXPECT_EQ(Text(s, "lblInput0"), "Alt setting (inHg)");
-  EXPECT_FALSE(CanCalculate(s));
-  EXPECT_EQ(Text(s, "DataR0"), "");
-  for (auto [i, t] : {std::pair{0, "29.92"}, {1, "86"}, {2, "50"}, {3, "5000"}}) Type(s, i, t);
-  Calculate(s);
-  EXPECT_EQ(Texts(s, "DataR", 3), (std::vector<std::string>{"24.896", "29%", "7982"}));
+  const auto boxes = [&s] { return QStringList{Box(s, 0)->text(), Box(s, 1)->text(), Box(s, 2)->text(), Box(s, 3)->text()}; };
+  EXPECT_EQ(boxes(), (QStringList{"29.77", "100.4", "71.6", "5000"}));
+  EXPECT_NEAR(Text(s, "DataR2").toInt(), densityAltitude, 10);  // 29.77 inHg is 1008.13 hPa
+  // Back to metric: the same values again; a value out of range is kept and checked anew.
+  Type(s, 1, "140");
   Click(s, "OptUnits0");
-  EXPECT_EQ(Text(s, "DataR0"), "");
+  EXPECT_EQ(boxes(), (QStringList{"1008.13", "140", "22", "5000"}));
   EXPECT_FALSE(CanCalculate(s));
 }
 
@@ -158,10 +177,20 @@ TEST_F(AtmosphereUi, StallSpeedReferenceBankAndUnits) {
   ASSERT_TRUE(bank->hasFocus());
   QTest::keyClick(bank, Qt::Key_Right);
   EXPECT_EQ(Text(s, "BAData"), "1");
-  // US units: captions and ranges switch, numbers stay; 1000 lb is in range, 500 is not.
+  Type(s, StallSpeedScreen::kMtow, "2000");  // a quarter of the weight halves it
   Type(s, StallSpeedScreen::kWeight, "500");
+  Calculate(s);
+  EXPECT_EQ(Text(s, "dataR1"), "30.0");
+
+  // US units: the weights are converted (500 kg is 1102 lb) and the result stays.
   Click(s, "OptUnits1");
   EXPECT_EQ(Text(s, "lblInput2"), "MTOW (lb)");
+  EXPECT_EQ(Box(s, StallSpeedScreen::kMtow)->text(), "4409");
+  EXPECT_EQ(Box(s, StallSpeedScreen::kWeight)->text(), "1102");
+  EXPECT_EQ(Text(s, "dataR1"), "30.0");
+  Type(s, StallSpeedScreen::kWeight, "4409");
+  Calculate(s);
+  EXPECT_EQ(Text(s, "dataR1"), "60.0");
+  Type(s, StallSpeedScreen::kAltitude, "65001");
   EXPECT_FALSE(CanCalculate(s));
-  EXPECT_EQ(Text(s, "dataR0"), "");
 }

@@ -32,6 +32,18 @@ TEST(ManoeuvreCli, OneRowPerCommandModeAndKindOfError) {
       {"holding --outbound 180 --left --track 100 --json", 0,
        "{\"direct\": \"250 -> 070\", \"teardrop\": \"180 -> 250\", \"parallel\": \"070 -> 180\", "
        "\"entry\": \"Parallel\"}\n"},
+      // No wind: the reciprocal heading, a 1-minute outbound leg, 360 degrees of turns at 25 degrees
+      // bank (2.83 deg/s at 180 kt), length 3 NM + 2 radii, width 2 radii.
+      {"racetrack --course 90 --tas 180 --wind 0/0", 0,
+       "inbound_heading: 090\ninbound_gs: 180\noutbound_heading: 270\noutbound_correction: 0\n"
+       "outbound_time: 1:00\noutbound_gs: 180\nbank: 25.0\nrate: 2.83\nradius: 1.01\npattern_time: 4:07\n"
+       "length: 5.0\nwidth: 2.0\n"},
+      {"--json racetrack --course 360 --tas 120 --wind 090/20 --left --max-bank ul --rate 1.5 --leg 2", 0,
+       "{\"inbound_heading\": \"010\", \"inbound_gs\": \"118\", \"outbound_heading\": \"152\", "
+       "\"outbound_correction\": \"-28\", \"outbound_time\": \"2:14\", \"outbound_gs\": \"112\", \"bank\": \"9.4\", "
+       "\"rate\": \"1.50\", \"radius\": \"1.27\", \"pattern_time\": \"8:14\", \"length\": \"6.5\", \"width\": \"3.2\"}\n"},
+      {"racetrack --course 360 --tas 100 --wind 360/60", 1, "message: No racetrack in this wind\n"},
+      {"racetrack --course 360 --tas 100 --wind 270", 2, "error: --wind: expected DIR/SPEED, got \"270\"\n"},
       {"wind known --tas 49 --track 0 --wind-speed 30 --wind-dir 90", 2,
        "error: --tas: 49 is out of range (50 to 1500 kt)\n"},
       {"wind known --tas 100 --track 12.5 --wind-speed 30 --wind-dir 90", 2,

@@ -1,9 +1,9 @@
-// Magnetic variation against NOAA's published test values. The WMM2005 table checks the model as
-// the calculator uses it; the WMM2025 tables (with their own coefficients, to full degree and
-// full-precision components) check the spherical-harmonic synthesis itself.
+// Magnetic variation against NOAA's published test values (WMM2005 at 2006.0; WMM2025 in 2025-2030,
+// full-precision components) and IGRF-14 against GeographicLib's spherical-harmonic sum.
 #include "navigation/GeoMag.hpp"
 
 #include <GeographicLib/Geocentric.hpp>
+#include <GeographicLib/SphericalHarmonic1.hpp>
 
 #include <cmath>
 #include <fstream>
@@ -36,34 +36,6 @@ std::vector<std::vector<double>> ReadTable(const std::string& name) {
   return rows;
 }
 
-// A WMM.COF file read into the tables, degree 12.
-GaussCoefficients ReadCof(const std::string& name) {
-  std::ifstream in(kDataDir + name);
-  EXPECT_TRUE(in) << name;
-  GaussCoefficients c;
-  c.maxDegree = 12;
-  std::string line;
-  std::getline(in, line);  // header
-  int n, m;
-  double g, h, gd, hd;
-  while (in >> n >> m >> g >> h >> gd >> hd && n <= 12) {
-    c.g[n][m] = g;
-    c.h[n][m] = h;
-    c.gdot[n][m] = gd;
-    c.hdot[n][m] = hd;
-  }
-  return c;
-}
-
-GaussCoefficients AdvancedAllDegrees(GaussCoefficients c, double years) {
-  for (int n = 1; n <= c.maxDegree; ++n)
-    for (int m = 0; m <= n; ++m) {
-      c.g[n][m] += years * c.gdot[n][m];
-      c.h[n][m] += years * c.hdot[n][m];
-    }
-  return c;
-}
-
 double Declination(const MagneticVector& b) { return std::atan2(b.y, b.x) * 180 / M_PI; }
 
 }  // namespace
@@ -76,7 +48,7 @@ TEST(GeoMag, ReproducesPublishedWMM2005TestValues) {
   ASSERT_EQ(rows.size(), 30u);
   for (const auto& r : rows) {
     const double lat = r[2], lon = r[3], published = r[4];
-    const double d = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, r[1], {2006, 1, 1}, true);
+    const double d = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, r[1], {2006, 1, 1}, MagModel::WMM2005);
     const double asPrinted = std::copysign(std::round(std::fabs(d) * 60) / 60, d);
     EXPECT_NEAR(asPrinted, published, 0.005 + 1e-9) << lat << " " << lon << " computed " << d;
     EXPECT_NEAR(d, published, 0.0134) << lat << " " << lon;
@@ -84,24 +56,22 @@ TEST(GeoMag, ReproducesPublishedWMM2005TestValues) {
 }
 
 TEST(GeoMag, SynthesisReproducesWMM2025TestValues) {
-  // NOAA's 100-point table gives the components to 1e-6 nT: the synthesis (Legendre recursion,
-  // geocentric conversion, rotation) must agree far below the model's own error.
-  const GaussCoefficients wmm2025 = ReadCof("WMM2025.COF");
+  // NOAA's 100-point table gives the components to 1e-6 nT: the compiled table, its secular
+  // variation to degree 12 and the synthesis must agree far below the model's own error.
   const auto rows = ReadTable("WMM2025_TEST_VALUES.txt");
   ASSERT_EQ(rows.size(), 100u);
   for (const auto& r : rows) {
-    const GaussCoefficients c = AdvancedAllDegrees(wmm2025, r[0] - 2025.0);
-    const MagneticVector b = MainField(c, r[2] * kDegToRad, r[3] * kDegToRad, r[1]);
+    const MagneticVector b = ModelField(MagModel::WMM2025, r[2] * kDegToRad, r[3] * kDegToRad, r[1], r[0] - 2025);
     SCOPED_TRACE(testing::Message() << r[0] << " " << r[1] << " " << r[2] << " " << r[3]);
     EXPECT_NEAR(b.x, r[7], 1e-3);
     EXPECT_NEAR(b.y, r[8], 1e-3);
     EXPECT_NEAR(b.z, r[9], 1e-3);
     EXPECT_NEAR(Declination(b), r[4], 0.005 + 1e-9);
+    if (r[0] == 2025) EXPECT_NEAR(ComputeMagVar(r[2] * kDegToRad, r[3] * kDegToRad, r[1], {2025, 1, 1}, MagModel::WMM2025), r[4], 0.005 + 1e-9);
   }
   // The 12-point table of the report, components to 0.1 nT, at 0 and 100 km.
   for (const auto& r : ReadTable("WMM2025_testvalues_pdf.txt")) {
-    const GaussCoefficients c = AdvancedAllDegrees(wmm2025, r[0] - 2025.0);
-    const MagneticVector b = MainField(c, r[2] * kDegToRad, r[3] * kDegToRad, r[1]);
+    const MagneticVector b = ModelField(MagModel::WMM2025, r[2] * kDegToRad, r[3] * kDegToRad, r[1], r[0] - 2025);
     SCOPED_TRACE(testing::Message() << r[0] << " " << r[1] << " " << r[2] << " " << r[3]);
     EXPECT_NEAR(b.x, r[4], 0.05 + 1e-9);
     EXPECT_NEAR(b.y, r[5], 0.05 + 1e-9);
@@ -129,6 +99,43 @@ TEST(GeoMag, GeodeticToGeocentricMatchesGeographicLib) {
     }
 }
 
+TEST(GeoMag, Igrf14AgreesWithGeographicLibAndWithWmm2025) {
+  // GeographicLib's Schmidt-normalised sum of the same coefficients (packed m-major, h from m = 1)
+  // on the WGS-84 geocentric frame; B = -grad V in the local east-north-up axes M.
+  const GaussCoefficients c = LoadIGRF14();
+  std::vector<double> v[4], M(9);
+  for (int k = 0; k < 4; ++k)
+    for (int m = k % 2, nmax = k < 2 ? 13 : 8; m <= nmax; ++m)
+      for (int n = m; n <= nmax; ++n) v[k].push_back((k == 0 ? c.g : k == 1 ? c.h : k == 2 ? c.gdot : c.hdot)[n][m]);
+  const GeographicLib::SphericalHarmonic1 igrf(v[0], v[1], 13, v[2], v[3], 8, 6371.2, GeographicLib::SphericalHarmonic1::SCHMIDT);
+  const CalendarDate date{2026, 7, 1};  // 546 days after the epoch
+  double maxRef = 0, maxWmm = 0, x, y, z, bx, by, bz;
+  for (int lat = -85; lat <= 85; lat += 10)
+    for (int lon = -180; lon < 180; lon += 15) {
+      GeographicLib::Geocentric(6378.137, 1 / 298.257223563).Forward(lat, lon, 0, x, y, z, M);
+      igrf(546 / 365.25, x, y, z, bx, by, bz);
+      const double ref = std::atan2(-(M[0] * bx + M[3] * by + M[6] * bz), -(M[1] * bx + M[4] * by + M[7] * bz)) * kRadToDeg;
+      const double d = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, date, MagModel::IGRF14);
+      const double w = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, date, MagModel::WMM2025);
+      maxRef = std::max(maxRef, std::fabs(std::remainder(d - ref, 360.0)));
+      if (std::abs(lat) <= 60) maxWmm = std::max(maxWmm, std::fabs(std::remainder(d - w, 360.0)));
+    }
+  EXPECT_LT(maxRef, 0.001);
+  EXPECT_LT(maxWmm, 0.2);
+  std::printf("IGRF-14 mid-2026: vs GeographicLib %.2g deg; vs WMM2025 (|lat| <= 60) %.3f deg\n", maxRef, maxWmm);
+}
+
+TEST(GeoMag, ValidityNotice) {
+  // Inside the five years (the end day included) no notice; outside, the model says so.
+  const struct { MagModel model; CalendarDate date; const char* notice; } rows[] = {
+      {MagModel::WMM2005, {2009, 12, 31}, ""}, {MagModel::IGRF14, {2030, 1, 1}, ""},
+      {MagModel::WMM2005, {2010, 1, 2}, "WMM2005 is valid 2005\u20132010; WMM2025 gives today's variation"},
+      {MagModel::WMM2025, {2031, 1, 1}, "WMM2025 is valid 2025\u20132030; later dates extrapolate its secular variation"},
+      {MagModel::IGRF14, {2024, 12, 31}, "IGRF-14 is valid 2025\u20132030; earlier dates take its 2025.0 field"},
+  };
+  for (const auto& r : rows) EXPECT_EQ(MagValidityNotice(r.model, r.date), r.notice);
+}
+
 TEST(GeoMag, DateRules) {
   struct Row {
     CalendarDate date;
@@ -141,7 +148,7 @@ TEST(GeoMag, DateRules) {
 
   // Before the epoch the epoch coefficients are used, whatever the date.
   const double lat = 48 * kDegToRad, lon = 11 * kDegToRad;
-  for (bool wmm : {true, false}) {
+  for (MagModel wmm : {MagModel::WMM2005, MagModel::IGRF10}) {
     const double epoch = ComputeMagVar(lat, lon, 0, {2005, 1, 1}, wmm);
     EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2004, 12, 31}, wmm), epoch);
     EXPECT_EQ(ComputeMagVar(lat, lon, 0, {1990, 6, 15}, wmm), epoch);
@@ -150,8 +157,9 @@ TEST(GeoMag, DateRules) {
     const double d2008 = ComputeMagVar(lat, lon, 0, {2008, 1, 1}, wmm);
     EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2008, 1, 1}, wmm), d2008);
     // Central Europe drifted east by about 0.1 degree a year in 2005-2010.
-    EXPECT_NEAR((d2008 - epoch) / 3, 0.11, 0.05) << wmm;
+    EXPECT_NEAR((d2008 - epoch) / 3, 0.11, 0.05) << MagModelName(wmm);
   }
+  EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2020, 1, 1}, MagModel::IGRF14), ComputeMagVar(lat, lon, 0, {2025, 1, 1}, MagModel::IGRF14));
 }
 
 TEST(GeoMag, IgrfAndWmmAgreeAwayFromThePoles) {
@@ -159,8 +167,8 @@ TEST(GeoMag, IgrfAndWmmAgreeAwayFromThePoles) {
   double maxDiff = 0;
   for (int lat = -60; lat <= 60; lat += 10)
     for (int lon = -180; lon < 180; lon += 15) {
-      const double w = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, {2007, 7, 1}, true);
-      const double i = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, {2007, 7, 1}, false);
+      const double w = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, {2007, 7, 1}, MagModel::WMM2005);
+      const double i = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, {2007, 7, 1}, MagModel::IGRF10);
       maxDiff = std::max(maxDiff, std::fabs(std::remainder(w - i, 360.0)));
     }
   EXPECT_LT(maxDiff, 0.5);
@@ -171,17 +179,17 @@ TEST(GeoMag, NearThePoleAndAltitude) {
   // The screens stop at 89 degrees 59 minutes; the east component divides by sin(theta).
   const double nearPole = (89 + 59 / 60.0) * kDegToRad;
   for (double lon : {-120.0, 0.0, 75.0}) {
-    EXPECT_TRUE(std::isfinite(ComputeMagVar(nearPole, lon * kDegToRad, 0, {2006, 1, 1}, true)));
-    EXPECT_TRUE(std::isfinite(ComputeMagVar(-nearPole, lon * kDegToRad, 19.8, {2006, 1, 1}, false)));
+    EXPECT_TRUE(std::isfinite(ComputeMagVar(nearPole, lon * kDegToRad, 0, {2006, 1, 1}, MagModel::WMM2005)));
+    EXPECT_TRUE(std::isfinite(ComputeMagVar(-nearPole, lon * kDegToRad, 19.8, {2006, 1, 1}, MagModel::IGRF10)));
   }
   // The tracks screen takes latitudes beyond 89.98 degrees at 89 degrees 59 minutes.
-  EXPECT_NEAR(TrackMagVar(90, 30, 2007, true), ComputeMagVar(nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, true), 1e-6);
-  EXPECT_NEAR(TrackMagVar(-89.99, 30, 2007, false), ComputeMagVar(-nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, false),
+  EXPECT_NEAR(TrackMagVar(90, 30, 2007, MagModel::WMM2005), ComputeMagVar(nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::WMM2005), 1e-6);
+  EXPECT_NEAR(TrackMagVar(-89.99, 30, 2007, MagModel::IGRF10), ComputeMagVar(-nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10),
               1e-6);
-  EXPECT_EQ(TrackMagVar(89.97, 30, 2007, false), ComputeMagVar(89.97 * kDegToRad, 30 * kDegToRad, 0, {2007, 1, 1}, false));
+  EXPECT_EQ(TrackMagVar(89.97, 30, 2007, MagModel::IGRF10), ComputeMagVar(89.97 * kDegToRad, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10));
   // Altitude changes the variation only slowly (Boulder, 0 vs 19.8 km = 65000 ft).
-  const double d0 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 0, {2006, 1, 1}, true);
-  const double d20 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 19.812, {2006, 1, 1}, true);
+  const double d0 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 0, {2006, 1, 1}, MagModel::WMM2005);
+  const double d20 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 19.812, {2006, 1, 1}, MagModel::WMM2005);
   EXPECT_NE(d0, d20);
   EXPECT_NEAR(d0, d20, 0.2);
 }

@@ -209,8 +209,23 @@ TEST(FormatLatLong, HemispheresTruncationAndCarries) {
       {10.1, false, "N10 06 00.00"},  // 10.1 * 60 falls short of 6 minutes in binary
       {-90, false, "S90 00 00.00"},
       {-179.999999, true, "W180 00 00.00"},
+      // The hemisphere is the rounded value's: what shows as zero is N or E, not "S00 00 00.00".
+      {-1e-14, false, "N00 00 00.00"}, {-0.000001, true, "E000 00 00.00"}, {-0.000002, true, "W000 00 00.01"},
   };
   for (const auto& r : rows) EXPECT_EQ(FormatLatLong(r.v, r.lon), r.text) << r.v;
+}
+
+TEST(ParseCoordinate, DecimalAndHemisphereForms) {
+  const double egll = 51 + 28 / 60.0 + 39 / 3600.0, nan = std::nan("");
+  const std::tuple<std::string, bool, double> rows[] = {
+      {"N51 28 39", 0, egll}, {"51 28 39.5N", 0, egll + 0.5 / 3600}, {"51\xC2\xB0" "28'39\"N", 0, egll}, {"N51 60", 0, nan},
+      {"N51.5 30", 0, nan}, {"E51", 0, nan}, {"51 28", 0, nan}, {"+-5", 0, nan}, {"-0.4613", 1, -0.4613},
+      {"W000 27 41", 1, -(27 / 60.0 + 41 / 3600.0)}, {FormatLatLong(-73.984, true), 1, -73.984}};  // reads back
+  for (const auto& [text, isLon, v] : rows) {
+    const auto got = ParseCoordinate(text, isLon);
+    EXPECT_EQ(got.has_value(), !std::isnan(v)) << text;
+    if (got) { EXPECT_NEAR(*got, v, 1e-9) << text; }
+  }
 }
 
 TEST(ResultTexts, TracksAndDistances) {

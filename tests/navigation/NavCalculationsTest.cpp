@@ -6,8 +6,10 @@
 #include <array>
 #include <cmath>
 #include <random>
+#include <string>
 
 #include "app/Angles.hpp"
+#include "app/TextFormat.hpp"
 
 using namespace norvane;
 
@@ -84,12 +86,12 @@ TEST(TracksAndDistance, GeodesicRowAgreesWithGeographicLibInEveryUnit) {
 }
 
 TEST(TracksAndDistance, MagneticTracksSubtractEachEndsVariation) {
-  const MagSettings igrf2007{2007, false};
+  const MagSettings igrf2007{2007, MagModel::IGRF10};
   const double lat1 = 51.5, lon1 = -0.5, lat2 = 40.6, lon2 = -73.8;
   const TracksResult t = ComputeTracks(lat1, lon1, lat2, lon2, nullptr);
   const TracksResult m = ComputeTracks(lat1, lon1, lat2, lon2, &igrf2007);
-  const double v1 = ComputeMagVar(lat1 * kDegToRad, lon1 * kDegToRad, 0, {2007, 1, 1}, false);
-  const double v2 = ComputeMagVar(lat2 * kDegToRad, lon2 * kDegToRad, 0, {2007, 1, 1}, false);
+  const double v1 = ComputeMagVar(lat1 * kDegToRad, lon1 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10);
+  const double v2 = ComputeMagVar(lat2 * kDegToRad, lon2 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10);
   EXPECT_DOUBLE_EQ(m.variationOrigin, v1);
   EXPECT_DOUBLE_EQ(m.variationDestination, v2);
   for (int row = 0; row < 3; ++row) {
@@ -106,8 +108,8 @@ TEST(TracksAndDistance, MagneticTracksSubtractEachEndsVariation) {
   // Near a pole the variation is taken at 89°59' with the latitude's sign.
   const TracksResult polar = ComputeTracks(89.99, 10, -89.995, 10, &igrf2007);
   const double edge = (89 + 59 / 60.0) * kDegToRad;
-  EXPECT_NEAR(polar.variationOrigin, ComputeMagVar(edge, 10 * kDegToRad, 0, {2007, 1, 1}, false), 1e-6);
-  EXPECT_NEAR(polar.variationDestination, ComputeMagVar(-edge, 10 * kDegToRad, 0, {2007, 1, 1}, false), 1e-6);
+  EXPECT_NEAR(polar.variationOrigin, ComputeMagVar(edge, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10), 1e-6);
+  EXPECT_NEAR(polar.variationDestination, ComputeMagVar(-edge, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10), 1e-6);
 }
 
 TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
@@ -140,7 +142,7 @@ TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
 }
 
 TEST(PointFromTrackDistance, MagneticTrackAddsTheVariation) {
-  const MagSettings wmm2005{2005, true};
+  const MagSettings wmm2005{2005, MagModel::WMM2005};
   const PointResult given = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, -10.0);
   EXPECT_DOUBLE_EQ(given.trueTrack, 80);
   EXPECT_FALSE(given.variationComputed);
@@ -149,8 +151,11 @@ TEST(PointFromTrackDistance, MagneticTrackAddsTheVariation) {
   const PointResult computed = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, std::nullopt);
   ASSERT_TRUE(computed.variation.has_value());
   EXPECT_TRUE(computed.variationComputed);
-  EXPECT_DOUBLE_EQ(*computed.variation, ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, true));
+  // The variation as its box shows it, so that giving it back reproduces the point.
+  const std::string shown = FormatMask(ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, MagModel::WMM2005), "0.0");
   EXPECT_DOUBLE_EQ(computed.trueTrack, 90 + *computed.variation);
+  const PointResult again = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, std::stod(shown));
+  EXPECT_TRUE(again.point.lat == computed.point.lat && again.point.lon == computed.point.lon);
 }
 
 TEST(RadialIntersection, FormularyExampleAndDegenerateSetUps) {

@@ -21,7 +21,13 @@ TEST(NavScreenCli, OneRowPerCommandModeAndKindOfError) {
        "sph_dist: 1111\nsph_trk_ini: 360.0\nsph_trk_fin: 360.0\n"},
       {"tracks --from 90,0 --to 0,0", 2,
        "error: --from latitude: 90 is out of range (-89.999997 to 89.999997 degrees, 89°59'59.99\")\n"},
-      // 60 NM due north on the sphere is one degree, and so are 111.12 km.
+      {"intersection --p1 0,0 --track1 0 --p2 0,1 --track2 0 --mv-model igrf14 --mv-year 2009", 2,
+       "error: --mv-year: 2009 is out of range (2025 to 2029)\n"},
+      // The hemisphere forms pilots write, without the comma too.
+      {"point --from '44 30 00.0S 7 30E' --track 180 --distance 30 --model sphere", 0,
+       "latitude: S45 00 00.00\nlongitude: E007 30 00.00\n"},
+      {"point --from 45,7 --track 0 --distance 111120 --unit m --model sphere", 2,
+       "error: --distance: 111120 is out of range (0 to 10000 m)\n"},
       {"point --from 45,7 --track 0 --distance 111.12 --unit km --model sphere", 0,
        "latitude: N46 00 00.00\nlongitude: E007 00 00.00\n"},
       // Magnetic 350 with 10 degrees east variation is true north.

@@ -4,10 +4,12 @@
 #include <QApplication>
 #include <QDateEdit>
 #include <QListWidget>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include "app/MainMenu.hpp"
 #include "app/ScreenRegistry.hpp"
+#include "app/TextFormat.hpp"
 #include "navigation/IntersectionScreen.hpp"
 #include "navigation/MagVarScreen.hpp"
 #include "navigation/NavCalculations.hpp"
@@ -16,6 +18,7 @@
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
 #include "support/UiTest.hpp"
+#include "services/NavDatabase.hpp"
 
 using namespace norvane;
 using namespace norvane::test;
@@ -116,13 +119,31 @@ TEST_F(NavigationUi, TracksImportCalculateUnitsAndMagneticSettings) {
   EXPECT_EQ(Texts(s, "DataR", 9), shown(t, DistanceUnit::Km));
   // Magnetic: recalculated at once with the Options' year and model at each end.
   Click(s, "OptTRK1");
-  const MagSettings wmm2008{2008, true};
+  const MagSettings wmm2008{2008, MagModel::WMM2005};
   const TracksResult m = ComputeTracks(kEgllLat, kEgllLon, lat2, lon2, &wmm2008);
   EXPECT_EQ(Texts(s, "DataR", 9), shown(m, DistanceUnit::Km));
   EXPECT_EQ(Text(s, "DataR1").toStdString(),
-            TrackText(Norm360(t.tracks[0][0] - TrackMagVar(kEgllLat, kEgllLon, 2008, true))));
+            TrackText(Norm360(t.tracks[0][0] - TrackMagVar(kEgllLat, kEgllLon, 2008, MagModel::WMM2005))));
   Type(s, 2, "1");  // typing clears every result
   EXPECT_EQ(Texts(s, "DataR", 9), std::vector<std::string>(9));
+}
+
+// An oceanic fix on the 180th meridian and one at the pole import as the largest values the boxes take.
+TEST_F(NavigationUi, FixesOnTheAntimeridianAndThePoleImportAsUsableBoxes) {
+  QTemporaryDir dir;
+  const std::string path = dir.filePath("ocean.dat").toStdString();
+  const auto fix = [](const char* id, int lat) {
+    return MakeRecord(WaypointType::Intersection, IdentCode(id), lat * 36000, -180 * 36000, 0);
+  };
+  ASSERT_EQ(WriteFileAtomically(path, SerializeNavDB({fix("NPOLE", 90), fix("OCEAN", -30)}, 1)), "");
+  ASSERT_TRUE(Hooks().openDatabase(path));
+  TracksScreen s;
+  Open(s);
+  ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "OCEAN") && ImportVia(s, "cmdImportFinal", "NPOLE"));
+  EXPECT_EQ(Texts(s, "InBox", 12),
+            (std::vector<std::string>{"30", "0", "0", "179", "59", "59.9", "89", "59", "59.9", "179", "59", "59.9"}));
+  Calculate(s);
+  EXPECT_EQ(Text(s, "DataR7"), "360.0");  // due north along one meridian on the sphere
 }
 
 TEST_F(NavigationUi, ImportWithoutDatabaseSaysSo) {
@@ -137,25 +158,38 @@ TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   PointScreen s;
   Open(s);
   ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
+  EXPECT_EQ(Text(s, "lblImportInitial"), "EGLL airport");  // the import names the waypoint
   Type(s, 6, "90");
   Type(s, 7, "100");
   Click(s, "Optmodel0");
   Click(s, "OptDist0");
   Click(s, "OptTRK1");  // magnetic, variation left blank
   Calculate(s);
-  const MagSettings igrf2005{2005, false};
+  const MagSettings igrf2005{2005, MagModel::IGRF10};
   const PointResult r = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100, false, &igrf2005, std::nullopt);
   EXPECT_EQ(Text(s, "InBox8"), "-2.6");  // computed at the origin and written into its box
+  EXPECT_EQ(Text(s, "lblModel"), "(IGRF-10, 2005)");
   EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
-  Click(s, "OptDist1");  // the same number now means km: recomputed with the variation in the box
-  const PointResult k = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100 / 1.852, false, &igrf2005, -2.6);
+  Calculate(s);  // reads "-2.6" back: the same point
+  EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(r.point.lon, true));
+  App().settings.DefMVModel = 3;  // chosen on the Options screen since
+  App().settings.DefMVYear = 2028;
+  Click(s, "OptDist1");  // km: the distance is converted, the point recomputed with the variation in the box
+  EXPECT_EQ(Text(s, "InBox7"), "185.2");
+  const PointResult k = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100, false, &igrf2005, -2.6);
   EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(k.point.lon, true));
-  Type(s, 7, "9000");  // up to 10000 in the other units, 5400 in NM
-  EXPECT_TRUE(CanCalculate(s));
-  Click(s, "OptDist0");
-  EXPECT_FALSE(CanCalculate(s));
-  Click(s, "OptDist2");
-  EXPECT_TRUE(CanCalculate(s));
+  EXPECT_EQ(Text(s, "lblModel"), "(IGRF-14, 2028)");
+  Click(s, "OptDist2");  // 5400 NM, but at most 10000 in metres: clamped into it
+  EXPECT_EQ(Text(s, "InBox7"), "10000");
+  // A computed variation belongs to its place; a typed one stays. An edit takes the import's name away.
+  Click(s, "OptLngo0");
+  Calculate(s);
+  EXPECT_EQ(Text(s, "InBox8").toStdString(),
+            FormatMask(ShownVariation(kEgllLat, -kEgllLon, MagSettings{2028, MagModel::IGRF14}), "0.0"));
+  Type(s, 8, "-3");
+  Type(s, 0, "50");
+  EXPECT_EQ(Text(s, "InBox8"), "-3");
+  EXPECT_EQ(Text(s, "lblImportInitial"), "");
 }
 
 TEST_F(NavigationUi, IntersectionNotCalculableAndBothVariationsWritten) {
@@ -180,7 +214,7 @@ TEST_F(NavigationUi, IntersectionNotCalculableAndBothVariationsWritten) {
   EXPECT_EQ(Text(s, "dataR0").toStdString(), IntersectionText(p.lat, false));
   // Magnetic with blank variations: each is computed at its own point and written into its box.
   Click(s, "OptTRK1");
-  const double v1 = TrackMagVar(lat1, lon1, 2005, false), v2 = TrackMagVar(lat2, lon2, 2005, false);
+  const double v1 = TrackMagVar(lat1, lon1, 2005, MagModel::IGRF10), v2 = TrackMagVar(lat2, lon2, 2005, MagModel::IGRF10);
   EXPECT_EQ(Text(s, "InBox7"), QString::number(v1, 'f', 1));
   EXPECT_EQ(Text(s, "InBox15"), QString::number(v2, 'f', 1));
   const GeoPoint m = RadialIntersection(lat1, lon1, Norm360(45 + v1), lat2, lon2, Norm360(270 + v2));
@@ -197,11 +231,17 @@ TEST_F(NavigationUi, MagneticVariationImportModelAndDate) {
   EXPECT_EQ(s.windowTitle(), "Magnetic variation - WMM2005");
   Calculate(s);
   const double lat = (51 + 28 / 60.0) * kDegToRad, lon = -(28 / 60.0) * kDegToRad;
-  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, true)));
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, MagModel::WMM2005)));
   Click(s, "OptModel1");  // model and date recalculate at once
-  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, false)));
-  Find<QDateEdit>(s, "DTPicker")->setDate(QDate(2006, 6, 1));
-  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2006, 6, 1}, false)));
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2007, 1, 1}, MagModel::IGRF10)));
+  Find<QDateEdit>(s, "DTPicker")->setDate(QDate(2004, 6, 1));  // before the epoch: the 2005.0 field, and a notice
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2005, 1, 1}, MagModel::IGRF10)));
+  EXPECT_EQ(Text(s, "lblNotice").toStdString(), MagValidityNotice(MagModel::IGRF10, {2004, 6, 1}));
+  Click(s, "OptModel3");
+  Find<QDateEdit>(s, "DTPicker")->setDate(QDate(2026, 6, 1));
+  EXPECT_EQ(s.windowTitle(), "Magnetic variation - IGRF-14");
+  EXPECT_EQ(Text(s, "lblMV").toStdString(), MagVarText(ComputeMagVar(lat, lon, 0, {2026, 6, 1}, MagModel::IGRF14)));
+  EXPECT_EQ(Text(s, "lblNotice"), "");
   Type(s, 4, "65001");
   EXPECT_FALSE(CanCalculate(s));
   EXPECT_EQ(Text(s, "lblMV"), "");

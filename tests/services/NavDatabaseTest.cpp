@@ -119,6 +119,8 @@ TEST(NavDatabaseFormat, TypeTextsAndListLines) {
             "LAM  VORN51\xC2\xB0" "39' E000\xC2\xB0" "09' ");
   EXPECT_EQ(ListLine(MakeRecord(WaypointType::Airport, IdentCode("KLAX"), tenths(33.94250107), tenths(-118.4079971), 0)),
             "KLAX  APTN33\xC2\xB0" "57' W118\xC2\xB0" "24' ");
+  EXPECT_EQ(ListLine(MakeRecord(WaypointType::Intersection, IdentCode("EQ"), -250, -10, 0)),  // rounds to zero: N, E
+            "EQ  INTN00\xC2\xB0" "00' E000\xC2\xB0" "00' ");
 }
 
 TEST_F(NavDatabaseFiles, CheckRejectsMalformedFilesAndAcceptsUpperCaseExtension) {
@@ -363,19 +365,23 @@ TEST_F(NavDatabaseFiles, RoundTripOfTheSampleDataThroughBuildCheckLoadFind) {
 }
 
 TEST(NavDatabaseFormat, CoordinateBoxTextsForTheScreens) {
-  struct Row { int32_t tenths; bool withSeconds; char sep; const char* deg; const char* min; const char* sec; };
+  struct Row { int32_t tenths; bool withSeconds; char sep; const char* deg; const char* min; const char* sec; int max = 179; };
   const Row rows[] = {
       {51 * 36000 + 28 * 600 + 142, true, '.', "51", "28", "14.2"},
       {51 * 36000 + 28 * 600 + 142, true, ',', "51", "28", "14,2"},
       {51 * 36000 + 28 * 600 + 142, false, '.', "51", "28", ""},     // 14.2" rounds down
       {0 * 36000 + 27 * 600 + 430, false, '.', "0", "28", ""},       // 43" rounds up
-      {179 * 36000 + 59 * 600 + 599, false, '.', "180", "0", ""},    // carries into the degrees
+      {10 * 36000 + 59 * 600 + 599, false, '.', "11", "0", ""},      // carries into the degrees
+      // On or rounding to the 180th meridian or a pole: the largest value the boxes take (was a red "180").
+      {179 * 36000 + 59 * 600 + 599, false, '.', "179", "59", ""}, {180 * 36000, true, '.', "179", "59", "59.9"},
+      {90 * 36000, false, '.', "89", "59", "", 89},
   };
   for (const Row& r : rows) {
-    const CoordinateBoxTexts t = CoordinateBoxes(r.tenths, true, r.withSeconds, r.sep);
+    const CoordinateBoxTexts t = CoordinateBoxes(r.tenths, true, r.withSeconds, r.sep, r.max);
     EXPECT_TRUE(t.negative);
     EXPECT_EQ(t.deg, r.deg) << r.tenths;
     EXPECT_EQ(t.min, r.min) << r.tenths;
     EXPECT_EQ(t.sec, r.sec) << r.tenths;
   }
+  EXPECT_FALSE(CoordinateBoxes(0, true, true, '.', 89).negative);  // the equator is not south
 }

@@ -1,6 +1,10 @@
 // The weather, links and update screens driven with real key and mouse events, against HTTP
 // servers on 127.0.0.1.
 #include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
 #include <QDate>
 #include <QDesktopServices>
 #include <QDir>
@@ -149,12 +153,47 @@ TEST_F(WeatherUiTest, CodeBoxTakesFourLettersInCapitals) {
   EXPECT_EQ(code->palette().color(QPalette::Text), kValidText);
 }
 
+// Pasted and dropped text bypassed the key filter: pasted "egll" stayed lower case.
+TEST_F(WeatherUiTest, PastedAndDroppedCodesAreFilteredAsTyped) {
+  QGuiApplication::clipboard()->setText(" egll\n");
+  code->setFocus();
+  QTest::keyClick(code, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_TRUE(code->text() == "EGLL" && get->isEnabled());
+  QMimeData mime;
+  mime.setText("k j f k");
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+  code->clear();
+  QApplication::sendEvent(code, &enter);  // a drop goes to the widget that took the drag
+  QApplication::sendEvent(code, &drop);
+  EXPECT_EQ(code->text(), "KJFK");
+  code->clear();
+  QContextMenuEvent menuEvent(QContextMenuEvent::Mouse, QPoint(5, 5), code->mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(code, &menuEvent);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(menu);
+  for (QAction* a : menu->actions())
+    if (a->text().startsWith("&Paste")) a->trigger();
+  menu->close();
+  EXPECT_EQ(code->text(), "EGLL");
+}
+
 TEST_F(WeatherUiTest, ReportsAndFailures) {
   Fetch("egll");
   EXPECT_EQ(recorded->text().toStdString(), "Recorded: " + Year() + "/03/14 09:50");
   EXPECT_EQ(text->toPlainText(), "EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG");
   EXPECT_EQ(text->palette().color(QPalette::Text), kValidText);
   EXPECT_TRUE(get->isEnabled());
+  // The decoded view beside it; a typed elevation adds the density altitude, the raw view stays.
+  auto* decoded = screen->findChild<QPlainTextEdit*>("TextDecoded");
+  ASSERT_TRUE(decoded);
+  EXPECT_TRUE(decoded->toPlainText().startsWith("Routine report (METAR) for EGLL\n")) << decoded->toPlainText().toStdString();
+  EXPECT_FALSE(decoded->toPlainText().contains("Density altitude"));
+  auto* elevation = screen->findChild<InputBox*>("inboxElevation");
+  elevation->setFocus();
+  QTest::keyClicks(elevation, "1000");
+  EXPECT_TRUE(decoded->toPlainText().contains("\nDensity altitude ")) << decoded->toPlainText().toStdString();
+  EXPECT_EQ(text->toPlainText(), "EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG");
 
   // Any change of the code empties the results.
   QTest::keyClick(code, Qt::Key_Backspace);
@@ -163,7 +202,7 @@ TEST_F(WeatherUiTest, ReportsAndFailures) {
 
   QTest::mouseClick(screen->findChild<QRadioButton*>("OptW1"), Qt::LeftButton, {}, QPoint(5, 5));
   Fetch("EGLL");
-  EXPECT_EQ(text->toPlainText(), "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 TEMPO 1412/1418 BKN014");
+  EXPECT_EQ(text->toPlainText(), "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030\nTEMPO 1412/1418 BKN014");
   QTest::mouseClick(screen->findChild<QRadioButton*>("OptW0"), Qt::LeftButton, {}, QPoint(5, 5));
 
   const QString noData = "Unable to get weather data\n(unknown location or no available weather data)";

@@ -64,6 +64,11 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
        "recorded: " + year + "/03/14 11:02\nreport: TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 TEMPO 1412/1418 BKN014\n"},
       {{"--json", "weather", "--icao", "EGLL"}, 0,
        "{\"recorded\": \"" + year + "/03/14 09:50\", \"report\": \"EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG\"}\n"},
+      {{"weather", "--icao", "EGLL", "--taf", "--decode"}, 0,
+       "recorded: " + year + "/03/14 11:02\nreport: Aerodrome forecast (TAF) for EGLL\n"
+       "time: Issued on day 14 at 10:58 UTC\nvalidity: Valid from day 14 12:00 to day 15 18:00 UTC\n"
+       "wind: Wind 240\u00B0 at 12 kt\nvisibility: Visibility 10 km or more\nclouds: Scattered clouds at 3,000 ft\n"
+       "change: Temporarily between day 14 12:00 and day 14 18:00 UTC: Broken clouds at 1,400 ft\n"},
       {{"weather", "--icao", "ZZZZ"}, 1,
        "message: Unable to get weather data (unknown location or no available weather data)\n"},
       {{"weather", "--icao", "EGL"}, 2, ""},

@@ -58,7 +58,7 @@ TEST_F(WeatherClientTest, ReportsOfThisYearAndFailures) {
   const Row rows[] = {
       {"EGLL", WeatherKind::Metar, 0, Year() + "/03/14 09:50", "EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG"},
       {"EGLL", WeatherKind::Taf, 0, Year() + "/03/14 11:02",
-       "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 TEMPO 1412/1418 BKN014"},
+       "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030\nTEMPO 1412/1418 BKN014"},
       {"LFOK", WeatherKind::Metar, 5, "", ""},  // the station's file is last year's
       {"ZZZZ", WeatherKind::Metar, 5, "", ""},  // unknown station: the server's error page
       {"LFOK", WeatherKind::Taf, 5, "", ""},

@@ -35,9 +35,9 @@ TEST(WeatherReport, ReadsStationFilesOfTheCurrentYear) {
       // METAR: one report line.
       {"2025/03/14 09:50\nEGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG\n", 2025, 0, "2025/03/14 09:50",
        "EGLL 140950Z 24012KT 9999 FEW030 12/06 Q1018 NOSIG"},
-      // TAF: continuation lines lose their indentation and are joined as they stand.
+      // TAF: continuation lines lose their outer blanks and keep their own lines.
       {"2025/03/14 11:02\nTAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 \n      TEMPO 1412/1418 BKN014\n",
-       2025, 0, "2025/03/14 11:02", "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030 TEMPO 1412/1418 BKN014"},
+       2025, 0, "2025/03/14 11:02", "TAF EGLL 141058Z 1412/1518 24012KT 9999 SCT030\nTEMPO 1412/1418 BKN014"},
       // CR LF line ends.
       {"2025/01/02 00:20\r\nLFPG 020020Z 00000KT CAVOK 02/01 Q1030\r\n", 2025, 0, "2025/01/02 00:20",
        "LFPG 020020Z 00000KT CAVOK 02/01 Q1030"},

@@ -109,13 +109,35 @@ TEST_F(SunScreenUi, ImportTakesAWaypointOrSaysThereIsNoDatabase) {
     Click(s, "cmdImportInitial");
     QApplication::processEvents();
   };
+  EXPECT_FALSE(Find<QPushButton>(s, "cmdImportInitial")->isEnabled());  // until a database is chosen
   import();
   EXPECT_FALSE(dialogSeen);
-  EXPECT_EQ(Text(s, "lblError"), "No active Waypoint Database");
   ASSERT_TRUE(Hooks().openDatabase(NORVANE_SAMPLE_DB));
+  QEvent activate(QEvent::WindowActivate);  // back from the menu where it was chosen
+  QApplication::sendEvent(&s, &activate);
   import();
   EXPECT_TRUE(dialogSeen);
   // Heathrow, 51°28'14" N 0°27'43" W: whole degrees and minutes rounded to the nearest.
   EXPECT_EQ(Texts(s, "InBox", 4), (std::vector<std::string>{"51", "28", "0", "28"}));
   EXPECT_TRUE(Checked(s, "OptLng1"));
+}
+
+TEST_F(SunScreenUi, TabReachesEveryControlWhicheverOptionIsChecked) {
+  InstallNavDBHooks();
+  ASSERT_TRUE(Hooks().openDatabase(NORVANE_SAMPLE_DB));  // the import button takes part only then
+  SunScreen s;
+  Show(s);
+  QApplication::setActiveWindow(&s);
+  for (const char* option : {"OptLat1", "OptLng1", "TTOpt1"}) Click(s, option);
+  for (int i = 0; i < 4; ++i) Type(s, i, "1");  // Calculate armed, so Tab reaches it
+  Box(s, 0)->setFocus();
+  QStringList order;
+  for (int i = 0; i < 20; ++i) {  // the date field takes one Tab per section
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    if (order.isEmpty() || order.back() != QApplication::focusWidget()->objectName())
+      order << QApplication::focusWidget()->objectName();
+  }
+  const QStringList expected{"InBox1", "OptLat1", "InBox2", "InBox3", "OptLng1", "cmdImportInitial",
+                             "DTPicker", "TTOpt1", "LTOff", "TWCombo", "cmdCalculate"};
+  EXPECT_EQ(order.mid(0, expected.size()), expected);
 }

@@ -1,6 +1,6 @@
 // libFuzzer target: the reading of a weather station file received from the network. A reply is
-// either refused with code 5 or split into the recorded line and a report with no line ends left,
-// both valid UTF-8 without a control character, whatever the bytes.
+// either refused with code 5 or split into the recorded line and a report of non-empty lines without
+// leading blanks, both valid UTF-8 without a control character but the line feeds, whatever the bytes.
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
@@ -38,7 +38,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       continue;
     }
     Require(r.recorded.substr(0, 4) == reply.substr(0, 4));
-    Require(FitToShow(r.recorded) && FitToShow(r.report));
+    std::string lines = r.report;
+    for (char& c : lines)
+      if (c == '\n') c = ' ';
+    Require(FitToShow(r.recorded) && FitToShow(lines));
+    Require(r.report.find("\n ") == std::string::npos && r.report.find(" \n") == std::string::npos &&
+            r.report.find("\n\n") == std::string::npos);
     Require(r.recorded.size() + r.report.size() <= 3 * size);
     Require(RecordedText(r) == "Recorded: " + r.recorded);
   }
