@@ -181,6 +181,7 @@ TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   EXPECT_EQ(Text(s, "lblModel"), "(IGRF-14, 2028)");
   Click(s, "OptDist2");  // 5400 NM, but at most 10000 in metres: clamped into it
   EXPECT_EQ(Text(s, "InBox7"), "10000");
+  EXPECT_TRUE(CanCalculate(s));
   // A computed variation belongs to its place; a typed one stays. An edit takes the import's name away.
   Click(s, "OptLngo0");
   Calculate(s);
