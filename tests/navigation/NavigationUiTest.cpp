@@ -140,6 +140,7 @@ TEST_F(NavigationUi, FixesOnTheAntimeridianAndThePoleImportAsUsableBoxes) {
   TracksScreen s;
   Open(s);
   ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "OCEAN") && ImportVia(s, "cmdImportFinal", "NPOLE"));
+  Click(s, "OptTRK0");
   EXPECT_EQ(Texts(s, "InBox", 12),
             (std::vector<std::string>{"30", "0", "0", "179", "59", "59.9", "89", "59", "59.9", "179", "59", "59.9"}));
   Calculate(s);
@@ -159,10 +160,10 @@ TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   Open(s);
   ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
   EXPECT_EQ(Text(s, "lblImportInitial"), "EGLL airport");  // the import names the waypoint
+  Click(s, "Optmodel0");
+  Click(s, "OptDist0");  // before the distance: the choices kept from an earlier test would convert it
   Type(s, 6, "90");
   Type(s, 7, "100");
-  Click(s, "Optmodel0");
-  Click(s, "OptDist0");
   Click(s, "OptTRK1");  // magnetic, variation left blank
   Calculate(s);
   const MagSettings igrf2005{2005, MagModel::IGRF10};
