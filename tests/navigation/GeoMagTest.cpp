@@ -67,7 +67,9 @@ TEST(GeoMag, SynthesisReproducesWMM2025TestValues) {
     EXPECT_NEAR(b.y, r[8], 1e-3);
     EXPECT_NEAR(b.z, r[9], 1e-3);
     EXPECT_NEAR(Declination(b), r[4], 0.005 + 1e-9);
-    if (r[0] == 2025) EXPECT_NEAR(ComputeMagVar(r[2] * kDegToRad, r[3] * kDegToRad, r[1], {2025, 1, 1}, MagModel::WMM2025), r[4], 0.005 + 1e-9);
+    if (r[0] == 2025) {
+      EXPECT_NEAR(ComputeMagVar(r[2] * kDegToRad, r[3] * kDegToRad, r[1], {2025, 1, 1}, MagModel::WMM2025), r[4], 0.005 + 1e-9);
+    }
   }
   // The 12-point table of the report, components to 0.1 nT, at 0 and 100 km.
   for (const auto& r : ReadTable("WMM2025_testvalues_pdf.txt")) {
@@ -196,6 +198,7 @@ TEST(GeoMag, NearThePoleAndAltitude) {
 
 TEST(GeoMag, VariationText) {
   EXPECT_EQ(MagVarText(0), "0.0E");
+  EXPECT_EQ(MagVarText(-0.04), "0.0E");
   EXPECT_EQ(MagVarText(-140.5), "140.5W");
   EXPECT_EQ(MagVarText(9.96), "10.0E");
 }
