@@ -6,32 +6,24 @@
 #include <GeographicLib/SphericalHarmonic1.hpp>
 
 #include <cmath>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "app/Angles.hpp"
+#include "support/Golden.hpp"
 
 using namespace norvane;
 
 namespace {
 
-const std::string kDataDir = std::string(NORVANE_SOURCE_DIR) + "/tests/navigation/data/";
-
-// Rows of numbers of a whitespace table; '#' lines are comments; "NaN" reads as NaN.
+// The numbers of a published table in data/.
 std::vector<std::vector<double>> ReadTable(const std::string& name) {
-  std::ifstream in(kDataDir + name);
-  EXPECT_TRUE(in) << name;
   std::vector<std::vector<double>> rows;
-  for (std::string line; std::getline(in, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    std::istringstream fields(line);
-    std::vector<double> row;
-    for (std::string f; fields >> f;) row.push_back(f == "NaN" ? NAN : std::stod(f));
-    if (!row.empty()) rows.push_back(row);
+  for (const test::GoldenRow& g : test::ReadGolden("navigation/data/" + name)) {
+    rows.emplace_back();
+    for (size_t i = 0; i < g.fields.size(); ++i) rows.back().push_back(g.Num(i));
   }
   return rows;
 }
