@@ -1,7 +1,8 @@
 #pragma once
 // Golden tables in the manner of PROJ's gie files: one case per line of a text file under tests/,
-// fields separated by blanks, a "quoted field" for a text with blanks, '#' to the end of the line a
-// comment. A test reads the rows and checks each against the code: a case is added by adding a line.
+// fields separated by blanks, a "quoted field" for a text with blanks; a field starting with '#'
+// begins a comment to the end of the line. A test reads the rows and checks each against the
+// code: a case is added by adding a line.
 #include <cmath>
 #include <fstream>
 #include <string>
@@ -39,7 +40,7 @@ inline std::vector<GoldenRow> ReadGolden(const std::string& path, const std::str
         row.fields.push_back(line.substr(i + 1, end - i - 1));
         i = end == std::string::npos ? line.size() : end + 1;
       } else {
-        const size_t end = line.find_first_of(" \t\r#", i);
+        const size_t end = line.find_first_of(" \t\r", i);
         row.fields.push_back(line.substr(i, end - i));
         i = end == std::string::npos ? line.size() : end;
       }
