@@ -6,22 +6,11 @@
 
 using namespace norvane;
 
-// Outbound course and turn direction -> the limits rows (direct first).
 TEST(Holding, EntrySectorLimits) {
-  struct Row { int outbound; bool right; const char* rows[3]; };
-  const Row rows[] = {
-      {180, true, {"290 -> 110", "110 -> 180", "180 -> 290"}},
-      {180, false, {"250 -> 070", "070 -> 180", "180 -> 250"}},
-      {0, true, {"110 -> 290", "290 -> 000", "000 -> 110"}},
-      {360, true, {"110 -> 290", "290 -> 000", "000 -> 110"}},  // 360 is north
-      {70, true, {"180 -> 000", "000 -> 070", "070 -> 180"}},
-      {45, true, {"155 -> 335", "335 -> 045", "045 -> 155"}},
-      {5, false, {"075 -> 255", "255 -> 005", "005 -> 075"}},
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.outbound << (r.right ? " right" : " left"));
-    const EntrySectors l = ComputeEntrySectors(r.outbound, r.right);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(EntryLimitsText(l, i), r.rows[i]) << "row " << i;
+  for (const test::GoldenRow& r : test::ReadGolden("manoeuvres/data/holding.txt", "limits")) {
+    SCOPED_TRACE(r.where);
+    const EntrySectors l = ComputeEntrySectors(std::stoi(r[0]), r[1] == "R");
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(EntryLimitsText(l, i), r[2 + i]) << "row " << i;
     // The sectors tile the circle: 180 + 70 + 110 degrees, each starting where the last ended.
     int width = 0;
     for (int i = 0; i < 3; ++i) {
@@ -33,7 +22,7 @@ TEST(Holding, EntrySectorLimits) {
 }
 
 TEST(Holding, MarkEntrySector) {
-  for (const test::GoldenRow& r : test::ReadGolden("manoeuvres/data/holding-entries.txt")) {
+  for (const test::GoldenRow& r : test::ReadGolden("manoeuvres/data/holding.txt", "entry")) {
     const bool right = r[1] == "R";
     const auto marks = MarkEntrySector(std::stoi(r[2]), ComputeEntrySectors(std::stoi(r[0]), right));
     const std::string shown{char('0' + marks[0]), char('0' + marks[1]), char('0' + marks[2])};
