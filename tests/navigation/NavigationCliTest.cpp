@@ -1,7 +1,5 @@
 // norvane-cli magvar, inverse and direct, run as a user runs them: one row per command and mode,
 // one per kind of error; the batch commands' line handling.
-#include <unistd.h>
-
 #include <sstream>
 #include <string>
 #include <vector>
