@@ -10,6 +10,7 @@
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
 #include "services/WaypointImport.hpp"
+#include "support/TempDir.hpp"
 #include "support/UiTest.hpp"
 
 using namespace norvane;
@@ -117,13 +118,12 @@ TEST_F(ImportDialogTest, ShellHooksOpenTheDatabaseAndNameIt) {
 // there is no database and why (tool tip and Options screen), an import says so instead of opening,
 // and the settings forget a refused file but keep a missing one (a disk unplugged).
 TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
-  const fs::path dir = fs::temp_directory_path() / ("norvane-import-live-" + std::to_string(::getpid()));
-  fs::create_directories(dir);
-  const fs::path file = dir / "live.dat";
+  const TempDir dir;
+  const fs::path file = dir.path / "live.dat";
   Hooks() = ShellHooks{};
   InstallNavDBHooks();
   const ShellHooks& h = Hooks();
-  App().appPath = dir.string() + "/";
+  App().appPath = dir.path.string() + "/";
   for (const bool deleteIt : {false, true}) {
     fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
     App().settings.DBPath = file.string();
@@ -143,7 +143,6 @@ TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
     EXPECT_EQ(Text(options, "LblDBReason"), why);
   }
   Hooks() = ShellHooks{};
-  fs::remove_all(dir);
 }
 
 }  // namespace

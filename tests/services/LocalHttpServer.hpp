@@ -30,12 +30,6 @@ class LocalHttpServer {
  public:
   LocalHttpServer() {
     server_.set_keep_alive_max_count(1);
-    server_.set_error_handler([](const httplib::Request&, httplib::Response& res) {
-      if (res.body.empty())
-        res.set_content("<html><head><title>" + std::to_string(res.status) +
-                            "</title></head><body><h1>Not Found</h1></body></html>\n",
-                        "text/html");
-    });
     server_.set_pre_routing_handler([this](const httplib::Request&, httplib::Response&) {
       ++requests_;
       return httplib::Server::HandlerResponse::Unhandled;
@@ -54,9 +48,8 @@ class LocalHttpServer {
     port_ = server_.bind_to_any_port("127.0.0.1");
     thread_ = std::thread([this] { server_.listen_after_bind(); });
     while (!server_.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return Url();
+    return "http://127.0.0.1:" + std::to_string(port_);
   }
-  std::string Url() const { return "http://127.0.0.1:" + std::to_string(port_); }
 
   void Stop() {
     Release();

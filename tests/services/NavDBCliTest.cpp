@@ -6,12 +6,13 @@
 #include <string>
 
 #include "support/RunProcess.hpp"
+#include "support/TempDir.hpp"
 
 namespace fs = std::filesystem;
 
 TEST(NavDBCli, CommandsAndErrors) {
-  const fs::path dir = fs::temp_directory_path() / ("norvane-navdb-cli-" + std::to_string(::getpid()));
-  fs::create_directories(dir);
+  const norvane::test::TempDir temp;
+  const fs::path& dir = temp.path;
   const auto q = [&](const std::string& name) { return norvane::test::ShellQuote((dir / name).string()); };
   std::ofstream(dir / "bad.dat", std::ios::binary) << std::string(100, 'x');
   std::ofstream(dir / "broken.csv") << "ident,latitude_deg,longitude_deg\nAB,\"1\"x,2\n";
@@ -47,5 +48,4 @@ TEST(NavDBCli, CommandsAndErrors) {
     EXPECT_EQ(run.out.substr(0, r.out.size()), r.out) << r.args;
   }
   EXPECT_FALSE(fs::exists(dir / "x.dat"));  // no build that failed left a file
-  fs::remove_all(dir);
 }

@@ -8,29 +8,21 @@
 #include <fstream>
 #include <random>
 
+#include "support/TempDir.hpp"
+
 
 using namespace norvane;
 namespace fs = std::filesystem;
 
 namespace {
 
-// A scratch folder per test, removed afterwards.
-class NavDatabaseFiles : public ::testing::Test {
- protected:
-  void SetUp() override {
-    dir_ = fs::temp_directory_path() /
-           ("norvane-navdb-" + std::to_string(::getpid()) + "-" +
-            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::create_directories(dir_);
-  }
-  void TearDown() override { fs::remove_all(dir_); }
-
+struct NavDatabaseFiles : ::testing::Test {
   std::string Write(const std::string& name, const std::vector<uint8_t>& bytes) {
-    const fs::path p = dir_ / name;
+    const fs::path p = dir.path / name;
     std::ofstream(p, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
     return p.string();
   }
-  fs::path dir_;
+  test::TempDir dir;
 };
 
 void PutWord(std::vector<uint8_t>& b, size_t word, uint32_t v) {
@@ -134,7 +126,7 @@ TEST_F(NavDatabaseFiles, RefusalReasons) {
   struct Row { std::string path; NavDBStatus status; bool headerOk = false; };
   const Row rows[] = {
       {"", NavDBStatus::NoPath},
-      {(dir_ / "missing.dat").string(), NavDBStatus::NotFound},
+      {(dir.path / "missing.dat").string(), NavDBStatus::NotFound},
       {Write("good.txt", good), NavDBStatus::NotDatExtension},
       {Write("thirteen.dat", thirteen), NavDBStatus::NoRecords},  // N = 0
       {Write("ragged.dat", changed(0, 0, good.size() + 5)), NavDBStatus::BadLength},  // not a multiple of 12

@@ -14,6 +14,7 @@
 #include "services/UpdateInfo.hpp"
 #include "services/UpdateManifest.hpp"
 #include "services/UpdateSignature.hpp"
+#include "support/TempDir.hpp"
 
 namespace norvane {
 namespace {
@@ -122,9 +123,8 @@ TEST(UpdateSignature, AcceptsOnlyTheSignedFileUnderTheRightKey) {
 // scripts/sign-update (OpenSSL, sha256sum) makes manifests that the program (libsodium) accepts.
 TEST(UpdateSignature, SigningScriptInteroperates) {
   if (std::system("command -v openssl >/dev/null 2>&1") != 0) GTEST_SKIP() << "openssl command not installed";
-  const fs::path dir = fs::temp_directory_path() / ("norvane-sign-" + std::to_string(::getpid()));
-  fs::remove_all(dir);
-  fs::create_directories(dir);
+  const test::TempDir temp;
+  const fs::path& dir = temp.path;
   const auto run = [&](const std::string& args) {
     return std::system(("'" NORVANE_SOURCE_DIR "/scripts/sign-update' " + args + " 2>/dev/null").c_str());
   };
@@ -155,7 +155,6 @@ TEST(UpdateSignature, SigningScriptInteroperates) {
   EXPECT_EQ(m->size, 4);
   EXPECT_EQ(m->sha256[0], 0x9f);  // SHA-256 of "test" is 9f86d081...b0f00a08
   EXPECT_EQ(ReadAll(dir / "NorvaneVerInfo.txt"), "2.33");
-  fs::remove_all(dir);
 }
 
 }  // namespace
