@@ -206,7 +206,9 @@ std::string MagValidityNotice(MagModel model, const CalendarDate& date) {
 }
 
 std::string MagVarText(double variation) {
-  return FormatMask(std::fabs(variation), "0.0") + (variation >= 0 ? "E" : "W");
+  // The side is the shown value's: -0.04 reads "0.0E", not "0.0W".
+  const std::string degrees = FormatMask(std::fabs(variation), "0.0");
+  return degrees + (variation >= 0 || degrees == "0.0" ? "E" : "W");
 }
 
 }  // namespace norvane

@@ -114,7 +114,7 @@ QWidget* NavigationScreen::makeImportButton(const QString& name, const Coordinat
   column->addWidget(named);
   b->setObjectName(name);
   b->setAutoDefault(false);
-  b->setToolTip(tr("Take the coordinates of a waypoint from the active database"));
+  EnableWithDatabase(this, b, tr("Take the coordinates of a waypoint from the active database"));
   const CoordinateFields latFields = lat->fields(), lonFields = lon->fields();
   connect(b, &QPushButton::clicked, this, [this, latFields, lonFields, named] {
     if (ImportWaypoint(this, latFields, lonFields, named) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));

@@ -1,6 +1,8 @@
 #include "services/NavDBShell.hpp"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
+#include <QEvent>
 #include <filesystem>
 
 #include "app/AppContext.hpp"
@@ -14,6 +16,34 @@ NavDatabase& ActiveNavDB() {
 }
 
 bool NavDBActive() { return ActiveNavDB().Loaded(); }
+
+namespace {
+class DatabaseStateFilter : public QObject {
+ public:
+  DatabaseStateFilter(QAbstractButton* button, QString tip) : QObject(button), button_(button), tip_(std::move(tip)) {}
+  void update() {
+    const bool active = NavDBActive();
+    button_->setEnabled(active);
+    button_->setToolTip(active ? tip_ : QCoreApplication::translate("NavDB", kNoDatabaseText));
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* e) override {
+    if (e->type() == QEvent::Show || e->type() == QEvent::WindowActivate) update();
+    return false;
+  }
+
+ private:
+  QAbstractButton* button_;
+  QString tip_;
+};
+}  // namespace
+
+void EnableWithDatabase(QWidget* screen, QAbstractButton* button, const QString& tip) {
+  auto* filter = new DatabaseStateFilter(button, tip);
+  screen->installEventFilter(filter);
+  filter->update();
+}
 
 std::string SampleDatabasePath(const std::string& executableDir) {
   namespace fs = std::filesystem;

@@ -4,6 +4,9 @@
 // offered when the settings name none.
 
 #include <QString>
+
+class QAbstractButton;
+class QWidget;
 #include <string>
 
 #include "services/NavDatabase.hpp"
@@ -25,5 +28,10 @@ std::string SampleDatabasePath(const std::string& executableDir);
 
 // What the import buttons say instead of opening the search dialog without a database.
 inline const char* const kNoDatabaseText = "No active Waypoint Database";
+
+// Keeps an import button enabled only while a database is active, checked whenever `screen` is
+// shown or activated (the database is chosen on the menu or the Options screen while the screen
+// stays open). `tip` is its tool tip while enabled; disabled, it names the missing database.
+void EnableWithDatabase(QWidget* screen, QAbstractButton* button, const QString& tip);
 
 }  // namespace norvane

@@ -100,6 +100,7 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   cmdImportInitial_->setObjectName("cmdImportInitial");
   cmdImportInitial_->setAutoDefault(false);
   connect(cmdImportInitial_, &QPushButton::clicked, this, &SunScreen::importPosition);
+  EnableWithDatabase(this, cmdImportInitial_, tr("Take the position of a waypoint of the active database"));
   dateColumn->addStretch();
   dateColumn->addWidget(cmdImportInitial_);
   importedName_ = makeCaption(QString(), "lblImportInitial");
@@ -162,7 +163,6 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   ltOff_->setValue(offset);
   ltOffsetChanged(offset);
   timeSystemChanged();
-  updateImportState();
 
   for (QRadioButton* o : {optLat_[0], optLat_[1], optLng_[0], optLng_[1]})
     connect(o, &QRadioButton::toggled, this, [this](bool on) {
@@ -236,18 +236,6 @@ void SunScreen::timeSystemChanged() {
 
 void SunScreen::ltOffsetChanged(int value) {
   ltOffsetLbl_->setText(tr("Local time offset from UTC (h): %1").arg(Q(SignedText(value))));
-}
-
-void SunScreen::updateImportState() {
-  const bool active = NavDBActive();
-  cmdImportInitial_->setEnabled(active);
-  cmdImportInitial_->setToolTip(active ? tr("Take the position of a waypoint of the active database")
-                                       : tr(kNoDatabaseText));
-}
-
-bool SunScreen::event(QEvent* e) {
-  if (e->type() == QEvent::Show || e->type() == QEvent::WindowActivate) updateImportState();
-  return CalculatorScreen::event(e);
 }
 
 void SunScreen::importPosition() {

@@ -24,16 +24,12 @@ class SunScreen : public CalculatorScreen {
  protected:
   bool calculate() override;
   void boxEdited(int index) override;
-  // Shown or activated: "Import from database" follows whether a database is active (it may have
-  // been chosen from the menu meanwhile).
-  bool event(QEvent* e) override;
 
  private:
   void optionChanged();
   void timeSystemChanged();
   void ltOffsetChanged(int value);
   void importPosition();
-  void updateImportState();
 
   QRadioButton* optLat_[2];
   QRadioButton* optLng_[2];

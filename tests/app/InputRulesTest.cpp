@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Golden.hpp"
+
 using namespace norvane;
+using norvane::test::GoldenRow;
+using norvane::test::ReadGolden;
 
 namespace {
 BoxState Box(std::u16string text, int maxLength, int caret = -1, int sel = 0) {
@@ -62,28 +66,11 @@ TEST(InputRules, KeysReplaceTheSelectionAndPastedTextIsFilteredAsTyped) {
 }
 
 TEST(InputRules, ValidatorsFollowTheTextRules) {
-  EXPECT_TRUE(IsValidIntText(u"", true, 0, 59));
-  EXPECT_FALSE(IsValidIntText(u"", false, 0, 59));
-  EXPECT_TRUE(IsValidIntText(u"59", false, 0, 59));
-  EXPECT_FALSE(IsValidIntText(u"60", false, 0, 59));
-  EXPECT_FALSE(IsValidIntText(u"-0", false, 0, 59));   // a minus where min >= 0
-  EXPECT_FALSE(IsValidIntText(u"-", false, -10, 10));
-  EXPECT_TRUE(IsValidIntText(u"-10", false, -10, 10));
-  EXPECT_FALSE(IsValidIntText(u"99999999999", false, 0, 2147483647));  // conversion overflow
-
-  const char16_t dot = u'.';
-  EXPECT_FALSE(IsValidRealText(u"-0", false, 0, 100, dot));
-  EXPECT_FALSE(IsValidRealText(u".", false, -1, 100, dot));
-  EXPECT_FALSE(IsValidRealText(u"-", false, -1, 100, dot));
-  EXPECT_FALSE(IsValidRealText(u"-.", false, -1, 100, dot));
-  EXPECT_FALSE(IsValidRealText(u"12.", false, 0, 100, dot));
-  EXPECT_TRUE(IsValidRealText(u".5", false, 0, 100, dot));
-  EXPECT_TRUE(IsValidRealText(u"-.5", false, -1, 100, dot));
-  EXPECT_TRUE(IsValidRealText(u"59.99", false, 0, 59.99, dot));
-  EXPECT_FALSE(IsValidRealText(u"60", false, 0, 59.99, dot));
-  EXPECT_TRUE(IsValidRealText(u"1,5", false, 0, 2, u','));
-  EXPECT_FALSE(IsValidRealText(u"1.5", false, 0, 2, u','));  // not the locale's separator
-  EXPECT_TRUE(IsValidRealText(u"", true, 0, 2, dot));
+  const auto wide = [](const std::string& s) { return std::u16string(s.begin(), s.end()); };
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "int"))
+    EXPECT_EQ(IsValidIntText(wide(r[0]), r[1] == "yes", int(r.Num(2)), int(r.Num(3))), r[4] == "yes") << r.where;
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "real"))
+    EXPECT_EQ(IsValidRealText(wide(r[0]), r[1] == "yes", r.Num(2), r.Num(3), char16_t(r[4][0])), r[5] == "yes") << r.where;
 
   EXPECT_FALSE(AllInputsValid({}));
   EXPECT_FALSE(AllInputsValid({true, false, true}));

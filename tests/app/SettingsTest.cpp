@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,27 +10,15 @@
 #include <gtest/gtest.h>
 
 #include "app/Platform.hpp"
+#include "support/RunProcess.hpp"
+#include "support/TempDir.hpp"
 #include "support/Unprivileged.hpp"
 
 using namespace norvane;
+using norvane::test::ReadWhole;
+using norvane::test::TempDir;
 namespace fs = std::filesystem;
 
-namespace {
-struct TempDir {
-  fs::path path;
-  TempDir() {
-    path = fs::temp_directory_path() / ("norvane-settings-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-                                        ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(path);
-    fs::create_directories(path);
-  }
-  ~TempDir() { fs::remove_all(path); }
-};
-std::string Slurp(const fs::path& p) {
-  std::ifstream in(p, std::ios::binary);
-  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
-}  // namespace
 
 TEST(Settings, ReadRulesForRangesBlanksAndCase) {
   struct Row { const char* line; int16_t Settings::*field; int16_t expected; };
@@ -108,7 +95,7 @@ TEST(Settings, WritesTheExactLinesAndReadsThemBack) {
   TempDir dir;
   const fs::path file = dir.path / kSettingsFileName;
   ASSERT_TRUE(WriteSettings(file, s));
-  EXPECT_EQ(Slurp(file), expected);
+  EXPECT_EQ(ReadWhole(file), expected);
   EXPECT_EQ(ReadSettings(file), s);
   EXPECT_FALSE(fs::exists(dir.path / "Norvane.ini.tmp"));
 }
@@ -135,7 +122,7 @@ TEST(Settings, WriteFailuresKeepTheOldFileAndSayWhy) {
   Settings old;
   old.LTOffset = 3;
   ASSERT_TRUE(WriteSettings(file, old));
-  const std::string before = Slurp(file);
+  const std::string before = ReadWhole(file);
   Settings changed = old;
   changed.LTOffset = -7;
   std::string error;
@@ -145,14 +132,14 @@ TEST(Settings, WriteFailuresKeepTheOldFileAndSayWhy) {
   EXPECT_FALSE(WriteSettings(file, changed, &error));
   norvane::testing::SetWriteFault(0);
   EXPECT_EQ(error, "cannot write " + file.string() + ".tmp: No space left on device");
-  EXPECT_EQ(Slurp(file), before);
+  EXPECT_EQ(ReadWhole(file), before);
   EXPECT_FALSE(fs::exists(dir.path / "Norvane.ini.tmp"));
 
   // A folder that cannot take the temporary file: its name is held by a non-empty folder.
   fs::create_directories(dir.path / "Norvane.ini.tmp" / "inside");
   EXPECT_FALSE(WriteSettings(file, changed, &error));
   EXPECT_EQ(error.rfind("cannot create " + file.string() + ".tmp: ", 0), 0u) << error;
-  EXPECT_EQ(Slurp(file), before);
+  EXPECT_EQ(ReadWhole(file), before);
   EXPECT_TRUE(fs::exists(dir.path / "Norvane.ini.tmp" / "inside"));  // not ours to remove
   fs::remove_all(dir.path / "Norvane.ini.tmp");
 
@@ -226,7 +213,7 @@ TEST(Settings, CrashBetweenWritingAndRenamingLosesNothing) {
   std::ofstream(victim) << "keep me";
   fs::create_symlink(victim, tmp);
   ASSERT_TRUE(WriteSettings(file, old, &error)) << error;
-  EXPECT_EQ(Slurp(victim), "keep me");
+  EXPECT_EQ(ReadWhole(victim), "keep me");
   EXPECT_EQ(ReadSettings(file), old);
   EXPECT_FALSE(fs::exists(tmp));
 }

@@ -8,28 +8,19 @@
 #include <string>
 
 #include "support/RunProcess.hpp"
+#include "support/TempDir.hpp"
 
 namespace fs = std::filesystem;
 using norvane::test::ProcessResult;
 using norvane::test::RunOptions;
 using norvane::test::RunProcess;
+using norvane::test::TempDir;
 
 namespace {
 
 const std::string kCli = NORVANE_CLI;
 const std::string kSample = NORVANE_SAMPLE_DB;
 
-struct TempDir {
-  fs::path path;
-  TempDir() {
-    path = fs::temp_directory_path() /
-           ("norvane-cli-fault-" + std::to_string(::getpid()) + "-" +
-            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(path);
-    fs::create_directories(path);
-  }
-  ~TempDir() { fs::remove_all(path); }
-};
 
 void WriteBytes(const fs::path& p, const std::string& bytes) { std::ofstream(p, std::ios::binary) << bytes; }
 

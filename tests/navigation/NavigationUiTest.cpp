@@ -147,12 +147,16 @@ TEST_F(NavigationUi, FixesOnTheAntimeridianAndThePoleImportAsUsableBoxes) {
   EXPECT_EQ(Text(s, "DataR7"), "360.0");  // due north along one meridian on the sphere
 }
 
-TEST_F(NavigationUi, ImportWithoutDatabaseSaysSo) {
+TEST_F(NavigationUi, ImportButtonsWaitForADatabase) {
   ActiveNavDB().Clear();
-  TracksScreen s;
+  PointScreen s;
   Open(s);
+  EXPECT_FALSE(Find<QPushButton>(s, "cmdImportInitial")->isEnabled());
   EXPECT_FALSE(ImportVia(s, "cmdImportInitial", "EGLL"));
-  EXPECT_EQ(Text(s, "lblError"), "No active Waypoint Database");
+  ASSERT_TRUE(Hooks().openDatabase(NORVANE_SAMPLE_DB));  // chosen on the menu meanwhile
+  QEvent activate(QEvent::WindowActivate);
+  QApplication::sendEvent(&s, &activate);
+  EXPECT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
 }
 
 TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {

@@ -63,6 +63,9 @@ TEST(SunTimes, ScreenResultsForKnownPlacesAndDates) {
       // The set before 00:00 after a -12 h shift wraps into the day (it read "-5:-9").
       {"local time -12 at 170 E", 0, 170, 21, 3, 2009, true, -12, 0, "06:44", "18:51", "06:23", "19:11",
        "Sunrise previous day"},
+      // Nautical and astronomical twilight at the equinox: 05:19 / 18:55 and 04:55 / 19:19 by PyEphem.
+      {"nautical", 0, 0, 21, 3, 2009, false, 0, 1, "06:04", "18:10", "05:19", "18:55", ""},
+      {"astronomical", 0, 0, 21, 3, 2009, false, 0, 2, "06:04", "18:10", "04:55", "19:19", ""},
       // No permanence test for twilight: the sun never gets 12 degrees down, dawn and dusk coincide.
       {"nautical twilight never ends", 60, 0, 21, 6, 2009, false, 0, 1, "02:36", "21:28", "00:02", "00:02", ""},
   };

@@ -65,6 +65,21 @@ inline ProcessResult RunProcess(const std::string& program, const std::vector<st
   return r;
 }
 
+#ifdef NORVANE_CLI
+// Runs the built norvane-cli (NORVANE_CLI, the compile definition with its path) with `stdinText`
+// as its standard input.
+inline ProcessResult RunCli(const std::vector<std::string>& args, const std::string& stdinText = "") {
+  if (stdinText.empty()) return RunProcess(NORVANE_CLI, args);
+  static std::mt19937_64 rng{std::random_device{}()};
+  const auto in = std::filesystem::temp_directory_path() / ("norvane-stdin-" + std::to_string(rng()));
+  std::ofstream(in, std::ios::binary) << stdinText;
+  ProcessResult r = RunProcess(NORVANE_CLI, args, {in.string(), ""});
+  std::error_code ec;
+  std::filesystem::remove(in, ec);
+  return r;
+}
+#endif
+
 }  // namespace norvane::test
 
 namespace norvane::test {
