@@ -6,11 +6,7 @@
 
 #include "support/RunProcess.hpp"
 
-namespace {
-norvane::test::ShellResult Cli(const std::string& args) {
-  return norvane::test::RunShell(norvane::test::ShellQuote(NORVANE_CLI) + " " + args + " 2>&1");
-}
-}  // namespace
+using norvane::test::RunCliLine;
 
 TEST(NavScreenCli, OneRowPerCommandModeAndKindOfError) {
   struct Row { const char* args; int status; const char* out; };
@@ -44,13 +40,13 @@ TEST(NavScreenCli, OneRowPerCommandModeAndKindOfError) {
        "latitude: Not calculable\nlongitude: Not calculable\n"},
   };
   for (const Row& r : rows) {
-    const auto run = Cli(r.args);
+    const auto run = RunCliLine(r.args);
     EXPECT_EQ(run.status, r.status) << r.args << "\n" << run.out;
     EXPECT_EQ(run.out, r.out) << r.args;
   }
   // Magnetic tracks: the year and model of the options; the origin's variation is written out.
-  const auto wmm = Cli("point --from 51.5,-0.5 --track 90 --distance 10 --magnetic --mv-model wmm2005 --mv-year 2009");
-  const double v = std::stod(Cli("--raw magvar --at 51.5,-0.5 --date 2009-01-01 --model wmm2005").out.substr(11));
+  const auto wmm = RunCliLine("point --from 51.5,-0.5 --track 90 --distance 10 --magnetic --mv-model wmm2005 --mv-year 2009");
+  const double v = std::stod(RunCliLine("--raw magvar --at 51.5,-0.5 --date 2009-01-01 --model wmm2005").out.substr(11));
   char line[32];
   std::snprintf(line, sizeof line, "variation: %.1f\n", v);
   EXPECT_NE(wmm.out.find(line), std::string::npos) << wmm.out << line;

@@ -1,7 +1,5 @@
 // norvane-cli magvar, inverse and direct, run as a user runs them: one row per command and mode,
 // one per kind of error; the batch commands' line handling.
-#include <unistd.h>
-
 #include <sstream>
 #include <string>
 #include <vector>
@@ -17,13 +15,7 @@ using namespace norvane;
 
 namespace {
 
-test::ProcessResult Cli(const std::vector<std::string>& args, const std::string& input = "") {
-  const std::string in = (std::filesystem::temp_directory_path() / ("norvane-navcli-" + std::to_string(::getpid()))).string();
-  std::ofstream(in, std::ios::binary) << input;
-  const test::ProcessResult r = test::RunProcess(NORVANE_CLI, args, {in, ""});
-  std::filesystem::remove(in);
-  return r;
-}
+using test::RunCli;
 
 std::vector<std::string> Lines(const std::string& text) {
   std::vector<std::string> lines;
@@ -44,25 +36,25 @@ std::vector<double> Numbers(const std::string& line) {
 
 TEST(NavigationCli, MagVarModesAndErrors) {
   // WMM2005 published test value at 2006.0: 14.93 at 40 N 120 W.
-  EXPECT_EQ(Cli({"--json", "magvar", "--at", "40,-120", "--date", "2006-01-01", "--model", "wmm2005"}).out,
+  EXPECT_EQ(RunCli({"--json", "magvar", "--at", "40,-120", "--date", "2006-01-01", "--model", "wmm2005"}).out,
             "{\"variation\": \"14.9E\"}\n");
   // WMM2025 at Anchorage at the end of 2025: 14.2E; a date outside the model's years adds a notice.
-  EXPECT_EQ(Cli({"magvar", "--at", "61.2,-150", "--date", "2025-12-31", "--model", "wmm2025"}).out, "variation: 14.2E\n");
-  EXPECT_EQ(Cli({"magvar", "--at", "51.5,-0.5", "--date", "2004-06-01", "--model", "igrf10"}).out,
+  EXPECT_EQ(RunCli({"magvar", "--at", "61.2,-150", "--date", "2025-12-31", "--model", "wmm2025"}).out, "variation: 14.2E\n");
+  EXPECT_EQ(RunCli({"magvar", "--at", "51.5,-0.5", "--date", "2004-06-01", "--model", "igrf10"}).out,
             "variation: 2.6W\nnotice: IGRF-10 is valid 2005\u20132010; earlier dates take its 2005.0 field\n");
   // Defaults: IGRF-10, altitude 0; the altitude is in feet; --raw gives the signed value.
   const CalendarDate date{2008, 3, 1};
   const double lat = 51.5 * kDegToRad, lon = -0.5 * kDegToRad;
-  EXPECT_DOUBLE_EQ(std::stod(Cli({"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01"}).out.substr(11)),
+  EXPECT_DOUBLE_EQ(std::stod(RunCli({"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01"}).out.substr(11)),
                    ComputeMagVar(lat, lon, 0, date, MagModel::IGRF10));
-  const auto high = Cli({"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01", "--altitude", "65000",
+  const auto high = RunCli({"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01", "--altitude", "65000",
                          "--model", "wmm2005"});
   EXPECT_DOUBLE_EQ(std::stod(high.out.substr(11)), ComputeMagVar(lat, lon, 65000 * 0.3048 / 1000, date, MagModel::WMM2005));
-  EXPECT_EQ(Cli({"magvar", "--at", "45,7"}).status, 0);  // today by default
+  EXPECT_EQ(RunCli({"magvar", "--at", "45,7"}).status, 0);  // today by default
   for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
            {"magvar", "--at", "89.99,0"}, {"magvar", "--at", "10,20", "--altitude", "high"}, {"magvar", "--at", "10,20", "--altitude", "10.5"},
            {"magvar", "--at", "10,20", "--model", "wmm2020"}, {"magvar"}}) {
-    const auto run = Cli(args);
+    const auto run = RunCli(args);
     EXPECT_EQ(run.status, 2) << args.back();
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err.rfind("error: --", 0), 0u) << run.err;
@@ -77,7 +69,7 @@ TEST(NavigationCli, BatchesAnswerEveryLineInOrderAtFullPrecision) {
       "95 0 0 0\n"
       "0 0 0.5 179.7\n"  // nearly antipodal
       "0 210 0 -150";  // 0..360 longitudes are reduced: one point; no final newline
-  const auto sphere = Cli({"inverse", "--method", "sphere"}, input);
+  const auto sphere = RunCli({"inverse", "--method", "sphere"}, input);
   EXPECT_EQ(sphere.status, 1);
   EXPECT_NE(sphere.err.find("2 line(s)"), std::string::npos) << sphere.err;
   const auto lines = Lines(sphere.out);
@@ -90,24 +82,24 @@ TEST(NavigationCli, BatchesAnswerEveryLineInOrderAtFullPrecision) {
     const InverseResult want = GreatCircleSphere(pts[i][0], pts[i][2], pts[i][1], pts[i][3]);
     EXPECT_EQ(Numbers(lines[size_t(i)]), (std::vector<double>{want.distance, want.trackIni, want.trackFin}));
   }
-  const auto wgs = Lines(Cli({"inverse"}, input).out);
+  const auto wgs = Lines(RunCli({"inverse"}, input).out);
   ASSERT_EQ(wgs.size(), 6u);
   const InverseResult want = GeodesicWGS84(-33.9, 51.5, 151.2, -0.1);
   EXPECT_EQ(Numbers(wgs[1]), (std::vector<double>{want.distance, want.trackIni, want.trackFin}));
   EXPECT_EQ(wgs[4], "ND ND ND");  // Vincenty does not converge
-  const auto rl = Numbers(Cli({"inverse", "--method", "rhumb"}, "40 170 45 -170\n").out);
+  const auto rl = Numbers(RunCli({"inverse", "--method", "rhumb"}, "40 170 45 -170\n").out);
   ASSERT_EQ(rl.size(), 3u);
   EXPECT_EQ(rl[0], RhumbLine(40, 45, 170, -170).distance);
   EXPECT_EQ(rl[1], rl[2]);  // the single track fills both columns
 
-  const auto direct = Cli({"direct", "--method", "sphere"}, "0 0 90 -1\n0, 0, 45, 100\n");
+  const auto direct = RunCli({"direct", "--method", "sphere"}, "0 0 90 -1\n0, 0, 45, 100\n");
   const auto dl = Lines(direct.out);
   ASSERT_EQ(dl.size(), 2u) << direct.out;
   EXPECT_EQ(dl[0], "error: line 1: DIST_NM -1 is out of range (0 to 21600)");
   const GeoPoint p = DirectSphere(0, 0, 45, 100);
   EXPECT_EQ(Numbers(dl[1]), (std::vector<double>{p.lat, p.lon}));
   const GeoPoint q = DirectWGS84(51.5, -0.1, 45, 3000);
-  EXPECT_EQ(Numbers(Cli({"direct"}, "51.5 -0.1 45 3000\n").out), (std::vector<double>{q.lat, q.lon}));
+  EXPECT_EQ(Numbers(RunCli({"direct"}, "51.5 -0.1 45 3000\n").out), (std::vector<double>{q.lat, q.lon}));
 }
 
 TEST(NavigationCli, BatchStreamsLargeInputAndLongLines) {
@@ -119,7 +111,7 @@ TEST(NavigationCli, BatchStreamsLargeInputAndLongLines) {
     if (i == n / 2) input += std::string(10000, '1') + "\n";
     input += std::to_string(i % 90) + " " + std::to_string(i % 180) + " -" + std::to_string(i % 89) + " 1.5\n";
   }
-  const auto lines = Lines(Cli({"inverse", "--method", "sphere"}, input).out);
+  const auto lines = Lines(RunCli({"inverse", "--method", "sphere"}, input).out);
   ASSERT_EQ(lines.size(), static_cast<size_t>(n + 1));
   EXPECT_EQ(lines[n / 2], "error: line " + std::to_string(n / 2 + 1) + ": line longer than 4096 characters");
   for (int i : {0, n / 2 + 1, n}) {

@@ -1,123 +1,93 @@
 // frmImport "Search database" and the database wiring of the shell, driven with keys and mouse.
 #include <QApplication>
-#include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "app/AppContext.hpp"
-#include "app/InputBox.hpp"
 #include "app/MainMenu.hpp"
 #include "app/OptionsScreen.hpp"
 #include "services/ImportDialog.hpp"
 #include "services/NavDBShell.hpp"
 #include "services/WaypointImport.hpp"
+#include "support/TempDir.hpp"
 #include "support/UiTest.hpp"
 
 using namespace norvane;
 using namespace norvane::test;
+namespace fs = std::filesystem;
 
 namespace {
 
-struct ImportDialogTest : ::testing::Test {
+struct ImportDialogTest : UiFixture {
   void SetUp() override {
-    App() = AppContext{};
+    UiFixture::SetUp();
     db.SetDBPath(NORVANE_SAMPLE_DB);
-    ASSERT_TRUE(db.CheckNavDB());
-    ASSERT_TRUE(db.LoadNavDB());
+    ASSERT_TRUE(db.CheckNavDB() && db.LoadNavDB());
   }
+  // Shows the dialog, active, and types `ident` into its box.
+  void Open(ImportDialog& d, const char* ident) {
+    Show(d);
+    QApplication::setActiveWindow(&d);
+    Find<InputBox>(d, "inICAO")->setFocus();
+    QTest::keyClicks(Find<InputBox>(d, "inICAO"), ident);
+  }
+  int32_t First(const char* ident) { return db.FindIdent(ident).first; }
   NavDatabase db;
 };
 
-}  // namespace
-
 TEST_F(ImportDialogTest, OneMatchClosesAtOnceWithThatRecord) {
   ImportDialog d(db);
-  d.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&d));
-  QApplication::setActiveWindow(&d);
-  auto* box = Find<InputBox>(d, "inICAO");
-  box->setFocus();
-  QTest::keyClicks(box, "egll");  // typed in capitals
-  EXPECT_EQ(box->text(), "EGLL");
-  QTest::keyClick(box, Qt::Key_Return);  // Enter moves on to Search...
+  Open(d, "e-gll");  // typed in capitals, letters and digits only
+  EXPECT_EQ(Text(d, "inICAO"), "EGLL");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);  // Enter moves on to Search...
   EXPECT_TRUE(Find<QPushButton>(d, "cmdSearch")->hasFocus());
   EXPECT_TRUE(d.isVisible());
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);  // ...where Enter presses it
   EXPECT_EQ(d.result(), QDialog::Accepted);
-  ASSERT_NE(d.selectedRecord(), 0);
-  EXPECT_EQ(ListLine(db.Record(d.selectedRecord())), "EGLL  APTN51\u00b028' W000\u00b028' ");
+  EXPECT_EQ(d.selectedRecord(), First("EGLL"));
 }
 
-TEST_F(ImportDialogTest, SeveralMatchesFillTheListAndShowTheTypeText) {
-  ImportDialog d(db);
-  d.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&d));
-  auto* box = Find<InputBox>(d, "inICAO");
-  auto* list = Find<QListWidget>(d, "ListICAO");
-  auto* info = Find<QLabel>(d, "lblInfo");
-  auto* select = Find<QPushButton>(d, "cmdSelect");
-  EXPECT_FALSE(select->isEnabled());
-  QTest::keyClicks(box, "LAM");
-  QTest::mouseClick(Find<QPushButton>(d, "cmdSearch"), Qt::LeftButton);
-  EXPECT_TRUE(d.isVisible());
-  ASSERT_EQ(list->count(), 3);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(list->item(i)->text().toStdString(), ListLine(db.Record(db.FindIdent("LAM").first + i)));
-  EXPECT_EQ(list->currentRow(), 0);
-  EXPECT_TRUE(select->isEnabled());
-  // Clicking a line shows its type text.
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
-  EXPECT_EQ(info->text().toStdString(), TypeText(db.Record(db.FindIdent("LAM").first + 1)));
-  QTest::mouseClick(select, Qt::LeftButton);
-  EXPECT_EQ(d.result(), QDialog::Accepted);
-  EXPECT_EQ(d.selectedRecord(), db.FindIdent("LAM").first + 1);
-}
-
-TEST_F(ImportDialogTest, DoubleClickAndEnterInTheListSelect) {
-  for (bool byKeyboard : {false, true}) {
+// Several matches fill the list; a click shows the line's type text, and Select, a double click or
+// Enter take the line.
+TEST_F(ImportDialogTest, SeveralMatchesFillTheListToChooseFrom) {
+  for (int way = 0; way < 3; ++way) {
     ImportDialog d(db);
-    d.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&d));
-    QApplication::setActiveWindow(&d);
-    QTest::keyClicks(Find<InputBox>(d, "inICAO"), "LAR");
-    d.search();
+    Open(d, "LAM");
     auto* list = Find<QListWidget>(d, "ListICAO");
-    ASSERT_EQ(list->count(), 5);
-    if (byKeyboard) {
-      EXPECT_TRUE(list->hasFocus());
+    auto* select = Find<QPushButton>(d, "cmdSelect");
+    EXPECT_FALSE(select->isEnabled());
+    Click(d, "cmdSearch");
+    ASSERT_EQ(list->count(), 3);
+    EXPECT_EQ(list->item(2)->text().toStdString(), ListLine(db.Record(First("LAM") + 2)));
+    EXPECT_EQ(list->currentRow(), 0);
+    EXPECT_TRUE(select->isEnabled());
+    const QPoint p = list->visualItemRect(list->item(1)).center();
+    if (way == 2) {
       QTest::keyClick(list, Qt::Key_Down);
       QTest::keyClick(list, Qt::Key_Return);
     } else {
-      const QPoint p = list->visualItemRect(list->item(1)).center();
       QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, p);
-      QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, p);
+      EXPECT_EQ(Text(d, "lblInfo").toStdString(), TypeText(db.Record(First("LAM") + 1)));
+      if (way == 0) Click(d, "cmdSelect");
+      else QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, p);
     }
-    EXPECT_EQ(d.result(), QDialog::Accepted) << byKeyboard;
-    EXPECT_EQ(d.selectedRecord(), db.FindIdent("LAR").first + 1) << byKeyboard;
+    EXPECT_EQ(d.result(), QDialog::Accepted) << way;
+    EXPECT_EQ(d.selectedRecord(), First("LAM") + 1) << way;
   }
 }
 
 TEST_F(ImportDialogTest, NotFoundAndExit) {
   ImportDialog d(db);
-  d.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&d));
-  auto* box = Find<InputBox>(d, "inICAO");
-  auto* search = Find<QPushButton>(d, "cmdSearch");
-  EXPECT_FALSE(search->isEnabled());  // nothing to search for yet
-  QTest::keyClicks(box, "E-G!");      // only letters and digits are typed
-  EXPECT_EQ(box->text(), "EG");
-  QTest::mouseClick(search, Qt::LeftButton);  // "EG" does not find "EGLL"
-  EXPECT_EQ(Find<QLabel>(d, "lblInfo")->text(), "..Not found..");
+  Open(d, "");
+  EXPECT_FALSE(Find<QPushButton>(d, "cmdSearch")->isEnabled());  // nothing to search for yet
+  QTest::keyClicks(Find<InputBox>(d, "inICAO"), "EG");
+  Click(d, "cmdSearch");  // "EG" does not find "EGLL"
+  EXPECT_EQ(Text(d, "lblInfo"), "..Not found..");
   EXPECT_TRUE(d.isVisible());
-  QTest::keyClicks(box, "L");
-  EXPECT_TRUE(Find<QLabel>(d, "lblInfo")->text().isEmpty());
-  QTest::mouseClick(Find<QPushButton>(d, "cmdExit"), Qt::LeftButton);
+  QTest::keyClicks(Find<InputBox>(d, "inICAO"), "L");
+  EXPECT_TRUE(Text(d, "lblInfo").isEmpty());
+  Click(d, "cmdExit");
   EXPECT_EQ(d.result(), QDialog::Rejected);
   EXPECT_EQ(d.selectedRecord(), 0);
 }
@@ -125,7 +95,6 @@ TEST_F(ImportDialogTest, NotFoundAndExit) {
 TEST_F(ImportDialogTest, ShellHooksOpenTheDatabaseAndNameIt) {
   InstallNavDBHooks();
   const ShellHooks& h = Hooks();
-  ASSERT_TRUE(h.openDatabase && h.checkDatabase && h.loadDatabase && h.databaseDisplayName);
   EXPECT_TRUE(h.openDatabase(NORVANE_SAMPLE_DB));
   EXPECT_TRUE(NavDBActive());
   EXPECT_EQ(h.databaseDisplayName(), "sample (0001)");
@@ -140,61 +109,40 @@ TEST_F(ImportDialogTest, ShellHooksOpenTheDatabaseAndNameIt) {
   EXPECT_FALSE(h.checkDatabase(""));
   EXPECT_FALSE(h.loadDatabase());
   // The sample beside the executables is offered when the settings name none.
-  const std::string buildDir = std::string(NORVANE_SAMPLE_DB).substr(0, std::string(NORVANE_SAMPLE_DB).rfind('/'));
-  EXPECT_EQ(SampleDatabasePath(buildDir), NORVANE_SAMPLE_DB);
+  EXPECT_EQ(SampleDatabasePath(fs::path(NORVANE_SAMPLE_DB).parent_path().string()), NORVANE_SAMPLE_DB);
   EXPECT_EQ(SampleDatabasePath("/nonexistent"), "");
+  Hooks() = ShellHooks{};
 }
 
+// Checked at start-up, then cut short (or deleted) before the first tick loads it: the menu says
+// there is no database and why (tool tip and Options screen), an import says so instead of opening,
+// and the settings forget a refused file but keep a missing one (a disk unplugged).
 TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
-  namespace fs = std::filesystem;
-  const fs::path dir = fs::temp_directory_path() / ("norvane-import-live-" + std::to_string(::getpid()));
-  fs::create_directories(dir);
-  const fs::path file = dir / "live.dat";
-  const auto cut = [&] { std::ofstream(file, std::ios::binary | std::ios::trunc) << std::string(100, '\x7f'); };
+  const TempDir dir;
+  const fs::path file = dir.path / "live.dat";
   Hooks() = ShellHooks{};
   InstallNavDBHooks();
   const ShellHooks& h = Hooks();
-
-  // Loaded, then the file is cut short and deleted: searches answer from the loaded copy.
-  fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
-  ASSERT_TRUE(h.openDatabase(file.string()));
-  cut();
-  {
-    ImportDialog d(ActiveNavDB());
-    d.show();
-    Find<InputBox>(d, "inICAO")->setText("LAM");
-    d.search();
-    EXPECT_EQ(Find<QListWidget>(d, "ListICAO")->count(), 3);
-    fs::remove(file);
-    Find<InputBox>(d, "inICAO")->setText("EGLL");
-    d.search();
-    ASSERT_EQ(d.result(), QDialog::Accepted);
-    EXPECT_EQ(ListLine(ActiveNavDB().Record(d.selectedRecord())), "EGLL  APTN51\u00b028' W000\u00b028' ");
-  }
-
-  // Checked at start-up, then cut short (or deleted) before the first tick loads it: the menu
-  // says there is no database and why (tool tip and Options screen), an import says so instead of
-  // opening, and the settings forget a refused file but keep a missing one (a disk unplugged).
-  App().appPath = dir.string() + "/";
+  App().appPath = dir.path.string() + "/";
   for (const bool deleteIt : {false, true}) {
     fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
     App().settings.DBPath = file.string();
     ASSERT_TRUE(h.checkDatabase(file.string()));
     if (deleteIt) fs::remove(file);
-    else cut();
+    else std::ofstream(file, std::ios::binary | std::ios::trunc) << std::string(100, '\x7f');
     const ScreenRegistry none;
     MainMenu menu(none);
     menu.firstTick();
-    const QString why = deleteIt ? "live.dat: file not found" : "live.dat: file length 100 is not a multiple of 12";
     EXPECT_EQ(menu.labelDB()->text(), "No waypoint DB") << deleteIt;
-    EXPECT_EQ(menu.labelDB()->toolTip(), "Click to choose the waypoint database\n" + why);
+    const QString why = menu.labelDB()->toolTip().section('\n', 1);
+    EXPECT_EQ(why, deleteIt ? "live.dat: file not found" : "live.dat: file length 100 is not a multiple of 12");
     EXPECT_EQ(App().settings.DBPath, deleteIt ? file.string() : "") << deleteIt;
     EXPECT_FALSE(NavDBActive());
     EXPECT_EQ(ImportWaypoint(nullptr, {}, {}), ImportOutcome::NoDatabase);
     OptionsScreen options;
-    EXPECT_EQ(options.findChild<QLabel*>("LblDBName")->text(), "No active valid database");
-    EXPECT_EQ(options.findChild<QLabel*>("LblDBReason")->text(), why);
+    EXPECT_EQ(Text(options, "LblDBReason"), why);
   }
   Hooks() = ShellHooks{};
-  fs::remove_all(dir);
 }
+
+}  // namespace

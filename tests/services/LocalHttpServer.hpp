@@ -2,11 +2,15 @@
 // A real HTTP server on 127.0.0.1 for the network tests (cpp-httplib on its own threads), with
 // a request counter and a way to release handlers that stall on purpose.
 
+#include <gtest/gtest.h>
 #include <httplib.h>
 #include <sodium.h>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QTcpServer>
+#include <QTemporaryDir>
 
 #include <atomic>
 #include <chrono>
@@ -16,18 +20,16 @@
 #include <thread>
 #include <utility>
 
+#include "services/ServerAddresses.hpp"
+#include "services/UpdateInfo.hpp"
+#include "services/UpdateSignature.hpp"
+
 namespace norvane::test {
 
 class LocalHttpServer {
  public:
   LocalHttpServer() {
     server_.set_keep_alive_max_count(1);
-    server_.set_error_handler([](const httplib::Request&, httplib::Response& res) {
-      if (res.body.empty())
-        res.set_content("<html><head><title>" + std::to_string(res.status) +
-                            "</title></head><body><h1>Not Found</h1></body></html>\n",
-                        "text/html");
-    });
     server_.set_pre_routing_handler([this](const httplib::Request&, httplib::Response&) {
       ++requests_;
       return httplib::Server::HandlerResponse::Unhandled;
@@ -36,15 +38,18 @@ class LocalHttpServer {
   ~LocalHttpServer() { Stop(); }
 
   httplib::Server& Routes() { return server_; }
+  // Answers GET `path` with *body as it is when the request comes.
+  void Serve(const std::string& path, const std::string* body) {
+    server_.Get(path, [body](const httplib::Request&, httplib::Response& res) { res.set_content(*body, "text/plain"); });
+  }
 
   // Starts listening on a free port of 127.0.0.1; returns "http://127.0.0.1:PORT".
   std::string Start() {
     port_ = server_.bind_to_any_port("127.0.0.1");
     thread_ = std::thread([this] { server_.listen_after_bind(); });
     while (!server_.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return Url();
+    return "http://127.0.0.1:" + std::to_string(port_);
   }
-  std::string Url() const { return "http://127.0.0.1:" + std::to_string(port_); }
 
   void Stop() {
     Release();
@@ -101,20 +106,60 @@ inline std::string RefusingUrl() {
   return "http://127.0.0.1:" + std::to_string(port);
 }
 
-// An update manifest naming `file`, and its detached signature under `secretKey`.
-inline std::pair<std::string, std::string> SignedManifest(const std::string& version, const std::string& platform,
-                                                          const std::string& file, const unsigned char* secretKey) {
-  unsigned char digest[crypto_hash_sha256_BYTES];
-  crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(file.data()), file.size());
-  char hex[2 * sizeof digest + 1];
-  sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
-  const std::string manifest = "Norvane update manifest 1\nversion: " + version + "\nplatform: " + platform +
-                               "\nsize: " + std::to_string(file.size()) + "\nsha256: " + hex + "\n";
-  std::string sig(crypto_sign_BYTES, '\0');
-  crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr,
-                       reinterpret_cast<const unsigned char*>(manifest.data()), manifest.size(), secretKey);
-  return {manifest, sig};
-}
+// An update server on 127.0.0.1 and a program folder holding an old "norvane": the version file,
+// the new executable and its manifest, signed with a throwaway key trusted meanwhile.
+struct UpdateSite {
+  UpdateSite() {
+    if (sodium_init() < 0) std::abort();
+    crypto_sign_keypair(publicKey.data(), secretKey);
+    norvane::testing::SetTrustedUpdateKey(publicKey);
+    server.Serve("/u/NorvaneVerInfo.txt", &version);
+    server.Serve("/u/Norvane.manifest", &manifest);
+    server.Serve("/u/Norvane.manifest.sig", &signature);  // empty: unsigned
+    server.Routes().Get("/u/Norvane.new", [this](const httplib::Request&, httplib::Response& res) {
+      if (drip) server.Drip(res, 5);
+      else res.set_content(served, "application/octet-stream");
+    });
+    qputenv(kUpdateUrlVariable, QByteArray::fromStdString(server.Start() + "/u"));
+    QFile f(executable);
+    if (!f.open(QIODevice::WriteOnly) || f.write("old executable") != 14) std::abort();
+  }
+  ~UpdateSite() {
+    server.Stop();
+    qunsetenv(kUpdateUrlVariable);
+    norvane::testing::SetTrustedUpdateKey(std::nullopt);
+  }
+  // Serves `file` as Norvane.new under a manifest of `version` for `platform` describing `described`.
+  void Publish(int16_t v, const std::string& platform, const std::string& file, const std::string& described) {
+    unsigned char digest[crypto_hash_sha256_BYTES];
+    crypto_hash_sha256(digest, reinterpret_cast<const unsigned char*>(described.data()), described.size());
+    char hex[2 * sizeof digest + 1];
+    sodium_bin2hex(hex, sizeof hex, digest, sizeof digest);
+    served = file;
+    manifest = "Norvane update manifest 1\nversion: " + VersionText(v) + "\nplatform: " + platform +
+               "\nsize: " + std::to_string(described.size()) + "\nsha256: " + hex + "\n";
+    signature = Sign(manifest, secretKey);
+  }
+  static std::string Sign(const std::string& text, const unsigned char* key) {
+    std::string sig(crypto_sign_BYTES, '\0');
+    crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr,
+                         reinterpret_cast<const unsigned char*>(text.data()), text.size(), key);
+    return sig;
+  }
+  std::string Text(const char* name) const {
+    QFile f(folder.filePath(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll().toStdString() : "<missing>";
+  }
+  QStringList Files() const { return QDir(folder.path()).entryList(QDir::Files, QDir::Name); }
+
+  LocalHttpServer server;
+  UpdatePublicKey publicKey{};
+  unsigned char secretKey[crypto_sign_SECRETKEYBYTES]{};
+  std::string version, served, manifest, signature;
+  bool drip = false;  // Norvane.new a byte every 2 s
+  QTemporaryDir folder;
+  const QString executable = folder.filePath("norvane");
+};
 
 // Gives the tests of one binary a QCoreApplication (gtest_main owns main()).
 class QtEnvironment : public ::testing::Environment {

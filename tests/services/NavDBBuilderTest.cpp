@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 using namespace norvane;
@@ -9,6 +10,13 @@ using namespace norvane;
 namespace {
 
 int32_t Tenths(double deg) { return int32_t(std::lround(deg * 36000)); }
+
+// airports, VORs, NDBs, intersections, bad identifiers, duplicates, other types, unreadable rows
+using Counts = std::array<int64_t, 8>;
+Counts Stats(const NavDBBuilder& b) {
+  const NavDBBuildStats& s = b.Stats();
+  return {s.airports, s.vors, s.ndbs, s.intersections, s.badIdentifiers, s.duplicates, s.otherTypes, s.unreadableRows};
+}
 
 std::vector<WaypointRecord> Find(const std::vector<WaypointRecord>& records, const char* id) {
   std::vector<WaypointRecord> out;
@@ -35,10 +43,7 @@ TEST(NavDBBuilder, OurAirportsCsvWithQuotesCommasAndNewlinesInFields) {
   ASSERT_EQ(b.AddText(csv, "airports.csv"), "");
   const auto records = b.Build();
   ASSERT_EQ(records.size(), 3u);
-  EXPECT_EQ(b.Stats().airports, 3);
-  EXPECT_EQ(b.Stats().otherTypes, 1);      // closed
-  EXPECT_EQ(b.Stats().badIdentifiers, 2);  // US-0001 and ab
-  EXPECT_EQ(b.Stats().unreadableRows, 1);  // BAD1
+  EXPECT_EQ(Stats(b), (Counts{3, 0, 0, 0, 2, 0, 1, 1}));  // US-0001 and ab; closed; BAD1
   // Sorted by code: AB, EDBM, ENEV.
   EXPECT_EQ(IdentFromCode(RecordCode(records[0])), "AB");
   EXPECT_EQ(LatTenths(records[0]), Tenths(-45.25));
@@ -63,9 +68,7 @@ TEST(NavDBBuilder, NavaidTypesAndFrequencies) {
   NavDBBuilder b;
   ASSERT_EQ(b.AddText(csv, "navaids.csv"), "");
   const auto records = b.Build();
-  EXPECT_EQ(b.Stats().vors, 3);
-  EXPECT_EQ(b.Stats().ndbs, 3);
-  EXPECT_EQ(b.Stats().otherTypes, 2);
+  EXPECT_EQ(Stats(b), (Counts{0, 3, 3, 0, 0, 0, 2, 0}));
   const auto lam = Find(records, "LAM");
   ASSERT_EQ(lam.size(), 2u);
   EXPECT_EQ(TypeText(lam[0]), "VOR - Frequency 115.60");
@@ -91,9 +94,7 @@ TEST(NavDBBuilder, DuplicatesOfIdentifierAndTypeAtTheSamePlaceAreDropped) {
   b.Add(WaypointType::Intersection, "TOOLONG", 0.0, 0.0, 0);
   b.Add(WaypointType::Airport, "ABCD", 91.0, 0.0, 0);
   const auto records = b.Build();
-  EXPECT_EQ(b.Stats().duplicates, 4);
-  EXPECT_EQ(b.Stats().badIdentifiers, 1);
-  EXPECT_EQ(b.Stats().unreadableRows, 1);
+  EXPECT_EQ(Stats(b), (Counts{0, 3, 1, 3, 1, 4, 0, 1}));
   const auto abc = Find(records, "ABC");
   ASSERT_EQ(abc.size(), 4u);
   // The first one read is kept, with its frequency.
@@ -126,12 +127,7 @@ TEST(NavDBBuilder, XPlaneFixAndNavFiles) {
   ASSERT_EQ(b.AddText(fix, "earth_fix.dat"), "");
   ASSERT_EQ(b.AddText(nav, "earth_nav.dat"), "");
   const auto records = b.Build();
-  EXPECT_EQ(b.Stats().intersections, 2);
-  EXPECT_EQ(b.Stats().badIdentifiers, 1);
-  EXPECT_EQ(b.Stats().unreadableRows, 1);
-  EXPECT_EQ(b.Stats().ndbs, 1);
-  EXPECT_EQ(b.Stats().vors, 1);
-  EXPECT_EQ(b.Stats().otherTypes, 2);  // ILS and DME rows
+  EXPECT_EQ(Stats(b), (Counts{0, 1, 1, 2, 1, 0, 2, 1}));  // other types: ILS and DME rows
   const auto sydny = Find(records, "SYDNY").at(0);
   EXPECT_EQ(TypeText(sydny), "Intersection");
   EXPECT_EQ(LatTenths(sydny), Tenths(-33.859444444));

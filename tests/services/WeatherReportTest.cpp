@@ -14,13 +14,8 @@ TEST(WeatherReport, StationFileAddress) {
 }
 
 TEST(WeatherReport, IcaoCodes) {
-  struct Row {
-    const char* code;
-    bool ok;
-  };
-  for (const Row& r : {Row{"EGLL", true}, Row{"KJFK", true}, Row{"EGL", false}, Row{"EGLLX", false},
-                       Row{"egll", false}, Row{"EG1L", false}, Row{"", false}, Row{"EG L", false}})
-    EXPECT_EQ(IsIcaoCode(r.code), r.ok) << r.code;
+  for (const char* code : {"EGLL", "KJFK"}) EXPECT_TRUE(IsIcaoCode(code)) << code;
+  for (const char* code : {"EGL", "EGLLX", "egll", "EG1L", "", "EG L"}) EXPECT_FALSE(IsIcaoCode(code)) << code;
 }
 
 TEST(WeatherReport, ReadsStationFilesOfTheCurrentYear) {
@@ -66,8 +61,10 @@ TEST(WeatherReport, ReadsStationFilesOfTheCurrentYear) {
 }
 
 TEST(WeatherReport, Texts) {
-  EXPECT_EQ(WeatherErrorText(3), "Invalid URL");
-  EXPECT_EQ(WeatherErrorText(5), "Unable to get weather data\r\n(unknown location or no available weather data)");
+  const std::pair<int, const char*> rows[] = {
+      {1, "No Internet connection"}, {3, "Invalid URL"}, {4, "Read data error"},
+      {5, "Unable to get weather data\r\n(unknown location or no available weather data)"}};
+  for (const auto& [code, text] : rows) EXPECT_EQ(WeatherErrorText(code), text) << code;
   WeatherResult ok;
   ok.recorded = "2025/03/14 09:50";
   EXPECT_EQ(RecordedText(ok), "Recorded: 2025/03/14 09:50");

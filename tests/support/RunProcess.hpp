@@ -102,4 +102,13 @@ inline ShellResult RunShell(const std::string& commandLine) {
   return r;
 }
 
+#ifdef NORVANE_CLI
+// norvane-cli from a command line as a shell reads it (quotes allowed), standard error after
+// standard output, `stdinText` piped in.
+inline ShellResult RunCliLine(const std::string& args, const std::string& stdinText = "") {
+  const std::string pipe = stdinText.empty() ? "" : "printf '%s' " + ShellQuote(stdinText) + " | ";
+  return RunShell(pipe + ShellQuote(NORVANE_CLI) + " " + args + " 2>&1");
+}
+#endif
+
 }  // namespace norvane::test

@@ -1,19 +1,14 @@
 // libFuzzer target: the METAR/TAF decoder on garbage, truncated and enormous input. Every group of
 // a report is either decoded or listed as not decoded, and the decoded view and JSON always come out.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "services/MetarDecoder.hpp"
+#include "FuzzSupport.hpp"
 
 using namespace norvane;
-
-namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-}  // namespace
+using norvane::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);

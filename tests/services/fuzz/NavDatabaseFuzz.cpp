@@ -6,19 +6,16 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include "services/NavDatabase.hpp"
+#include "FuzzSupport.hpp"
 
 using namespace norvane;
+using norvane::fuzz::Require;
 
 namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-
 // The same bytes as a file, read by the file path; its verdict must be the in-memory one.
 void RequireSameFromFile(const uint8_t* data, size_t size, const NavDatabase& memory) {
   static const std::string path =

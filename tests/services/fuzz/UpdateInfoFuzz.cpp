@@ -4,31 +4,16 @@
 // once any byte of it changes.
 #include <sodium.h>
 
-#include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "services/UpdateInfo.hpp"
 #include "services/UpdateSignature.hpp"
+#include "FuzzSupport.hpp"
 
 using namespace norvane;
-
-namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-
-struct KeyPair {
-  UpdatePublicKey pk{};
-  std::array<unsigned char, crypto_sign_SECRETKEYBYTES> sk{};
-  KeyPair() {
-    Require(sodium_init() >= 0);
-    crypto_sign_keypair(pk.data(), sk.data());
-  }
-};
-}  // namespace
+using norvane::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
@@ -47,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const size_t fileSize = size > kUpdateSignatureSize ? size - kUpdateSignatureSize : 0;
   Require(!VerifyUpdateSignature(file, fileSize, sig, TrustedUpdateKey()));
 
-  static const KeyPair keys;
+  static const fuzz::TestKeyPair keys;
   std::string good(kUpdateSignatureSize, '\0');
   crypto_sign_detached(reinterpret_cast<unsigned char*>(good.data()), nullptr, data, size, keys.sk.data());
   Require(VerifyUpdateSignature(data, size, good, keys.pk));

@@ -3,32 +3,16 @@
 // verifying when any byte of it changes.
 #include <sodium.h>
 
-#include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "services/UpdateInfo.hpp"
 #include "services/UpdateManifest.hpp"
+#include "FuzzSupport.hpp"
 
 using namespace norvane;
-
-namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-
-struct KeyPair {
-  UpdatePublicKey pk{};
-  std::array<unsigned char, crypto_sign_SECRETKEYBYTES> sk{};
-  KeyPair() {
-    Require(sodium_init() >= 0);
-    crypto_sign_keypair(pk.data(), sk.data());
-  }
-};
-
-}  // namespace
+using norvane::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
@@ -47,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Require(!ReadSignedManifest(text.substr(kUpdateSignatureSize), text.substr(0, kUpdateSignatureSize),
                                 TrustedUpdateKey()));
 
-  static const KeyPair keys;
+  static const fuzz::TestKeyPair keys;
   std::string sig(kUpdateSignatureSize, '\0');
   crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr, data, size, keys.sk.data());
   Require(ReadSignedManifest(text, sig, keys.pk).has_value() == m.has_value());

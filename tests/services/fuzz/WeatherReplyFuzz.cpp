@@ -2,19 +2,16 @@
 // either refused with code 5 or split into the recorded line and a report of non-empty lines without
 // leading blanks, both valid UTF-8 without a control character but the line feeds, whatever the bytes.
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 #include "services/ServerText.hpp"
 #include "services/WeatherReport.hpp"
+#include "FuzzSupport.hpp"
 
 using namespace norvane;
+using norvane::fuzz::Require;
 
 namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-
 bool FitToShow(std::string_view s) {
   if (!IsValidUtf8(s)) return false;
   for (size_t i = 0; i < s.size(); ++i) {
