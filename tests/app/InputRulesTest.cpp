@@ -20,36 +20,12 @@ BoxState Box(std::u16string text, int maxLength, int caret = -1, int sel = 0) {
 }  // namespace
 
 TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
-  const char16_t comma = u',', dot = u'.';
-  // Digits everywhere but letters-only.
-  EXPECT_EQ(FilterKey(Box(u"", 4), u'7', KeyMode::UnsignedInt, false, dot), u'7');
-  EXPECT_EQ(FilterKey(Box(u"", 4), u'7', KeyMode::Letters, false, dot), 0);
-  // Control characters pass, even into a full box.
-  EXPECT_EQ(FilterKey(Box(u"1234", 4), 8, KeyMode::UnsignedInt, false, dot), 8);
-  // Full box swallows unless something is selected.
-  EXPECT_EQ(FilterKey(Box(u"1234", 4), u'5', KeyMode::UnsignedInt, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"1234", 4, 0, 4), u'5', KeyMode::UnsignedInt, false, dot), u'5');
-  // Maximum length 0 refuses every printable key while empty.
-  EXPECT_EQ(FilterKey(Box(u"", 0), u'1', KeyMode::SignedReal, false, dot), 0);
-  // Letters.
-  EXPECT_EQ(FilterKey(Box(u"", 5), u'A', KeyMode::SignedReal, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"", 5), u'A', KeyMode::Letters, false, dot), u'A');
-  EXPECT_EQ(FilterKey(Box(u"", 5), u'q', KeyMode::LettersDigits, true, dot), u'Q');
-  EXPECT_EQ(FilterKey(Box(u"", 5), u'q', KeyMode::Letters, false, dot), u'q');
-  // Minus: signed modes, caret at 0, only once.
-  EXPECT_EQ(FilterKey(Box(u"12", 6, 0), u'-', KeyMode::SignedReal, false, dot), u'-');
-  EXPECT_EQ(FilterKey(Box(u"12", 6, 1), u'-', KeyMode::SignedReal, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"-12", 6, 0), u'-', KeyMode::SignedInt, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"", 6), u'-', KeyMode::UnsignedReal, false, dot), 0);
-  // Either separator key types the locale's; room must be left for a digit.
-  EXPECT_EQ(FilterKey(Box(u"1234", 6), u',', KeyMode::SignedReal, false, dot), dot);
-  EXPECT_EQ(FilterKey(Box(u"1234", 6), u'.', KeyMode::SignedReal, false, comma), comma);
-  EXPECT_EQ(FilterKey(Box(u"12345", 6), u',', KeyMode::SignedReal, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"1.2", 6), u'.', KeyMode::UnsignedReal, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"12", 6), u'.', KeyMode::SignedInt, false, dot), 0);
-  // Anything else.
-  EXPECT_EQ(FilterKey(Box(u"", 6), u'+', KeyMode::SignedReal, false, dot), 0);
-  EXPECT_EQ(FilterKey(Box(u"", 6), u' ', KeyMode::LettersDigits, false, dot), 0);
+  const auto key = [](const std::string& k) -> char16_t { return k == "BS" ? 8 : k == "SP" ? u' ' : k.empty() ? 0 : k[0]; };
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "key")) {
+    const std::u16string text(r[0].begin(), r[0].end());
+    const BoxState box = Box(text, int(r.Num(1)), int(r.Num(2)), int(r.Num(3)));
+    EXPECT_EQ(FilterKey(box, key(r[4]), KeyMode(r.Num(5)), r[6] == "yes", key(r[7])), key(r[8])) << r.where;
+  }
 }
 
 // A "-" over a selected "-2.6" was refused (-3 became +3); pasted "egll" stayed lower case.

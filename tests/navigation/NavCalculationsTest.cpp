@@ -10,8 +10,11 @@
 
 #include "app/Angles.hpp"
 #include "app/TextFormat.hpp"
+#include "support/Golden.hpp"
 
 using namespace norvane;
+using norvane::test::GoldenRow;
+using norvane::test::ReadGolden;
 
 namespace {
 
@@ -46,25 +49,13 @@ std::pair<GeoPoint, double> VectorIntersection(double lat1, double lon1, double 
 }  // namespace
 
 TEST(TracksAndDistance, EdgeCasesOfTheScreen) {
-  // nullptr: not checked here (the ellipsoid and rhumb line of the antipodes are the model's tests).
-  struct Row { double lat1, lon1, lat2, lon2; DistanceUnit unit; std::array<const char*, 9> texts; };
-  const Row rows[] = {
-      // Identical points: distances 0, every track ND.
-      {45.5, 7.25, 45.5, 7.25, DistanceUnit::Nm, {"0", "ND", "ND", "0", "ND", "ND", "0", "ND", "ND"}},
-      // Antipodes on the sphere (reachable by the model, not by the screen's boxes).
-      {10, 0, -10, 180, DistanceUnit::Nm, {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, "10800", "ND", "ND"}},
-      // Due north along a meridian: RL and SPH 360.0, GC 000.0; 10 degrees are 600 NM on the sphere.
-      {0, 20, 10, 20, DistanceUnit::Nm, {"597.1", "000.0", "000.0", "600.0", "360.0", "360.0", "600.0", "360.0", "360.0"}},
-      // Due south in km: 600 NM = 1111.2 km.
-      {10, -20, 0, -20, DistanceUnit::Km, {"1106", "180.0", "180.0", "1111", "180.0", "180.0", "1111", "180.0", "180.0"}},
-  };
-  for (const Row& r : rows) {
-    const TracksResult t = ComputeTracks(r.lat1, r.lon1, r.lat2, r.lon2, nullptr);
-    const Texts texts = TracksTexts(t, r.unit);
-    for (size_t i = 0; i < 9; ++i) {
-      if (!r.texts[i]) continue;
-      EXPECT_EQ(texts[i], r.texts[i]) << r.lat1 << "," << r.lon1 << " cell " << i;
-    }
+  for (const GoldenRow& r : ReadGolden("navigation/data/geodesy.txt", "tracks")) {
+    const TracksResult t = ComputeTracks(r.Num(0), r.Num(1), r.Num(2), r.Num(3), nullptr);
+    const Texts texts = TracksTexts(t, r[4] == "km" ? DistanceUnit::Km : DistanceUnit::Nm);
+    for (size_t i = 0; i < 9; ++i)
+      if (r[5 + i] != "-") {
+        EXPECT_EQ(texts[i], r[5 + i]) << r.where << " cell " << i;
+      }
   }
 }
 
@@ -167,30 +158,16 @@ TEST(RadialIntersection, FormularyExampleAndDegenerateSetUps) {
   EXPECT_EQ(IntersectionText(reo.lat, false).substr(0, 6), "N43 34");
   EXPECT_EQ(IntersectionText(reo.lon, true).substr(0, 7), "W116 11");
 
-  struct Row { double lat1, lon1, crs1, lat2, lon2, crs2; const char* lat; const char* lon; };
-  const Row rows[] = {
-      // Both radials along the line of the points, towards each other's far side: infinitely many.
-      {0, 0, 90, 0, 10, 90, "Not calculable", "Not calculable"},
-      // Diverging: one to each side of the line joining the points.
-      {0, 0, 45, 0, 10, 135, "Not calculable", "Not calculable"},
-      // Coincident points.
-      {10, 10, 45, 10, 10, 90, "Not calculable", "Not calculable"},
-      // Two northbound meridians meet at the north pole: latitude only.
-      {10, 0, 360, 20, 90, 0, "N90 00 00.00", "Not calculable"},
-      // Two southbound meridians at the south pole.
-      {-10, -30, 180, -40, 60, 180, "S90 00 00.00", "Not calculable"},
-      // Clear crossing across the date line.
-      {0, 179, 45, 1, -179, 315, nullptr, nullptr},
-  };
-  for (const Row& r : rows) {
-    const GeoPoint p = RadialIntersection(r.lat1, r.lon1, r.crs1, r.lat2, r.lon2, r.crs2);
-    if (r.lat) {
-      EXPECT_EQ(IntersectionText(p.lat, false), r.lat) << r.lat1 << "," << r.lon1;
-      EXPECT_EQ(IntersectionText(p.lon, true), r.lon) << r.lat1 << "," << r.lon1;
+  for (const GoldenRow& r : ReadGolden("navigation/data/geodesy.txt", "intersection")) {
+    const double in[6] = {r.Num(0), r.Num(1), r.Num(2), r.Num(3), r.Num(4), r.Num(5)};
+    const GeoPoint p = RadialIntersection(in[0], in[1], in[2], in[3], in[4], in[5]);
+    if (r[6] == "vector") {
+      const GeoPoint v = VectorIntersection(in[0], in[1], in[2], in[3], in[4], in[5]).first;
+      EXPECT_NEAR(p.lat, v.lat, 1e-9) << r.where;
+      EXPECT_NEAR(p.lon, v.lon, 1e-9) << r.where;
     } else {
-      const GeoPoint v = VectorIntersection(r.lat1, r.lon1, r.crs1, r.lat2, r.lon2, r.crs2).first;
-      EXPECT_NEAR(p.lat, v.lat, 1e-9);
-      EXPECT_NEAR(p.lon, v.lon, 1e-9);
+      EXPECT_EQ(IntersectionText(p.lat, false), r[6]) << r.where;
+      EXPECT_EQ(IntersectionText(p.lon, true), r[7]) << r.where;
     }
   }
 }

@@ -11,13 +11,12 @@
 #include <vector>
 
 #include "cli/GeodesyBatch.hpp"
+#include "services/fuzz/FuzzSupport.hpp"
 
 using namespace norvane::cli;
 
 namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
+using norvane::fuzz::Require;
 
 std::vector<std::string_view> Split(std::string_view s, char sep) {
   std::vector<std::string_view> parts;

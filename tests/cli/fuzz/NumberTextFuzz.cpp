@@ -11,13 +11,12 @@
 
 #include "app/InputRules.hpp"
 #include "cli/CliSupport.hpp"
+#include "services/fuzz/FuzzSupport.hpp"
 
 using namespace norvane;
 
 namespace {
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
+using norvane::fuzz::Require;
 
 // Only an optional sign, digits and at most one point, with at least one digit.
 bool PlainDecimal(std::string_view s) {
