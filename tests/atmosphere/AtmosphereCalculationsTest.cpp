@@ -6,46 +6,37 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Golden.hpp"
+
 #include "atmosphere/StandardAtmosphere.hpp"
 
 using namespace norvane;
 
-namespace {
-std::vector<std::string> Texts(const AtmosphereDataResult& r) {
-  std::vector<std::string> out;
-  for (const ShownValue& v : r.results) out.push_back(v.text);
-  return out;
-}
-}  // namespace
-
-// Atmosphere data: input and the seven texts the screen shows (temperature, pressure, density,
-// speed of sound, theta, delta, sigma).
-TEST(AtmosphereData, ResultTexts) {
-  struct Row {
-    const char* what;
-    AtmosphereDataInput in;
-    std::vector<std::string> texts;
-  };
-  const Row rows[] = {
-      {"sea level, standard", {0, false, false, 0, 1013.25, false, false},
-       {"15.0", "1013.250", "1.224999", "1225.1", "1.0000000", "1.0000000", "1.0000000"}},
-      {"tropopause, geopotential", {11000, false, true, 0, 1013.25, false, false},
-       {"-56.5", "226.321", "0.363918", "1062.3", "0.7518653", "0.2233611", "0.2970759"}},
-      {"sea level, US units", {0, true, false, 0, 1013.25, true, false},
-       {"59.0", "29.9213", "0.0023769", "661.5", "1.0000000", "1.0000000", "1.0000000"}},
-      {"scientific format", {0, false, false, 0, 1013.25, false, true},
-       {"15.0", "1.0133E+3", "1.2250E+0", "1225.1", "1.0000E+0", "1.0000E+0", "1.0000E+0"}},
-      // 1000 hPa at sea level: pressure and density follow, temperature and sound do not.
-      {"MSLP 1000 hPa", {0, false, false, 0, 1000, false, false},
-       {"15.0", "1000.000", "1.208980", "1225.1", "1.0000000", "0.9869233", "0.9869233"}},
-      // ISA+10: temperature, theta, sigma, density and sound change; pressure and delta do not.
-      {"ISA+10", {0, false, false, 10, 1013.25, false, false},
-       {"25.0", "1013.250", "1.183912", "1246.1", "1.0347041", "1.0000000", "0.9664598"}},
-      // 36089 ft geometric is 10981 m geopotential: still below the tropopause.
-      {"36089 ft geometric", {36089, true, false, 0, 1013.25, false, false},
-       {"-56.4", "227.002", "0.364805", "1062.6", "0.7522956", "0.2240338", "0.2978002"}},
-  };
-  for (const Row& r : rows) EXPECT_EQ(Texts(ComputeAtmosphereData(r.in)), r.texts) << r.what;
+// Every screen's texts, from the golden table.
+TEST(AtmosphereScreens, ResultTexts) {
+  for (const test::GoldenRow& r : test::ReadGolden("atmosphere/data/atmosphere-texts.txt")) {
+    const auto n = [&r](size_t i) { return r.Num(i); };
+    std::vector<std::string> shown;
+    size_t first = 0;  // of the expected texts
+    if (r[0] == "atmosphere") {
+      for (const ShownValue& v : ComputeAtmosphereData({n(1), n(2) != 0, n(3) != 0, n(4), n(5), n(6) != 0, n(7) != 0}).results)
+        shown.push_back(v.text);
+      first = 8;
+    } else if (r[0] == "speed") {
+      const SpeedCalculationResult v = ComputeSpeeds({n(1), static_cast<SpeedInput>(n(2)), n(3), n(4), n(5) != 0});
+      shown = {v.cas.text, v.tas.text, v.mach.text, v.eas.text, v.tat.text, v.q.text};
+      first = 6;
+    } else if (r[0] == "changeover") {
+      const ChangeoverResult c = ComputeChangeover(n(1), n(2));
+      shown = {c.altitude.text, c.flightLevel.text, c.error};
+      first = 3;
+    } else {
+      const DensityAltitudeResult d = ComputeDensityAltitude({n(1), n(2), n(3), n(4), n(5) != 0});
+      shown = {r[6] == "-" ? "-" : d.pressure.text, d.humidity.text, d.densityAltitude.text};
+      first = 6;
+    }
+    EXPECT_EQ(shown, std::vector<std::string>(r.fields.begin() + first, r.fields.end())) << r.where;
+  }
 }
 
 TEST(AtmosphereData, RangesAndScrollTexts) {
@@ -69,49 +60,9 @@ TEST(AtmosphereData, RangesAndScrollTexts) {
   EXPECT_EQ(MslpScrollRange(true).max, 209);  // 32.01 inHg
 }
 
-TEST(SpeedCalculation, ResultTexts) {
-  struct Row {
-    const char* what;
-    SpeedCalculationInput in;
-    const char *cas, *tas, *mach, *eas, *tat, *q;
-  };
-  const Row rows[] = {
-      {"FL0 CAS 250", {0, SpeedInput::CAS, 250, 0, false}, "250", "250", "0.378", "250", "23.2", "10131"},
-      // EAS is M a0 sqrt(sigma) as the screen defines it (with the sea-level sound speed).
-      {"FL350 M0.80", {350, SpeedInput::Mach, 0.80, 0, false}, "272", "461", "0.800", "295", "-26.3", "10681"},
-      {"FL350 TAS 461.135", {350, SpeedInput::TAS, 461.135, 0, false}, "272", "461", "0.800", "295", "-26.3", "10681"},
-      {"FL500 M2.0, supersonic", {500, SpeedInput::Mach, 2.0, 0, false}, "532", "1147", "2.000", "NA", "116.8", "32472"},
-      {"CAS 0", {350, SpeedInput::CAS, 0, 0, false}, "0", "0", "0.000", "0", "-54.3", "0"},
-      {"US units", {0, SpeedInput::CAS, 250, 0, true}, "250", "250", "0.378", "250", "73.8", "211.6"},
-      // ISA+15: same pressure and Mach for the CAS, warmer air, higher TAS and TAT, lower density.
-      {"FL100 CAS 250 ISA+15", {100, SpeedInput::CAS, 250, 15, false}, "250", "297", "0.452", "250", "21.8", "9977"},
-  };
-  for (const Row& r : rows) {
-    const SpeedCalculationResult s = ComputeSpeeds(r.in);
-    EXPECT_EQ(s.cas.text, r.cas) << r.what;
-    EXPECT_EQ(s.tas.text, r.tas) << r.what;
-    EXPECT_EQ(s.mach.text, r.mach) << r.what;
-    EXPECT_EQ(s.eas.text, r.eas) << r.what;
-    EXPECT_EQ(s.tat.text, r.tat) << r.what;
-    EXPECT_EQ(s.q.text, r.q) << r.what;
-  }
+TEST(SpeedCalculation, InputFieldIsTheEnteredValue) {
   // The input quantity's field is the entered value itself.
   EXPECT_EQ(ComputeSpeeds({350, SpeedInput::CAS, 272.4, 0, false}).cas.value, 272.4);
-}
-
-TEST(ChangeoverLevel, ResultTexts) {
-  struct Row { double ias, mach; const char *alt, *fl, *error; };
-  const Row rows[] = {
-      {300, 0.78, "29314", "293", ""},   {250, 0.50, "15351", "154", ""},
-      {250, 0.78, "37426", "374", ""},   {400, 0.50, "NA", "NA", "No calculable changeover level"},
-      {50, 3.00, ">65000", ">650", ""},  {1500, 3.00, "15554", "156", ""},
-  };
-  for (const Row& r : rows) {
-    const ChangeoverResult c = ComputeChangeover(r.ias, r.mach);
-    EXPECT_EQ(c.altitude.text, r.alt) << r.ias << " " << r.mach;
-    EXPECT_EQ(c.flightLevel.text, r.fl) << r.ias << " " << r.mach;
-    EXPECT_EQ(c.error, r.error) << r.ias << " " << r.mach;
-  }
 }
 
 // Saturation vapour pressure over water, Smithsonian Meteorological Tables (hPa).
@@ -122,28 +73,7 @@ TEST(DensityAltitude, SaturationVapourPressureMatchesMeteorologicalTables) {
   for (const Row& r : rows) EXPECT_NEAR(SaturationVapourPressure(r.t) / r.es, 1, 5e-4) << r.t;
 }
 
-TEST(DensityAltitude, ResultTexts) {
-  struct Row {
-    const char* what;
-    DensityAltitudeInput in;
-    const char *pressure, *humidity, *da;
-  };
-  const Row rows[] = {
-      {"saturated", {1013.25, 15, 15, 0, false}, nullptr, "100%", "218"},
-      {"20 C, dew point 10 C", {1013.25, 20, 10, 0, false}, nullptr, "53%", "743"},
-      {"30 C, dew point 20 C", {1013.25, 30, 20, 0, false}, nullptr, "55%", "2020"},
-      {"5000 ft, 30 C, dry", {1013.25, 30, -75, 5000, false}, "843.1", "0%", "7802"},
-      {"US units", {29.92, 86, 50, 5000, true}, "24.896", "29%", "7982"},
-      {"dew point above temperature", {1013.25, 20, 25, 0, false}, nullptr, "100%", "885"},
-  };
-  for (const Row& r : rows) {
-    const DensityAltitudeResult d = ComputeDensityAltitude(r.in);
-    if (r.pressure) {
-      EXPECT_EQ(d.pressure.text, r.pressure) << r.what;
-    }
-    EXPECT_EQ(d.humidity.text, r.humidity) << r.what;
-    EXPECT_EQ(d.densityAltitude.text, r.da) << r.what;
-  }
+TEST(DensityAltitude, StationPressureDewPointAndDryAir) {
   // QNH 1013.25 at sea level: station pressure 1013.25 (shown either side of the tie).
   EXPECT_NEAR(*ComputeDensityAltitude({1013.25, 15, -75, 0, false}).pressure.value, 1013.25, 1e-9);
 

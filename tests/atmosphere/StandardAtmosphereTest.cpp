@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Golden.hpp"
+
 using namespace norvane;
 
 TEST(StandardAtmosphere, LayerOfAltitude) {
@@ -44,40 +46,24 @@ TEST(StandardAtmosphere, ModelTopIsHeldAboveTheTables) {
   EXPECT_EQ(GetAtmosphereLayer(std::nan("")), 7);
 }
 
-// US Standard Atmosphere 1976, Table I (geometric altitude): T (K), p (Pa), rho (kg/m3), as
-// published to 6 and 5 significant digits.
-TEST(StandardAtmosphere, MatchesUsStandardAtmosphere1976Table) {
-  struct Row { double z, T, p, rho; };
-  const Row rows[] = {
-      {0, 288.150, 1.01325e5, 1.2250},     {1000, 281.651, 8.9876e4, 1.1117},
-      {2000, 275.154, 7.9501e4, 1.0066},   {5000, 255.676, 5.4048e4, 7.3643e-1},
-      {10000, 223.252, 2.6500e4, 4.1351e-1}, {15000, 216.650, 1.2111e4, 1.9476e-1},
-      {20000, 216.650, 5.5293e3, 8.8910e-2}, {25000, 221.552, 2.5492e3, 4.0084e-2},
-      {30000, 226.509, 1.1970e3, 1.8410e-2}, {40000, 250.350, 2.8714e2, 3.9957e-3},
-      {50000, 270.650, 7.9779e1, 1.0269e-3}, {60000, 247.021, 2.1959e1, 3.0968e-4},
-      {70000, 219.585, 5.2209e0, 8.2829e-5}, {80000, 198.639, 1.0524e0, 1.8458e-5},
-  };
-  for (const Row& r : rows) {
-    const double H = GeometricToGeopotential(r.z);
+namespace {
+std::vector<test::GoldenRow> Rows(const char* kind) { return test::ReadGolden("atmosphere/data/standard-atmosphere.txt", kind); }
+}  // namespace
+
+TEST(StandardAtmosphere, MatchesPublishedTables) {
+  for (const test::GoldenRow& r : Rows("us1976")) {
+    const double H = GeometricToGeopotential(r.Num(0));
     int16_t layer = kLayerUnknown;
     const double T = GetStdTemperature(H, layer) + 273.15;
     const double delta = GetPressureRatio(H, layer);
-    EXPECT_NEAR(T, r.T, 6e-4) << r.z;
-    EXPECT_NEAR(delta * 101325 / r.p, 1, 1.5e-4) << r.z;
-    EXPECT_NEAR(delta / (T / 288.15) * kRho0 / r.rho, 1, 1.5e-4) << r.z;
+    EXPECT_NEAR(T, r.Num(1), 6e-4) << r.where;
+    EXPECT_NEAR(delta * 101325 / r.Num(2), 1, 1.5e-4) << r.where;
+    EXPECT_NEAR(delta / (T / 288.15) * kRho0 / r.Num(3), 1, 1.5e-4) << r.where;
   }
-}
-
-// ICAO Doc 7488 in feet (pressure altitude): temperature (C) and pressure (hPa).
-TEST(StandardAtmosphere, MatchesIcaoTableInFeet) {
-  struct Row { double ft, t, hPa; };
-  const Row rows[] = {{5000, 5.1, 843.1},   {10000, -4.8, 696.8}, {20000, -24.6, 465.6},
-                      {30000, -44.4, 300.9}, {35000, -54.3, 238.4}, {36089, -56.5, 226.3},
-                      {40000, -56.5, 187.5}, {45000, -56.5, 147.5}};
-  for (const Row& r : rows) {
-    const double H = r.ft * 0.3048;
-    EXPECT_NEAR(GetStdTemperature(H), r.t, 0.05) << r.ft;
-    EXPECT_NEAR(GetPressureRatio(H) * 1013.25, r.hPa, 0.05) << r.ft;
+  for (const test::GoldenRow& r : Rows("icao-ft")) {
+    const double H = r.Num(0) * 0.3048;
+    EXPECT_NEAR(GetStdTemperature(H), r.Num(1), 0.05) << r.where;
+    EXPECT_NEAR(GetPressureRatio(H) * 1013.25, r.Num(2), 0.05) << r.where;
   }
 }
 
@@ -88,36 +74,17 @@ TEST(StandardAtmosphere, GeometricAndGeopotentialAltitude) {
     EXPECT_NEAR(GeopotentialToGeometric(GeometricToGeopotential(z)), z, 1e-9 * (1 + std::fabs(z))) << z;
 }
 
-// Pitot-to-static ratio p0/p = 1 + qc/p: isentropic flow below Mach 1, normal shock (Rayleigh
-// pitot formula) above; NACA Report 1135 tables.
-TEST(StandardAtmosphere, ImpactPressureRatioMatchesCompressibleFlowTables) {
-  struct Row { double M, pitotRatio, tol; };
-  const Row rows[] = {{0, 1, 0},           {0.3, 1.06443, 1e-5}, {0.5, 1.18621, 1e-5}, {0.8, 1.52434, 1e-5},
-                      {1.0, 1.89293, 1e-5}, {1.5, 3.41327, 1e-5}, {2.0, 5.64044, 1e-5}, {3.0, 12.0610, 1e-4}};
-  for (const Row& r : rows) EXPECT_NEAR(ImpactPressureRatio(r.M) + 1, r.pitotRatio, r.tol) << r.M;
+TEST(StandardAtmosphere, ImpactPressureAndAirspeeds) {
+  for (const test::GoldenRow& r : Rows("pitot")) EXPECT_NEAR(ImpactPressureRatio(r.Num(0)) + 1, r.Num(1), r.Num(2)) << r.where;
   // The two branches meet at Mach 1.
   EXPECT_NEAR(ImpactPressureRatio(std::nextafter(1.0, 0.0)), ImpactPressureRatio(1.0), 1e-9);
-}
-
-// Reference speeds: the pitot relations evaluated independently (bisection on p0/p, ISA pressure
-// by hydrostatic integration with R* = 8.31432, M = 0.0289644).
-TEST(StandardAtmosphere, AirspeedConversionsAtAltitude) {
-  struct MachRow { double fl, M, cas, tas; };
-  const MachRow machRows[] = {{350, 0.80, 271.9281, 461.1351}, {300, 0.78, 295.5857, 459.6715},
-                              {100, 0.50, 276.8260, 319.1668}, {500, 2.00, 532.1361, 1147.1388},
-                              {0, 0.50, 330.7394, 330.7394}};
-  for (const MachRow& r : machRows) {
-    const double delta = GetPressureRatio(r.fl * 30.48);
-    EXPECT_NEAR(CASFromMach(r.M, delta), r.cas, 2e-3) << r.fl;
-    EXPECT_NEAR(TASFromMach(r.M, r.fl * 100, 0), r.tas, 2e-3) << r.fl;
+  for (const test::GoldenRow& r : Rows("mach")) {
+    EXPECT_NEAR(CASFromMach(r.Num(1), GetPressureRatio(r.Num(0) * 30.48)), r.Num(2), 2e-3) << r.where;
+    EXPECT_NEAR(TASFromMach(r.Num(1), r.Num(0) * 100, 0), r.Num(3), 2e-3) << r.where;
   }
-  struct CasRow { double fl, cas, M, tas; };
-  const CasRow casRows[] = {{350, 250, 0.7411970, 427.2400}, {300, 300, 0.7906378, 465.9406},
-                            {100, 250, 0.4522749, 288.7023}, {0, 250, 0.3779410, 250.0000},
-                            {200, 800, 1.6764288, 1029.8587}};
-  for (const CasRow& r : casRows) {
-    EXPECT_NEAR(MachFromCAS(r.cas, GetPressureRatio(r.fl * 30.48)), r.M, 1e-7) << r.fl;
-    EXPECT_NEAR(TASFromCAS(r.cas, r.fl * 100, 0), r.tas, 1e-3) << r.fl;
+  for (const test::GoldenRow& r : Rows("cas")) {
+    EXPECT_NEAR(MachFromCAS(r.Num(1), GetPressureRatio(r.Num(0) * 30.48)), r.Num(2), 1e-7) << r.where;
+    EXPECT_NEAR(TASFromCAS(r.Num(1), r.Num(0) * 100, 0), r.Num(3), 1e-3) << r.where;
   }
   // A warmer atmosphere keeps Mach and raises TAS with the speed of sound, sqrt(T).
   const double T350 = GetStdTemperature(350 * 30.48) + 273.15;

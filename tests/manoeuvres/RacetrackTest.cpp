@@ -83,20 +83,6 @@ TEST(Racetrack, CrossHeadAndTailWind) {
   EXPECT_EQ(Solve(360, 100, 90, 120).error, kTooStrongWindText);
 }
 
-TEST(Racetrack, LeftTurnsMirrorRightTurns) {
-  for (double wd : {0, 35, 120, 200, 300}) {
-    const RacetrackResult r = Solve(40, 150, wd, 40, true), l = Solve(40, 150, std::fmod(80 - wd + 360, 360), 40, false);
-    ASSERT_EQ(r.error, "");
-    EXPECT_NEAR(r.value[kRtOutboundCorrection], -l.value[kRtOutboundCorrection], 1e-9) << wd;
-    EXPECT_NEAR(r.value[kRtOutboundTime], l.value[kRtOutboundTime], 1e-9) << wd;
-    ASSERT_EQ(r.track.size(), l.track.size());
-    for (size_t i = 0; i < r.track.size(); ++i) {
-      EXPECT_NEAR(r.track[i].along, l.track[i].along, 1e-9);
-      EXPECT_NEAR(r.track[i].across, -l.track[i].across, 1e-9);
-    }
-  }
-}
-
 // An independent check: the solved pattern, flown step by step, rolls out on the inbound course
 // and comes back to the fix.
 TEST(Racetrack, SimulatedCircuitReturnsToTheFix) {

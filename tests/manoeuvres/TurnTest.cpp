@@ -1,45 +1,28 @@
 #include "manoeuvres/Turn.hpp"
 
 #include <cmath>
+#include <map>
 
 #include <gtest/gtest.h>
 
 #include "app/Angles.hpp"
+#include "support/Golden.hpp"
 
 using namespace norvane;
 
 namespace {
-constexpr int16_t k20 = 0, k25 = 1, k30 = 2, kUl = kMaxBankUnlimited;
-}
+constexpr int16_t kUl = kMaxBankUnlimited;
+std::vector<test::GoldenRow> Rows(const char* kind) { return test::ReadGolden("manoeuvres/data/turn-texts.txt", kind); }
+}  // namespace
 
-// TAS, max bank, rate, radius unit -> the shown bank, rate, radius and g-load.
 TEST(Turn, RateTurnTexts) {
-  struct Row {
-    double tas;
-    int16_t bank;
-    bool standard;
-    RadiusUnit unit;
-    const char *bankText, *rateText, *radiusText, *gText;
-  };
-  const Row rows[] = {
-      {120, kUl, true, RadiusUnit::Metres, "18.2", "3.00", "1179.0", "1.05"},
-      {120, kUl, true, RadiusUnit::Feet, "18.2", "3.00", "3868.2", "1.05"},  // 1179.0198 m = 3868.175 ft
-      {120, k20, true, RadiusUnit::NauticalMiles, "18.2", "3.00", "0.637", "1.05"},  // inside the limit
-      {300, k25, true, RadiusUnit::NauticalMiles, "25.0", "1.70", "2.812", "1.10"},  // needs 39.5 degrees
-      {300, k30, false, RadiusUnit::NauticalMiles, "22.4", "1.50", "3.183", "1.08"},
-      {1500, k30, true, RadiusUnit::NauticalMiles, "30.0", "0.42", "56.788", "1.15"},
-      {50, k20, false, RadiusUnit::Metres, "3.9", "1.50", "982.5", "1.00"},
-      {120, 7, true, RadiusUnit::NauticalMiles, "18.2", "3.00", "0.637", "1.05"},  // any other index: no limit
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.tas << " " << r.bank << " " << r.standard);
-    const TurnTexts t = CalculateTurnTexts(r.tas, r.bank, r.standard, r.unit, std::nullopt, std::nullopt);
-    EXPECT_EQ(t.bank, r.bankText);
-    EXPECT_EQ(t.rate, r.rateText);
-    EXPECT_EQ(t.radius, r.radiusText);
-    EXPECT_EQ(t.gLoad, r.gText);
-    EXPECT_EQ(t.anticipation, "");
-    EXPECT_EQ(t.finalDistance, "");
+  const std::map<std::string, int16_t> banks{{"20", 0}, {"25", 1}, {"30", 2}, {"ul", kUl}, {"7", 7}};
+  const std::map<std::string, RadiusUnit> units{
+      {"NM", RadiusUnit::NauticalMiles}, {"m", RadiusUnit::Metres}, {"ft", RadiusUnit::Feet}};
+  for (const test::GoldenRow& r : Rows("rate")) {
+    const TurnTexts t = CalculateTurnTexts(r.Num(0), banks.at(r[1]), r[2] == "3", units.at(r[3]), std::nullopt, std::nullopt);
+    EXPECT_EQ(std::vector<std::string>({t.bank, t.rate, t.radius, t.gLoad, t.anticipation, t.finalDistance}),
+              std::vector<std::string>({r[4], r[5], r[6], r[7], "", ""})) << r.where;
   }
 }
 
@@ -62,36 +45,14 @@ TEST(Turn, RateTurnObeysLevelTurnPhysics) {
       }
 }
 
-// Intercept angle, distance -> anticipation and final distance, TAS 120 kt at standard rate
-// (radius 0.637 NM) unless noted.
 TEST(Turn, AnticipationTexts) {
-  struct Row {
-    double tas;
-    bool standard;
-    double angle, distance;
-    const char *anticipation, *finalDistance;
-  };
-  const Row rows[] = {
-      {120, true, 90, 5, "7.3", "4.3"},
-      {120, true, 45, 40, "0.3", "39.5"},
-      {300, false, 90, 5, "39.5", "0.7"},
-      {400, false, 90, 5, "58.1", "past"},   // the turn ends beyond the station
-      {1500, false, 90, 5, "NA", "NA"},      // x far above 1
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.tas << " " << r.angle << " " << r.distance);
-    const TurnTexts t = CalculateTurnTexts(r.tas, kUl, r.standard, RadiusUnit::NauticalMiles, r.angle, r.distance);
-    EXPECT_EQ(t.anticipation, r.anticipation);
-    EXPECT_EQ(t.finalDistance, r.finalDistance);
+  for (const test::GoldenRow& r : Rows("anticipation")) {
+    const TurnTexts t = CalculateTurnTexts(r.Num(0), kUl, r[1] == "3", RadiusUnit::NauticalMiles, r.Num(2), r.Num(3));
+    EXPECT_EQ(t.anticipation, r[4]) << r.where;
+    EXPECT_EQ(t.finalDistance, r[5]) << r.where;
   }
   // One of the two inputs alone gives no anticipation.
-  const TurnTexts partial = CalculateTurnTexts(120, kUl, true, RadiusUnit::NauticalMiles, 90.0, std::nullopt);
-  EXPECT_EQ(partial.anticipation, "");
-  EXPECT_EQ(partial.finalDistance, "");
-
-  const TurnAnticipation a = ComputeTurnAnticipation(90, 5, 1179.0 / 1852);
-  EXPECT_NEAR(a.x, 0.127, 0.0005);
-  EXPECT_FALSE(ComputeTurnAnticipation(90, 2, 2.5).possible);
+  EXPECT_EQ(CalculateTurnTexts(120, kUl, true, RadiusUnit::NauticalMiles, 90.0, std::nullopt).anticipation, "");
 }
 
 // Independent plane geometry: station at the origin, the aircraft intercepts the inbound radial

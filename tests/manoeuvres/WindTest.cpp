@@ -5,43 +5,23 @@
 #include <gtest/gtest.h>
 
 #include "app/Angles.hpp"
+#include "support/Golden.hpp"
 
 using namespace norvane;
 
-namespace {
-
-struct WindRow {
-  double a, b, c, d;         // the boxes in screen order
-  const char* message;       // nullptr when results are shown
-  const char* text[4];
-};
-
-void ExpectTexts(const WindTexts& t, const WindRow& r, int count) {
-  if (r.message) {
-    EXPECT_EQ(t.message, r.message);
-    EXPECT_EQ(t.count, 0);
-    return;
-  }
-  EXPECT_EQ(t.message, "");
-  ASSERT_EQ(t.count, count);
-  for (int i = 0; i < count; ++i) EXPECT_EQ(t.text[i], r.text[i]) << "dataR" << i + 1;
-}
-
-}  // namespace
-
-// TAS, track, wind speed, wind direction -> ground speed, heading, WCA, head/tail.
-TEST(Wind, KnownWindTexts) {
-  const WindRow rows[] = {
-      {100, 0, 30, 90, nullptr, {"95", "017", "+17", "-5"}},
-      {100, 360, 20, 360, nullptr, {"80", "000", "0", "-20"}},   // 360 taken as north
-      {100, 90, 30, 360, nullptr, {"95", "073", "-17", "-5"}},   // wind from the left
-      {1500, 0, 10, 270, nullptr, {"1500", "360", "0", "0"}},    // heading 359.6 shows as 360
-      {100, 90, 100, 0, "Too strong wind for course", {}},       // WCA -90, GS 0
-      {100, 0, 100, 0, "Too strong wind for course", {}},        // GS exactly 0
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.a << " " << r.b << " " << r.c << " " << r.d);
-    ExpectTexts(KnownWindTexts(r.a, r.b, r.c, r.d), r, 4);
+// Every mode's texts, from the golden table.
+TEST(Wind, Texts) {
+  for (const test::GoldenRow& r : test::ReadGolden("manoeuvres/data/wind-texts.txt")) {
+    const double a = r.Num(1), b = r.Num(2), c = r.Num(3);
+    const WindTexts t = r[0] == "known"     ? KnownWindTexts(a, b, c, r.Num(4))
+                        : r[0] == "unknown" ? UnknownWindTexts(a, b, c, r.Num(4))
+                                            : RunwayWindTexts(a, b, c);
+    std::vector<std::string> want(r.fields.begin() + 5, r.fields.end());  // an error text, or the texts
+    if (want.size() > 1) want.insert(want.begin(), "");
+    const int count = want.size() > 1 ? int(want.size()) - 1 : 0;
+    want.resize(5);
+    EXPECT_EQ((std::vector<std::string>{t.message, t.text[0], t.text[1], t.text[2], t.text[3]}), want) << r.where;
+    EXPECT_EQ(t.count, count) << r.where;
   }
 }
 
@@ -74,25 +54,6 @@ TEST(Wind, TriangleClosesAsVectorSum) {
   EXPECT_GT(solved, 2000);
 }
 
-// TAS, ground speed, track, heading -> wind speed, wind direction, WCA, head/tail.
-TEST(Wind, UnknownWindTexts) {
-  const WindRow rows[] = {
-      {100, 95, 0, 17, nullptr, {"29", "089", "+17", "-5"}},
-      {100, 100, 0, 0, nullptr, {"0", "000", "0", "0"}},         // atan2(0, 0) is 0
-      {120, 100, 350, 10, nullptr, {"43", "063", "+20", "-20"}},  // drift across north
-      {100, 102.5, 0, 0, nullptr, {"3", "180", "0", "+2"}},      // "0" rounds half away, CInt halves to even
-      {100, 97.5, 0, 0, nullptr, {"3", "000", "0", "-2"}},
-      {100, 100, 0, 100, "Inconsistent results, check input", {}},  // drift 100
-      {300, 300, 0, 90, "Inconsistent results, check input", {}},   // drift of exactly 90
-      {100, 100, 300, 31, "Inconsistent results, check input", {}}, // drift 91 across north
-      {1500, 1300, 0, 0, "Inconsistent results, check input", {}},  // wind 200 kt
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.a << " " << r.b << " " << r.c << " " << r.d);
-    ExpectTexts(UnknownWindTexts(r.a, r.b, r.c, r.d), r, 4);
-  }
-}
-
 // Solving for a known wind and then measuring it back gives the same wind.
 TEST(Wind, UnknownWindInvertsKnownWind) {
   for (double tas : {90.0, 250.0})
@@ -109,19 +70,3 @@ TEST(Wind, UnknownWindInvertsKnownWind) {
         }
 }
 
-// Runway heading, wind speed, wind direction -> crosswind, head/tail.
-TEST(Wind, RunwayWindTexts) {
-  const WindRow rows[] = {
-      {270, 20, 300, 0, nullptr, {"+10", "-17"}},
-      {90, 10, 270, 0, nullptr, {"0", "+10"}},   // sin(180 degrees) is tiny, not zero
-      {90, 15, 0, 0, nullptr, {"-15", "0"}},     // from the left
-      {0, 25, 135, 0, nullptr, {"+18", "+18"}},
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.a << " " << r.b << " " << r.c);
-    const WindTexts t = RunwayWindTexts(r.a, r.b, r.c);
-    ExpectTexts(t, r, 2);
-    EXPECT_EQ(t.text[2], "");
-    EXPECT_EQ(t.text[3], "");
-  }
-}
