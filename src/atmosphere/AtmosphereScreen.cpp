@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "app/TextFormat.hpp"
+#include "app/Units.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "atmosphere/ScreenText.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
@@ -167,7 +168,7 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
 
   connect(altGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   // Metres and feet: a unit change converts the altitude.
-  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, alt, {{1, 0}, {0.3048, 0}}, [this](int u) {
+  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, alt, {{1, 0}, {kFt, 0}}, [this](int u) {
     const InputRange r = AtmosphereAltitudeRange(u == 1, geopotential());
     return std::pair{r.min, r.max};
   }, 1);
