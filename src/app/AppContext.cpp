@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "app/Platform.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 
@@ -27,6 +28,18 @@ std::string LoadSettings(AppContext& ctx) {
 ShellHooks& Hooks() {
   static ShellHooks hooks;
   return hooks;
+}
+
+bool ChooseDatabase(QWidget* parent) {
+  const OpenFileResult r =
+      OpenFileDialog(parent, QCoreApplication::translate("Database", "Default Waypoint Database"), QString(),
+                     QCoreApplication::translate("Database", "Database file (*.dat)"));
+  if (r.filePath.isEmpty()) return false;
+  const ShellHooks& h = Hooks();
+  const bool ok = h.openDatabase && h.openDatabase(S(r.filePath));
+  if (ok) App().settings.DBPath = S(r.filePath);
+  else App().settings.DBPath.clear();
+  return true;
 }
 
 }  // namespace norvane

@@ -69,4 +69,8 @@ struct ShellHooks {
 };
 ShellHooks& Hooks();
 
+// Asks for a waypoint database file and opens it (the menu's label, the Options screen's button);
+// the settings keep its path when it loads and forget it when not. False when cancelled.
+bool ChooseDatabase(QWidget* parent);
+
 }  // namespace norvane

@@ -146,11 +146,8 @@ class CalculatorScreen : public QWidget {
   void setHelpText(const QString& text);
   void setLive(bool live);
   void showError(const QString& text);
-  void markCalculated(bool on) { calculated_ = on; }
-  void setResultsShown(bool on) { resultsShown_ = on; }
   void updateCalculateState();
   int unitSystem() const { return unitSystem_; }
-  void setUnitSystem(int s) { unitSystem_ = s; }
 
   void showEvent(QShowEvent* e) override;
   void closeEvent(QCloseEvent* e) override;

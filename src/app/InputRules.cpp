@@ -139,22 +139,6 @@ bool AllInputsValid(const std::vector<bool>& flags) {
   return true;
 }
 
-int16_t GetWinVersion(int platformId, int major, int minor) {
-  if (platformId == 1 && major == 4) {
-    if (minor == 0) return 1;
-    if (minor == 10) return 2;
-    if (minor == 90) return 3;
-    return 0;
-  }
-  if (platformId == 2) {
-    if (major == 3) return 4;
-    if (major == 4) return 5;
-    if (major == 5) return minor == 0 ? 6 : minor == 1 ? 7 : minor == 2 ? 8 : 0;
-    if (major == 6) return minor == 0 ? 9 : minor == 1 ? 10 : 0;
-  }
-  return 0;
-}
-
 char16_t DecimalSepFromText(const std::u16string& halfAsText) {
   return halfAsText.size() >= 2 ? halfAsText[1] : u'.';
 }

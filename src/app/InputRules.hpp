@@ -39,10 +39,6 @@ char16_t FilterKey(const BoxState& box, char16_t key, KeyMode mode, bool toUpper
 // selectionLength must lie within the text.
 std::u16string FilterText(BoxState box, std::u16string_view text, KeyMode mode, bool toUpper, char16_t decimalSep);
 
-// Enter (13) becomes 0, meaning "swallow and move to the next control"; any other code is
-// returned unchanged.
-inline char16_t EnterToTab(char16_t key) { return key == 13 ? 0 : key; }
-
 // Range checks on the text of a box, both bounds inclusive.
 bool IsValidIntText(const std::u16string& text, bool allowEmpty, int32_t min, int32_t max);
 bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max,
@@ -55,10 +51,6 @@ std::optional<int32_t> ParseInt32(const std::u16string& text);
 
 // True when every flag is set; false for an empty array (a screen without boxes keeps one flag).
 bool AllInputsValid(const std::vector<bool>& flags);
-
-// Windows version codes of the start-up check (1..10, 0 for anything else). platformId 1 is the
-// 9x family, 2 the NT family. The refusal below code 6 applies only where the platform is Windows.
-int16_t GetWinVersion(int platformId, int major, int minor);
 
 // The locale's decimal separator: the second character of the text form of 0.5.
 char16_t DecimalSepFromText(const std::u16string& halfAsText);

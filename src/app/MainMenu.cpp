@@ -399,13 +399,7 @@ bool MainMenu::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainMenu::chooseDatabase() {
-  const OpenFileResult r = OpenFileDialog(this, tr("Default Waypoint Database"), QString(), tr("Database file (*.dat)"));
-  if (r.filePath.isEmpty()) return;
-  const ShellHooks& h = Hooks();
-  const bool ok = h.openDatabase && h.openDatabase(S(r.filePath));
-  if (ok) App().settings.DBPath = S(r.filePath);
-  else App().settings.DBPath.clear();
-  refreshDatabaseLabel(tr("No active Waypoint Database"));
+  if (ChooseDatabase(this)) refreshDatabaseLabel(tr("No active Waypoint Database"));
 }
 
 void MainMenu::showAbout() {

@@ -177,12 +177,7 @@ void OptionsScreen::save() {
 }
 
 void OptionsScreen::setDatabase() {
-  const OpenFileResult r = OpenFileDialog(this, tr("Default Waypoint Database"), QString(), tr("Database file (*.dat)"));
-  if (r.filePath.isEmpty()) return;
-  const ShellHooks& h = Hooks();
-  const bool ok = h.openDatabase && h.openDatabase(S(r.filePath));
-  if (ok) App().settings.DBPath = S(r.filePath);
-  else App().settings.DBPath.clear();
+  if (!ChooseDatabase(this)) return;
   showDatabase(tr("Invalid Database (error)"));
   if (App().menu) App().menu->refreshDatabaseLabel(tr("No active Waypoint Database"));
 }

@@ -28,4 +28,7 @@ std::string SignedText(int n);
 // %.17g, the full-precision form of --raw output.
 std::string FormatRaw(double v);
 
+// "m:ss" of a duration in seconds, rounded to the second; minutes go past 59 ("75:20").
+std::string FormatMinutesSeconds(double seconds);
+
 }  // namespace norvane

@@ -103,8 +103,6 @@ int main(int argc, char** argv) {
     Warn(QStringLiteral("Another instance of Norvane is already running\nThe program will not start"));
     return 1;
   }
-  // The refusal of Windows systems older than Windows 2000 (GetWinVersion codes 1 to 5) concerns
-  // Windows only; Qt 6 itself starts on no such system, so there is nothing to refuse here.
 
   const std::string settingsError = LoadSettings(ctx);
   if (!settingsError.empty()) Warn(Q(settingsError) + QLatin1Char('\n') + ctx.settingsNotice);

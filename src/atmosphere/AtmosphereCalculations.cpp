@@ -4,6 +4,7 @@
 
 #include "app/Angles.hpp"
 #include "app/TextFormat.hpp"
+#include "app/Units.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
 
 namespace norvane {
@@ -13,8 +14,6 @@ ShownValue Shown(double v, std::string_view mask) { return {FormatMask(v, mask),
 ShownValue Special(std::string_view text) { return {std::string(text), std::nullopt}; }
 
 std::string IntText(double v) { return FormatMask(v, "0"); }
-
-constexpr double kKgPerLb = 0.45359237;  // avoirdupois pound
 
 }  // namespace
 
@@ -61,12 +60,12 @@ AtmosphereDataResult ComputeAtmosphereData(const AtmosphereDataInput& in) {
   const double delta = p / kP0Hpa;
   const double sigma = delta / theta;
   double density = sigma * kRho0;
-  double sound = SpeedOfSound(t + kKelvinOffset) * 3.6;
+  double sound = SpeedOfSound(t + kKelvinOffset) * kKmhPerMps;
   if (in.us) {
     t = CelsiusToFahrenheit(t);
     p /= kInHg;
     density /= kSlugFt3;
-    sound /= 1.852;
+    sound /= kKmPerNm;
   }
   const auto masks = AtmosphereDataMasks(in.us, in.scientific);
   const double values[kAtmosphereResults] = {t, p, density, sound, theta, delta, sigma};

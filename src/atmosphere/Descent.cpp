@@ -137,12 +137,6 @@ double DescentGivenDefault(DescentGiven given) {
   return 2000;
 }
 
-std::string FormatMinutesSeconds(double seconds) {
-  const long long total = static_cast<long long>(std::floor(std::max(0.0, seconds) + 0.5));
-  const int s = static_cast<int>(total % 60);
-  return std::to_string(total / 60) + (s < 10 ? ":0" : ":") + std::to_string(s);
-}
-
 DescentResult ComputeDescent(const DescentInput& in) {
   DescentResult out;
   if (in.finalFt >= in.initialFt) {

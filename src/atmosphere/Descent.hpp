@@ -68,7 +68,4 @@ struct DescentResult {
 
 DescentResult ComputeDescent(const DescentInput& in);
 
-// "m:ss" of a duration in seconds, rounded to the second; minutes go past 59 ("75:20").
-std::string FormatMinutesSeconds(double seconds);
-
 }  // namespace norvane

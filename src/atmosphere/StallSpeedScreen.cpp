@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "app/Units.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "atmosphere/ScreenText.hpp"
 
@@ -142,11 +143,11 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
     const InputRange r = WeightRange(u == 1);
     return std::pair{r.min, r.max};
   };
-  convertOnSwitch(units, boxes[kWingArea], {{1, 0}, {0.3048 * 0.3048, 0}}, [](int u) {
+  convertOnSwitch(units, boxes[kWingArea], {{1, 0}, {kFt * kFt, 0}}, [](int u) {
     const InputRange r = WingAreaRange(u == 1);
     return std::pair{r.min, r.max};
   }, 1);
-  for (int i : {kMtow, kWeight}) convertOnSwitch(units, boxes[i], {{1, 0}, {0.45359237, 0}}, weightRange, 0);
+  for (int i : {kMtow, kWeight}) convertOnSwitch(units, boxes[i], {{1, 0}, {kKgPerLb, 0}}, weightRange, 0);
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     const bool wasCalculated = calculated();
     setUnits();

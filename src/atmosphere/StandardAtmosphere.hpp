@@ -15,6 +15,8 @@
 #include <array>
 #include <cstdint>
 
+#include "app/Units.hpp"
+
 namespace norvane {
 
 // Layer tables, indexed by layer number. kHb has one more entry than the others: kHb[7] is the
@@ -46,19 +48,11 @@ inline constexpr double kA0Kt = 661.478827231624;         // sea-level speed of 
 inline constexpr double kRayleigh = 166.921580093168;     // 7.2^3.5 / 6: Rayleigh pitot, gamma 1.4
 inline constexpr double kRayleighIteration = 0.881284854347331;  // sqrt(7^2.5 / kRayleigh)
 inline constexpr double kEarthRadiusGeopotential = 6356766;  // m
-inline constexpr double kFt = 0.3048;                     // m per foot
-inline constexpr double kNm = 1852;                       // m per nautical mile
-inline constexpr double kInHg = 33.86389;                 // hPa per inch of mercury
 inline constexpr double kSlugFt3 = 515.378818393196;      // kg/m3 per slug/ft3
-inline constexpr double kG0 = 9.80665;                    // standard gravity, m/s2
 inline constexpr double kTwoSevenths = 0.285714285714286; // the exponent 2/7 as the model writes it
 
 // Layer argument value meaning "not known yet: find it and write it back".
 inline constexpr int16_t kLayerUnknown = -1;
-
-// The tables are compile-time constants; nothing to fill. Kept so that start-up can state the
-// ordering requirement of the model (tables before any other call) explicitly.
-constexpr void InitAtmosphereTables() {}
 
 // Layer 0..6 containing geopotential altitude H (m); 7 at or above the model top (84852 m).
 // H below sea level belongs to layer 0; H exactly on a base belongs to the layer above.

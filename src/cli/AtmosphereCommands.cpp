@@ -2,7 +2,6 @@
 // and airspeed screens without a window.
 #include <CLI/CLI.hpp>
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -17,14 +16,6 @@
 
 namespace norvane::cli {
 namespace {
-
-// Shortest text that reads back as v (25.69, not 25.690000000000001).
-std::string Shortest(double v) {
-  char buf[64];
-  auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::fixed);
-  if (res.ec != std::errc()) res = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, res.ptr);
-}
 
 std::string RangeText(const InputRange& r, std::string_view unit) {
   std::string s = Shortest(r.min) + " to " + Shortest(r.max);

@@ -61,19 +61,16 @@ int ResultPrinter::Print() const {
   return failed_ ? kExitComputation : kExitOk;
 }
 
-namespace {
-// Shortest fixed-point text that reads back as v: "3.01", not "3.0099999999999998"; "700000".
-std::string Num(double v) {
+std::string Shortest(double v) {
   char buf[64];
   auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::fixed);
   if (res.ec != std::errc()) res = std::to_chars(buf, buf + sizeof buf, v);
   return std::string(buf, res.ptr);
 }
-}  // namespace
 
 void RequireRange(std::string_view option, double value, double min, double max, std::string_view unit) {
   if (std::isfinite(value) && value >= min && value <= max) return;
-  std::string msg = std::string(option) + ": " + Num(value) + " is out of range (" + Num(min) + " to " + Num(max);
+  std::string msg = std::string(option) + ": " + Shortest(value) + " is out of range (" + Shortest(min) + " to " + Shortest(max);
   if (!unit.empty()) msg += " " + std::string(unit);
   msg += ")";
   throw UsageError(msg);

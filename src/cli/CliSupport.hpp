@@ -99,6 +99,9 @@ const std::vector<std::string>& MagModelOptionNames();
 MagModel MagModelFromOptionName(std::string_view name);
 Date Today();
 
+// Shortest fixed-point text that reads back as v: "3.01", not "3.0099999999999998"; "700000".
+std::string Shortest(double v);
+
 // Strict number parser for option values (no blanks, no trailing text); nullopt if malformed.
 std::optional<double> ParseNumber(std::string_view text);
 

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/Angles.hpp"
+#include "app/Units.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 #include "cli/GeodesyBatch.hpp"
@@ -52,7 +53,7 @@ void RegisterMagVar(CLI::App& app) {
 
     const MagModel model = MagModelFromOptionName(opt->model);
     const CalendarDate date{d.year, d.month, d.day};
-    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * 0.3048 / 1000, date, model);
+    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * kFt / 1000, date, model);
     ResultPrinter printer;
     printer.Add("variation", MagVarText(variation), variation);
     if (const std::string notice = MagValidityNotice(model, date); !notice.empty()) printer.Add("notice", notice);

@@ -1,4 +1,3 @@
-#include <charconv>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -43,13 +42,6 @@ double RequireNumber(const std::string& option, const std::string& text) {
   const auto v = ParseNumber(text);
   if (!v) throw UsageError(option + ": expected a number, got \"" + text + "\"");
   return *v;
-}
-
-// Shortest text that reads back as v (59.99, not 59.990000000000002).
-std::string Shortest(double v) {
-  char buf[32];
-  const auto res = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, res.ptr);
 }
 
 // Applies one degree-converter box rule (the screen's check) to a command-line value.

@@ -5,14 +5,13 @@
 
 #include "app/Angles.hpp"
 #include "app/TextFormat.hpp"
-#include "atmosphere/Descent.hpp"  // FormatMinutesSeconds, the times' "m:ss"
+#include "app/Units.hpp"
 #include "manoeuvres/Turn.hpp"
 #include "manoeuvres/Wind.hpp"
 
 namespace norvane {
 namespace {
 
-constexpr double kMetresPerNm = 1852;
 constexpr double kHour = 3600;  // s; knots times seconds over this are NM
 
 double NorthAsZero(double a) { return a == 360 ? 0 : a; }
@@ -119,7 +118,7 @@ RacetrackResult ComputeRacetrack(const RacetrackInput& in) {
   val[kRtOutboundGs] = outbound.groundSpeed;
   val[kRtBank] = turn.bank;
   val[kRtRate] = turn.rate;
-  val[kRtRadius] = turn.radius / kMetresPerNm;
+  val[kRtRadius] = turn.radius / kNm;
   val[kRtPatternTime] = turnsTime + outTime + legTime;
   val[kRtLength] = alongMax->along - alongMin->along;
   val[kRtWidth] = acrossMax->across - acrossMin->across;

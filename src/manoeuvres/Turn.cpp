@@ -4,14 +4,12 @@
 
 #include "app/Angles.hpp"
 #include "app/TextFormat.hpp"
+#include "app/Units.hpp"
 
 namespace norvane {
 namespace {
 
-constexpr double kG = 9.80665;              // m/s^2
-constexpr double kMetresPerNm = 1852;
-constexpr double kMetresPerFoot = 0.3048;
-constexpr double kKnotToMs = 1852.0 / 3600.0;
+constexpr double kKnotToMs = kNm / 3600.0;
 
 }  // namespace
 
@@ -26,12 +24,12 @@ RateTurn ComputeRateTurn(double tas, int16_t maxBankIndex, bool standardRate) {
   maxBank *= kDegToRad;
   const double w = (standardRate ? 3.0 : 1.5) * kDegToRad;
   const double v = tas * kKnotToMs;
-  const double b = std::atan(w * v / kG);
+  const double b = std::atan(w * v / kG0);
 
   double bank = b, rate = w;
   if (maxBank != 0 && b > maxBank) {
     bank = maxBank;
-    rate = std::tan(maxBank) * kG / v;
+    rate = std::tan(maxBank) * kG0 / v;
   }
   return {rate * kRadToDeg, bank * kRadToDeg, v / rate};
 }
@@ -71,11 +69,11 @@ TurnTexts CalculateTurnTexts(double tas, int16_t maxBankIndex, bool standardRate
       t.radius = FormatFixed(t.radiusValue, 1);
       break;
     case RadiusUnit::Feet:
-      t.radiusValue = turn.radius / kMetresPerFoot;
+      t.radiusValue = turn.radius / kFt;
       t.radius = FormatFixed(t.radiusValue, 1);
       break;
     case RadiusUnit::NauticalMiles:
-      t.radiusValue = turn.radius / kMetresPerNm;
+      t.radiusValue = turn.radius / kNm;
       t.radius = FormatFixed(t.radiusValue, 3);
       break;
   }
@@ -83,7 +81,7 @@ TurnTexts CalculateTurnTexts(double tas, int16_t maxBankIndex, bool standardRate
   t.gLoad = FormatMask(t.gLoadValue, "0.00");
 
   if (interceptAngle && distance) {
-    const TurnAnticipation a = ComputeTurnAnticipation(*interceptAngle, *distance, turn.radius / kMetresPerNm);
+    const TurnAnticipation a = ComputeTurnAnticipation(*interceptAngle, *distance, turn.radius / kNm);
     if (!a.possible) {
       t.anticipation = t.finalDistance = "NA";
     } else {

@@ -13,6 +13,7 @@
 #include "app/Angles.hpp"
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
+#include "app/Units.hpp"
 
 namespace norvane {
 namespace {
@@ -117,7 +118,7 @@ void MagVarScreen::showNotice() {
 bool MagVarScreen::calculate() {
   const double lat = lat_.degrees() * kDegToRad;
   const double lon = lon_.degrees() * kDegToRad;
-  const double altitudeKm = altitude_->value() * 0.3048 / 1000;
+  const double altitudeKm = altitude_->value() * kFt / 1000;
   const QDate d = dtPicker_->date();
   const double variation = ComputeMagVar(lat, lon, altitudeKm, {d.year(), d.month(), d.day()}, model());
   lblMV_->setText(LocaleText(MagVarText(variation)));

@@ -6,6 +6,7 @@
 
 #include "app/Angles.hpp"
 #include "app/TextFormat.hpp"
+#include "app/Units.hpp"
 
 namespace norvane {
 
@@ -13,9 +14,9 @@ double NmToUnit(double nm, DistanceUnit unit) {
   if (IsUndefined(nm)) return nm;
   switch (unit) {
     case DistanceUnit::Nm: return nm;
-    case DistanceUnit::Km: return nm * 1.852;
-    case DistanceUnit::M: return nm * 1852;
-    case DistanceUnit::Ft: return nm * 1852 / 0.3048;
+    case DistanceUnit::Km: return nm * kKmPerNm;
+    case DistanceUnit::M: return nm * kNm;
+    case DistanceUnit::Ft: return nm * kNm / kFt;
   }
   return nm;
 }
@@ -23,9 +24,9 @@ double NmToUnit(double nm, DistanceUnit unit) {
 double UnitToNm(double value, DistanceUnit unit) {
   switch (unit) {
     case DistanceUnit::Nm: return value;
-    case DistanceUnit::Km: return value / 1.852;
-    case DistanceUnit::M: return value / 1852;
-    case DistanceUnit::Ft: return value * 0.00016457883369330455;
+    case DistanceUnit::Km: return value / kKmPerNm;
+    case DistanceUnit::M: return value / kNm;
+    case DistanceUnit::Ft: return value * (kFt / kNm);
   }
   return value;
 }

@@ -17,7 +17,7 @@ enum class DistanceUnit { Nm = 0, Km = 1, M = 2, Ft = 3 };
 
 // NM into the unit: km = NM * 1.852, m = NM * 1852, ft = NM * 1852 / 0.3048. kUndefined stays.
 double NmToUnit(double nm, DistanceUnit unit);
-// The unit into NM: km / 1.852, m / 1852, ft * 0.00016457883369330455 (0.3048 / 1852).
+// The unit into NM: km / 1.852, m / 1852, ft * (0.3048 / 1852).
 double UnitToNm(double value, DistanceUnit unit);
 // "NM", "km", "m", "ft".
 const char* UnitName(DistanceUnit unit);

@@ -10,6 +10,7 @@
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
+#include "app/Units.hpp"
 
 namespace norvane {
 namespace {
@@ -116,7 +117,7 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   optDist_[gDistChoice]->setChecked(true);
   // A unit change converts the distance typed (nautical miles as the base).
   convertOnSwitch({optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
-                  {{1, 0}, {1 / 1.852, 0}, {1 / 1852.0, 0}, {0.3048 / 1852, 0}},
+                  {{1, 0}, {1 / kKmPerNm, 0}, {1 / kNm, 0}, {kFt / kNm, 0}},
                   [](int u) { return std::pair{0.0, u == 0 ? 5400.0 : 10000.0}; }, 1);
   for (int i = 0; i < 2; ++i) {
     connect(optModel_[i], &QRadioButton::toggled, this, [i](bool on) {

@@ -211,19 +211,29 @@ void UrlTransfer::Complete(int code) {
   emit Finished(code);
 }
 
+void WaitUntilDone(const std::function<void(QObject* loop, const std::function<void()>& done)>& start) {
+  QEventLoop loop;
+  bool finished = false;
+  start(&loop, [&] {
+    finished = true;
+    loop.quit();
+  });
+  if (!finished) loop.exec();
+}
+
 int FetchUrl(const std::string& url, int64_t maxBytes, const UrlTransfer::Sink& sink, bool requireSuccess,
              const TransferOptions& options) {
   if (options.cancel && options.cancel->Cancelled()) return kNetReadError;
   UrlTransfer transfer;
-  QEventLoop loop;
   int code = kNetNoConnection;
-  QObject::connect(&transfer, &UrlTransfer::Finished, &loop, [&](int c) {
-    code = c;
-    loop.quit();
+  WaitUntilDone([&](QObject* loop, const std::function<void()>& done) {
+    QObject::connect(&transfer, &UrlTransfer::Finished, loop, [&code, done](int c) {
+      code = c;
+      done();
+    });
+    if (options.cancel) QObject::connect(options.cancel, &TransferCancel::Requested, &transfer, &UrlTransfer::Cancel);
+    transfer.Start(url, maxBytes, sink, requireSuccess, options.deadline);
   });
-  if (options.cancel) QObject::connect(options.cancel, &TransferCancel::Requested, &transfer, &UrlTransfer::Cancel);
-  transfer.Start(url, maxBytes, sink, requireSuccess, options.deadline);
-  if (transfer.IsRunning()) loop.exec();
   return code;
 }
 

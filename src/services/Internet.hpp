@@ -102,6 +102,11 @@ class UrlTransfer : public QObject {
   bool headersSeen_ = false;
 };
 
+// The blocking form of an asynchronous step: calls start(loop, done) and serves a local event loop
+// until done() has been called (no loop at all when start calls it at once). Connections made to
+// `loop` end with the wait.
+void WaitUntilDone(const std::function<void(QObject* loop, const std::function<void()>& done)>& start);
+
 // One transfer of `url` into `sink`, as UrlTransfer::Start; returns its code. Blocks the caller
 // but serves the event loop while it waits.
 int FetchUrl(const std::string& url, int64_t maxBytes, const UrlTransfer::Sink& sink, bool requireSuccess,

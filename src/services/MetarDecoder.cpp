@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "app/TextFormat.hpp"
+#include "app/Units.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
 
 namespace norvane {
@@ -13,10 +14,10 @@ namespace {
 
 // Unit factors: 1 kt = 1852 m / 3600 s (international nautical mile); 1 inHg = 33.8639 hPa at
 // 0 degrees C; 1 statute mile = 1609.344 m.
-constexpr double kKnotsPerMps = 3600.0 / 1852.0;
-constexpr double kKnotsPerKmh = 1000.0 / 1852.0;
+constexpr double kKnotsPerMps = 3600.0 / kNm;
+constexpr double kKnotsPerKmh = 1000.0 / kNm;
 constexpr double kHpaPerInHg = 33.8639;
-constexpr double kMetresPerMile = 1609.344;
+constexpr double kMetresPerMile = kStatuteMile;
 
 using Tokens = std::vector<std::string_view>;
 

@@ -27,10 +27,6 @@ void PutU32(std::vector<uint8_t>& out, uint32_t v) {
 std::filesystem::path PathFromUtf8(const std::string& s) {
   return std::filesystem::path(std::u8string(s.begin(), s.end()));
 }
-std::string Utf8(const std::filesystem::path& p) {
-  const std::u8string s = p.u8string();
-  return std::string(s.begin(), s.end());
-}
 
 int64_t Abs64(int32_t v) { return v < 0 ? -int64_t(v) : int64_t(v); }
 
@@ -197,23 +193,15 @@ bool NavDatabase::CheckNavDB() {
   if (ext != ".dat") return Fail(NavDBStatus::NotDatExtension, "the file name does not end in .dat");
   const uintmax_t length = fs::file_size(path, ec);
   if (ec) return Fail(NavDBStatus::ReadError, "cannot read the file");
-  if (length % kNavDBRecordBytes != 0)
-    return Fail(NavDBStatus::BadLength, "file length " + std::to_string(length) + " is not a multiple of 12");
-  if (length / kNavDBRecordBytes <= kNavDBPrefixRecords) return Fail(NavDBStatus::NoRecords, "the file holds no waypoint");
-  const uintmax_t n = length / kNavDBRecordBytes - kNavDBPrefixRecords;
-  if (n > uintmax_t(kNavDBMaxRecords))
-    return Fail(NavDBStatus::TooLarge, "more than " + std::to_string(kNavDBMaxRecords) + " waypoints");
+  const int32_t n = CheckLength(length);
+  if (n < 0) return false;
   uint8_t header[kNavDBRecordBytes];
   std::ifstream in(path, std::ios::binary);
   if (!in.read(reinterpret_cast<char*>(header), sizeof header)) return Fail(NavDBStatus::ReadError, "cannot read the file");
-  if (ReadU32(header) != kNavDBMagic) return Fail(NavDBStatus::BadMagic, "not a waypoint database (wrong magic number)");
-  const int32_t count = ReadI32(header + 4);
-  if (count < 0 || uintmax_t(count) != n)
-    return Fail(NavDBStatus::CountMismatch, "the header counts " + std::to_string(count) + " waypoints, the length " +
-                                                std::to_string(n));
+  if (!CheckHeader(header, n)) return false;
   records_.clear();
   index_.fill(0);
-  dbCount_ = int32_t(n);
+  dbCount_ = n;
   dbCycle_ = int32_t(ReadU32(header + 8) % 65536);
   dbError_ = false;
   status_ = NavDBStatus::Ok;
@@ -276,18 +264,35 @@ bool NavDatabase::LoadNavDBFromBytes(std::span<const uint8_t> bytes) {
   return TakeRecords(std::move(records), ReadU32(bytes.data() + 8), index);
 }
 
-bool NavDatabase::CheckPrefix(const uint8_t* p, size_t length, std::array<int32_t, kNavDBIndexSize>& index) {
-  if (length % kNavDBRecordBytes != 0)
-    return Fail(NavDBStatus::BadLength, "file length " + std::to_string(length) + " is not a multiple of 12");
-  if (length / kNavDBRecordBytes <= kNavDBPrefixRecords) return Fail(NavDBStatus::NoRecords, "the file holds no waypoint");
-  const size_t n = length / kNavDBRecordBytes - kNavDBPrefixRecords;
-  if (n > size_t(kNavDBMaxRecords))
-    return Fail(NavDBStatus::TooLarge, "more than " + std::to_string(kNavDBMaxRecords) + " waypoints");
+int32_t NavDatabase::CheckLength(uintmax_t length) {
+  if (length % kNavDBRecordBytes != 0) {
+    Fail(NavDBStatus::BadLength, "file length " + std::to_string(length) + " is not a multiple of 12");
+    return -1;
+  }
+  if (length / kNavDBRecordBytes <= kNavDBPrefixRecords) {
+    Fail(NavDBStatus::NoRecords, "the file holds no waypoint");
+    return -1;
+  }
+  const uintmax_t n = length / kNavDBRecordBytes - kNavDBPrefixRecords;
+  if (n > uintmax_t(kNavDBMaxRecords)) {
+    Fail(NavDBStatus::TooLarge, "more than " + std::to_string(kNavDBMaxRecords) + " waypoints");
+    return -1;
+  }
+  return int32_t(n);
+}
+
+bool NavDatabase::CheckHeader(const uint8_t* p, int32_t n) {
   if (ReadU32(p) != kNavDBMagic) return Fail(NavDBStatus::BadMagic, "not a waypoint database (wrong magic number)");
   const int32_t count = ReadI32(p + 4);
-  if (count < 0 || size_t(count) != n)
+  if (count != n)
     return Fail(NavDBStatus::CountMismatch, "the header counts " + std::to_string(count) + " waypoints, the length " +
                                                 std::to_string(n));
+  return true;
+}
+
+bool NavDatabase::CheckPrefix(const uint8_t* p, size_t length, std::array<int32_t, kNavDBIndexSize>& index) {
+  const int32_t count = CheckLength(length);
+  if (count < 0 || !CheckHeader(p, count)) return false;
   for (int k = 0; k < kNavDBIndexSize; ++k) {
     index[size_t(k)] = ReadI32(p + kNavDBRecordBytes + 4 * size_t(k));
     if (index[size_t(k)] < 0 || index[size_t(k)] > count)

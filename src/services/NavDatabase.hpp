@@ -164,13 +164,17 @@ class NavDatabase {
   NavDBStatus Status() const { return status_; }
   // A one-line English reason for Status(), e.g. "file length 100 is not a multiple of 12".
   const std::string& StatusText() const { return statusText_; }
-  const std::array<int32_t, kNavDBIndexSize>& Index() const { return index_; }
   // Record n, 1 <= n <= DBCount() of a loaded database.
   const WaypointRecord& Record(int32_t n) const { return records_[size_t(n - 1)]; }
   const std::vector<WaypointRecord>& Records() const { return records_; }
 
  private:
   bool Fail(NavDBStatus status, std::string text);
+  // The waypoint count that a file of `length` bytes holds, or -1 after Fail() when the length
+  // is not whole records, holds no waypoint or passes the cap.
+  int32_t CheckLength(uintmax_t length);
+  // Magic and count of the header record at p against the n waypoints of the length.
+  bool CheckHeader(const uint8_t* p, int32_t n);
   // Length, header and index of a file of `length` bytes whose header and index are at p (read
   // only once the length admits them). Fills index; on failure Fail() has been called.
   bool CheckPrefix(const uint8_t* p, size_t length, std::array<int32_t, kNavDBIndexSize>& index);

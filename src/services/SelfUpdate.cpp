@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
@@ -109,15 +108,13 @@ void StartUpdateCheck(QObject* owner, std::function<void(const UpdateOffer&)> do
 }
 
 UpdateOffer CheckForUpdate() {
-  QEventLoop loop;
   UpdateOffer offer;
-  bool finished = false;
-  StartUpdateCheck(&loop, [&](const UpdateOffer& o) {
-    offer = o;
-    finished = true;
-    loop.quit();
+  WaitUntilDone([&offer](QObject* loop, const std::function<void()>& done) {
+    StartUpdateCheck(loop, [&offer, done](const UpdateOffer& o) {
+      offer = o;
+      done();
+    });
   });
-  if (!finished) loop.exec();
   return offer;
 }
 

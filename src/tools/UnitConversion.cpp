@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "app/TextFormat.hpp"
+#include "app/Units.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
 
 namespace norvane {
@@ -43,18 +44,18 @@ std::optional<int> FindByName(const Range& items, std::string_view name, Name na
 
 std::vector<UnitType> FillUnitTable() {
   return {
-      {"Acceleration", {{"ft/s2", 0.3048}, {"m/s2", 1}, {"g-unit", 9.80665}}},
+      {"Acceleration", {{"ft/s2", kFt}, {"m/s2", 1}, {"g-unit", kG0}}},
       {"Angles", {{"deg", 1}, {"rad", 180 / 3.14159265358979}}},
       {"Area", {{"ft2", 0.09290304}, {"m2", 1}, {"in2", 0.00064516}}},
       {"Density", {{"lb/ft3", 16.0184633739601}, {"kg/m3", 1}, {"sl/ft3", 515.378818393197}}},
       {"Fuel (AVGAS)", {{"USG", 3.785411784}, {"L", 1}, {"lb", 0.628805944186}, {"kg", 1.38627980931}}},
       {"Fuel (JetA1)", {{"USG", 3.785411784}, {"L", 1}, {"lb", 0.564986833433}, {"kg", 1.24558275403}}},
-      {"Length-Distance", {{"ft", 0.3048}, {"m", 1}, {"km", 1000}, {"nm", 1852}, {"sm", 1609.344}}},
-      {"Power", {{"lb-ft/s", 1.3558179483314}, {"kg-m/s", 9.80665}, {"W", 1}, {"HP", 745.69987158227}}},
-      {"Pressure", {{"hPa", 1}, {"inHg", 33.86389}, {"psi", 68.9475729317}, {"mmHg", 1.333224}}},
-      {"Speed", {{"kt", 1852}, {"km/h", 1000}, {"ft/s", 1097.28}, {"m/s", 3600}}},
+      {"Length-Distance", {{"ft", kFt}, {"m", 1}, {"km", 1000}, {"nm", kNm}, {"sm", kStatuteMile}}},
+      {"Power", {{"lb-ft/s", 1.3558179483314}, {"kg-m/s", kG0}, {"W", 1}, {"HP", 745.69987158227}}},
+      {"Pressure", {{"hPa", 1}, {"inHg", kInHg}, {"psi", 68.9475729317}, {"mmHg", 1.333224}}},
+      {"Speed", {{"kt", kNm}, {"km/h", 1000}, {"ft/s", 1097.28}, {"m/s", 3600}}},
       {"Temperature", {{"\u00B0C", 0}, {"\u00B0F", 0}, {"\u00B0K", 0}}},
-      {"Weight", {{"lb", 0.45359237}, {"kg", 1}}},
+      {"Weight", {{"lb", kKgPerLb}, {"kg", 1}}},
   };
 }
 

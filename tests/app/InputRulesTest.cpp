@@ -26,8 +26,6 @@ TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
     const BoxState box = Box(text, int(r.Num(1)), int(r.Num(2)), int(r.Num(3)));
     EXPECT_EQ(FilterKey(box, key(r[4]), KeyMode(r.Num(5)), r[6] == "yes", key(r[7])), key(r[8])) << r.where;
   }
-  EXPECT_EQ(EnterToTab(13), 0);
-  EXPECT_EQ(EnterToTab(u'a'), u'a');
 }
 
 // A "-" over a selected "-2.6" was refused (-3 became +3); pasted "egll" stayed lower case.
@@ -55,14 +53,7 @@ TEST(InputRules, ValidatorsFollowTheTextRules) {
   EXPECT_TRUE(AllInputsValid({true, true}));
 }
 
-TEST(InputRules, WindowsVersionCodesAndLocaleSeparator) {
-  EXPECT_EQ(GetWinVersion(1, 4, 0), 1);
-  EXPECT_EQ(GetWinVersion(1, 4, 90), 3);
-  EXPECT_EQ(GetWinVersion(2, 4, 0), 5);
-  EXPECT_EQ(GetWinVersion(2, 5, 0), 6);
-  EXPECT_EQ(GetWinVersion(2, 5, 1), 7);
-  EXPECT_EQ(GetWinVersion(2, 6, 1), 10);
-  EXPECT_EQ(GetWinVersion(2, 10, 0), 0);  // a later system falls in no row
+TEST(InputRules, LocaleSeparator) {
   EXPECT_EQ(DecimalSepFromText(u"0,5"), u',');
   EXPECT_EQ(DecimalSepFromText(u"0.5"), u'.');
 }

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,41 +11,28 @@
 #include <gtest/gtest.h>
 
 #include "app/Platform.hpp"
+#include "support/Golden.hpp"
 #include "support/RunProcess.hpp"
 #include "support/TempDir.hpp"
 #include "support/Unprivileged.hpp"
 
 using namespace norvane;
+using norvane::test::GoldenRow;
+using norvane::test::ReadGolden;
 using norvane::test::ReadWhole;
 using norvane::test::TempDir;
 namespace fs = std::filesystem;
 
-
 TEST(Settings, ReadRulesForRangesBlanksAndCase) {
-  struct Row { const char* line; int16_t Settings::*field; int16_t expected; };
-  const Row rows[] = {
-      {"LTOffset=-12", &Settings::LTOffset, -12},
-      {"LTOffset=-13", &Settings::LTOffset, 0},
-      {"DefMVYear=2010", &Settings::DefMVYear, 2005},
-      {"DefMVModel=2\r\nDefMVYear=2027", &Settings::DefMVYear, 2027},  // WMM2025 and IGRF-14: 2025-2029,
-      {"DefMVModel=3\r\nDefMVYear=2007", &Settings::DefMVYear, 2025},  // another year reads as the first
-      {"DefMVModel=4\r\nDefMVYear=2027", &Settings::DefMVModel, 0},
-      {"DefaultUnitSystem= 1 ", &Settings::DefaultUnitSystem, 1},  // the blank-padded form written at exit
-      {"Synchronize=abc", &Settings::Synchronize, 0},               // no digits reads as 0, in range
-      {"DefMVYear=abc", &Settings::DefMVYear, 2005},                // 0 is out of range
-      {"Synchronize=2", &Settings::Synchronize, 1},
-      {"Synchronize=65537", &Settings::Synchronize, 1},             // does not fit 16 bits
-      {"  synchronize = 0", &Settings::Synchronize, 0},             // keys ignore case and blanks
-      {"AutoMV=1junk", &Settings::AutoMV, 1},
-  };
-  for (const auto& r : rows) {
-    const Settings s = ParseSettings(std::string("[options]\r\n") + r.line + "\r\n");
-    EXPECT_EQ(s.*(r.field), r.expected) << r.line;
+  const std::map<std::string, int16_t Settings::*> field = {
+      {"LTOffset", &Settings::LTOffset},       {"DefMVYear", &Settings::DefMVYear},     {"DefMVModel", &Settings::DefMVModel},
+      {"DefaultUnitSystem", &Settings::DefaultUnitSystem}, {"Synchronize", &Settings::Synchronize},
+      {"AutoMV", &Settings::AutoMV},           {"IniTop", &Settings::IniTop},           {"IniLeft", &Settings::IniLeft}};
+  for (const GoldenRow& r : ReadGolden("app/data/settings.txt", "read")) {
+    std::string text;
+    for (char c : r[0]) text += c == '|' ? std::string("\r\n") : std::string(1, c);
+    EXPECT_EQ(ParseSettings(text + "\r\n").*field.at(r[1]), r.Num(2)) << r.where;
   }
-  EXPECT_EQ(ParseSettings("[WinPos]\nIniTop=40000\nIniLeft=3000\n").IniTop, 0);
-  EXPECT_EQ(ParseSettings("[WinPos]\nIniTop=40000\nIniLeft=3000\n").IniLeft, 3000);
-  // The first occurrence of a key wins; keys outside their section are ignored.
-  EXPECT_EQ(ParseSettings("LTOffset=5\n[Options]\nLTOffset=3\nLTOffset=4\n").LTOffset, 3);
   EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=  /data/europe.dat  \n").DBPath, "/data/europe.dat");
   // A UTF-8 byte order mark (Windows editors) used to hide the whole first section.
   EXPECT_EQ(ParseSettings("\xEF\xBB\xBF[Options]\r\nLTOffset=5\r\n").LTOffset, 5);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/TextFormat.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
 
 using namespace norvane;
