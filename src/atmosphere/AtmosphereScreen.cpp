@@ -20,14 +20,6 @@
 namespace norvane {
 namespace {
 
-QRadioButton* MakeOption(QWidget* frame, QButtonGroup* group, const QString& text, const QString& name, int id) {
-  auto* b = new QRadioButton(text, frame);
-  b->setObjectName(name);
-  group->addButton(b, id);
-  frame->layout()->addWidget(b);
-  return b;
-}
-
 QScrollBar* MakeScroll(QWidget* parent, const QString& name) {
   return MakeValueScrollBar(parent, name, 0, 0, 10, 180);  // the range follows the units
 }
@@ -53,20 +45,14 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   altCol->addStretch();
   top->addLayout(altCol);
 
-  auto* frameAlt = makeFrame(tr("Altitude type"), "FrameAlt");
-  new QVBoxLayout(frameAlt);
-  auto* altGroup = new QButtonGroup(this);
-  optAlt_[0] = MakeOption(frameAlt, altGroup, tr("True"), "OptAlt0", 0);
-  optAlt_[1] = MakeOption(frameAlt, altGroup, tr("Geopotential"), "OptAlt1", 1);
+  const auto [frameAlt, altGroup] = makeOptionGroup(tr("Altitude type"), "FrameAlt", "OptAlt",
+                                                    {tr("True"), tr("Geopotential")}, optAlt_.data(), Qt::Vertical);
   optAlt_[0]->setToolTip(tr("Geometric altitude"));
   optAlt_[1]->setToolTip(tr("Geopotential altitude"));
   top->addWidget(frameAlt);
 
-  auto* frameAltUnits = makeFrame(tr("Altitude unit"), "FrameAltUnits");
-  new QVBoxLayout(frameAltUnits);
-  auto* altUnitGroup = new QButtonGroup(this);
-  optAltUnits_[0] = MakeOption(frameAltUnits, altUnitGroup, tr("Meters"), "OptAltUnits0", 0);
-  optAltUnits_[1] = MakeOption(frameAltUnits, altUnitGroup, tr("Feet"), "OptAltUnits1", 1);
+  const auto [frameAltUnits, altUnitGroup] = makeOptionGroup(
+      tr("Altitude unit"), "FrameAltUnits", "OptAltUnits", {tr("Meters"), tr("Feet")}, optAltUnits_.data(), Qt::Vertical);
   top->addWidget(frameAltUnits);
   contentLayout()->addLayout(top);
 

@@ -79,15 +79,10 @@ DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", 
 
   auto* left = new QVBoxLayout;
   left->addLayout(grid);
-  auto* frameGiven = makeFrame(tr("Given"), "FrameGiven");
-  auto* gl = new QVBoxLayout(frameGiven);
-  auto* givenGroup = new QButtonGroup(this);
-  for (int i = 0; i < 3; ++i) {
-    optGiven_[i] = new QRadioButton(tr(kGivenTexts[i].option), frameGiven);
-    optGiven_[i]->setObjectName(QStringLiteral("OptGiven%1").arg(i));
-    givenGroup->addButton(optGiven_[i], i);
-    gl->addWidget(optGiven_[i]);
-  }
+  QStringList given;
+  for (const auto& t : kGivenTexts) given << tr(t.option);
+  const auto [frameGiven, givenGroup] =
+      makeOptionGroup(tr("Given"), "FrameGiven", "OptGiven", given, optGiven_.data(), Qt::Vertical);
   grid->addWidget(frameGiven, 5, 0, 1, 2);  // the choice, then the box it governs
   const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisaRange.min),
                                            static_cast<int>(kDisaRange.max), 10, "+000",

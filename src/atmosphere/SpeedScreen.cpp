@@ -56,16 +56,8 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   inputs->setColumnStretch(2, 1);
   left->addLayout(inputs);
 
-  auto* frameFrom = makeFrame(tr("From"), "FrameFrom");
-  auto* ffl = new QHBoxLayout(frameFrom);
-  auto* inputGroup = new QButtonGroup(this);
-  static const char* const kOptCaptions[3] = {"CAS", "TAS", "Mach"};
-  for (int i = 0; i < 3; ++i) {
-    optInput_[i] = new QRadioButton(tr(kOptCaptions[i]), frameFrom);
-    optInput_[i]->setObjectName(QStringLiteral("Optinput%1").arg(i));
-    inputGroup->addButton(optInput_[i], i);
-    ffl->addWidget(optInput_[i]);
-  }
+  const auto [frameFrom, inputGroup] =
+      makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")}, optInput_.data());
   left->addWidget(frameFrom);
 
   auto* disaRow = new QHBoxLayout;

@@ -44,17 +44,9 @@ HoldingScreen::HoldingScreen(QWidget* parent)
   inputs->addWidget(trackCaption, 1, 0);
   inputs->addWidget(track, 1, 1);
 
-  auto* frameTurn = makeFrame(tr("Holding pattern"), "FrameHDTurn");
-  auto* tl = new QHBoxLayout(frameTurn);
-  auto* turnGroup = new QButtonGroup(this);
-  const char* const turnCaptions[2] = {"Right-hand", "Left-hand"};
-  for (int i = 0; i < 2; ++i) {
-    hdTurn_[i] = new QRadioButton(tr(turnCaptions[i]), frameTurn);
-    hdTurn_[i]->setObjectName(QStringLiteral("HDTurn%1").arg(i));
-    turnGroup->addButton(hdTurn_[i], i);
-    tl->addWidget(hdTurn_[i]);
-  }
-  tl->addStretch();
+  const auto [frameTurn, turnGroup] =
+      makeOptionGroup(tr("Holding pattern"), "FrameHDTurn", "HDTurn", {tr("Right-hand"), tr("Left-hand")}, hdTurn_);
+  static_cast<QBoxLayout*>(frameTurn->layout())->addStretch();
 
   auto* frameLimits = makeFrame(tr("Entry sector inbound course"), "FrameLimits");
   frameLimits->setToolTip(tr("Tracks to the fix, clockwise from the first to the second limit, both included"));

@@ -61,19 +61,9 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
 
   // The three option groups; a change recalculates when results are shown.
   const auto options = [this](const QString& caption, const char* name, const char* optionName,
-                              std::initializer_list<const char*> texts, QRadioButton** out, int* kept) {
-    QGroupBox* frame = makeFrame(caption, name);
-    auto* l = new QHBoxLayout(frame);
-    auto* group = new QButtonGroup(this);
-    int i = 0;
-    for (const char* t : texts) {
-      out[i] = new QRadioButton(tr(t), frame);
-      out[i]->setObjectName(QStringLiteral("%1%2").arg(optionName).arg(i));
-      group->addButton(out[i], i);
-      l->addWidget(out[i]);
-      ++i;
-    }
-    l->addStretch();
+                              const QStringList& texts, QRadioButton** out, int* kept) {
+    const auto [frame, group] = makeOptionGroup(caption, name, optionName, texts, out);
+    static_cast<QBoxLayout*>(frame->layout())->addStretch();
     out[*kept]->setChecked(true);
     connect(group, &QButtonGroup::idClicked, this, [this, kept](int id) {
       *kept = id;
@@ -83,12 +73,12 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
   };
   auto* left = new QVBoxLayout;
   left->addLayout(grid);
-  left->addWidget(options(tr("Turns"), "FrameTurns", "OptTurn", {"Right", "Left"}, optTurn_.data(), &gTurn));
-  left->addWidget(options(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput", {"20°", "25°", "30°", "ul"},
-                          optBank_.data(), &gMaxBank));
+  left->addWidget(options(tr("Turns"), "FrameTurns", "OptTurn", {tr("Right"), tr("Left")}, optTurn_.data(), &gTurn));
+  left->addWidget(options(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput",
+                          {tr("20°"), tr("25°"), tr("30°"), tr("ul")}, optBank_.data(), &gMaxBank));
   optBank_[3]->setToolTip(tr("Unlimited: the bank that the turn rate needs"));
-  left->addWidget(options(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput", {"1.5 (1/2 std)", "3 (std)"},
-                          optRate_.data(), &gRate));
+  left->addWidget(options(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput",
+                          {tr("1.5 (1/2 std)"), tr("3 (std)")}, optRate_.data(), &gRate));
   left->addStretch();
 
   struct Result {

@@ -46,29 +46,13 @@ TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Tu
   tasRow->addStretch();
   left->addLayout(tasRow);
 
-  auto* frameBank = makeFrame(tr("Max bank (ul=unlimited)"), "FrameMaxBank");
-  auto* bl = new QHBoxLayout(frameBank);
-  auto* bankGroup = new QButtonGroup(this);
-  const char* const bankCaptions[4] = {"20°", "25°", "30°", "ul"};
-  for (int i = 0; i < 4; ++i) {
-    optBank_[i] = new QRadioButton(tr(bankCaptions[i]), frameBank);
-    optBank_[i]->setObjectName(QStringLiteral("Optbankinput%1").arg(i));
-    bankGroup->addButton(optBank_[i], i);
-    bl->addWidget(optBank_[i]);
-  }
+  const auto [frameBank, bankGroup] = makeOptionGroup(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput",
+                                                      {tr("20°"), tr("25°"), tr("30°"), tr("ul")}, optBank_);
   optBank_[3]->setToolTip(tr("Unlimited: the bank that the turn rate needs"));
   left->addWidget(frameBank);
 
-  auto* frameRate = makeFrame(tr("Turn rate (deg/s)"), "FrameIFRTR");
-  auto* tl = new QHBoxLayout(frameRate);
-  auto* rateGroup = new QButtonGroup(this);
-  const char* const rateCaptions[2] = {"1.5 (1/2 std)", "3 (std)"};
-  for (int i = 0; i < 2; ++i) {
-    optRate_[i] = new QRadioButton(tr(rateCaptions[i]), frameRate);
-    optRate_[i]->setObjectName(QStringLiteral("OptTRinput%1").arg(i));
-    rateGroup->addButton(optRate_[i], i);
-    tl->addWidget(optRate_[i]);
-  }
+  const auto [frameRate, rateGroup] = makeOptionGroup(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput",
+                                                      {tr("1.5 (1/2 std)"), tr("3 (std)")}, optRate_);
   left->addWidget(frameRate);
   left->addStretch();
 

@@ -70,16 +70,10 @@ WindScreen::WindScreen(QWidget* parent) : CalculatorScreen(5, "frmData5", tr("Wi
                  "runway crosswind right is positive and left is negative. Track/HDG and wind direction must be "
                  "both true or magnetic"));
 
-  auto* frameOpt = makeFrame(tr("Wind calculation"), "FrameOpt");
-  auto* ol = new QVBoxLayout(frameOpt);
-  auto* group = new QButtonGroup(this);
-  const char* const optCaptions[3] = {"Known enroute wind", "Unknown enroute wind", "Runway wind calculator"};
-  for (int i = 0; i < 3; ++i) {
-    optknown_[i] = new QRadioButton(tr(optCaptions[i]), frameOpt);
-    optknown_[i]->setObjectName(QStringLiteral("Optknown%1").arg(i));
-    group->addButton(optknown_[i], i);
-    ol->addWidget(optknown_[i]);
-  }
+  const auto [frameOpt, group] =
+      makeOptionGroup(tr("Wind calculation"), "FrameOpt", "Optknown",
+                      {tr("Known enroute wind"), tr("Unknown enroute wind"), tr("Runway wind calculator")}, optknown_,
+                      Qt::Vertical);
   connect(group, &QButtonGroup::idClicked, this, &WindScreen::optknownClick);
 
   auto* inputs = new QGridLayout;
