@@ -1,8 +1,8 @@
 #pragma once
 // Golden tables in the manner of PROJ's gie files: one case per line of a text file under tests/,
-// fields separated by blanks, a "quoted field" for a text with blanks; a field starting with '#'
-// begins a comment to the end of the line. A test reads the rows and checks each against the
-// code: a case is added by adding a line.
+// fields separated by blanks, a "quoted field" for a text with blanks (with \" \n \\ as in C++); a
+// field starting with '#' begins a comment to the end of the line. A test reads the rows and checks
+// each against the code: a case is added by adding a line.
 #include <cmath>
 #include <fstream>
 #include <string>
@@ -35,10 +35,15 @@ inline std::vector<GoldenRow> ReadGolden(const std::string& path, const std::str
         ++i;
       } else if (line[i] == '#') {
         break;
-      } else if (line[i] == '"') {
-        const size_t end = line.find('"', i + 1);
-        row.fields.push_back(line.substr(i + 1, end - i - 1));
-        i = end == std::string::npos ? line.size() : end + 1;
+      } else if (line[i] == '"') {  // \" \n \\ as in C++
+        std::string field;
+        for (++i; i < line.size() && line[i] != '"'; ++i) {
+          const bool escaped = line[i] == '\\' && i + 1 < line.size();
+          if (escaped) ++i;
+          field += escaped && line[i] == 'n' ? '\n' : line[i];
+        }
+        row.fields.push_back(field);
+        ++i;
       } else {
         const size_t end = line.find_first_of(" \t\r", i);
         row.fields.push_back(line.substr(i, end - i));
