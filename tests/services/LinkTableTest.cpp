@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "services/LinkTable.hpp"
-#include "Unescape.hpp"
 #include "support/Golden.hpp"
 
 namespace norvane {
@@ -42,7 +41,7 @@ TEST(LinkTable, DefaultList) {
 TEST(LinkTable, TidyRule) {
   for (const auto& r : test::ReadGolden("services/data/links.txt", "tidy")) {
     std::vector<Link> links;
-    std::istringstream entries(test::Unescape(r[0]));
+    std::istringstream entries(r[0]);
     for (std::string title, url; std::getline(entries, title, '>') && std::getline(entries, url, '|');)
       links.push_back({title, url});
     LinkTable t = Table(links);

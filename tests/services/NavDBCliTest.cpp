@@ -5,7 +5,6 @@
 #include <fstream>
 #include <string>
 
-#include "Unescape.hpp"
 #include "support/Golden.hpp"
 #include "support/RunProcess.hpp"
 #include "support/TempDir.hpp"
@@ -23,7 +22,7 @@ TEST(NavDBCli, CommandsAndErrors) {
   const auto expand = [&](std::string s, bool quote) {
     for (const auto& [name, value] : names)
       for (size_t i; (i = s.find(name)) != std::string::npos;) s.replace(i, name.size(), quote ? ShellQuote(value) : value);
-    return Unescape(s);
+    return s;
   };
   for (const auto& r : ReadGolden("services/data/navdb-cli.txt", "cli")) {
     const auto run = RunCliLine(expand(r[1], true));

@@ -14,7 +14,6 @@
 #include "services/UpdateInfo.hpp"
 #include "services/UpdateManifest.hpp"
 #include "services/UpdateSignature.hpp"
-#include "Unescape.hpp"
 #include "support/Golden.hpp"
 #include "support/TempDir.hpp"
 
@@ -33,7 +32,7 @@ const unsigned char* Bytes(const std::string& s) { return reinterpret_cast<const
 TEST(UpdateInfo, GoldenTable) {
   const std::string table = "services/data/update.txt";
   for (const auto& r : test::ReadGolden(table, "version")) {
-    EXPECT_EQ(ParseVersionText(test::Unescape(r[0])), std::stoi(r[1])) << r.where;
+    EXPECT_EQ(ParseVersionText(r[0]), std::stoi(r[1])) << r.where;
     if (r[2] != "-") EXPECT_EQ(VersionText(int16_t(std::stoi(r[1]))), r[2]) << r.where;
   }
   for (const auto& r : test::ReadGolden(table, "verdict"))
@@ -41,7 +40,7 @@ TEST(UpdateInfo, GoldenTable) {
   for (const auto& r : test::ReadGolden(table, "due"))
     EXPECT_EQ(AutoUpdateCheckDue(int16_t(std::stoi(r[0])), r[1], r[2], r[3] == "yes"), r[4] == "yes") << r.where;
   for (const auto& r : test::ReadGolden(table, "manifest")) {
-    const std::optional<UpdateManifest> m = ParseUpdateManifest(test::Unescape(r[0]));
+    const std::optional<UpdateManifest> m = ParseUpdateManifest(r[0]);
     ASSERT_EQ(m.has_value(), r[1] != "0") << r.where;
     if (!m) continue;
     EXPECT_EQ(m->version, std::stoi(r[1])) << r.where;

@@ -9,7 +9,6 @@
 #include <string>
 
 #include "LocalHttpServer.hpp"
-#include "Unescape.hpp"
 #include "support/Golden.hpp"
 #include "support/RunProcess.hpp"
 
@@ -41,7 +40,7 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
     std::istringstream words(r[1]);
     for (std::string word; words >> word;) args.push_back(word);
     const test::ProcessResult run = cli(args);
-    std::string want = test::Unescape(r[2]);
+    std::string want = r[2];
     for (size_t i; (i = want.find("$YEAR")) != std::string::npos;) want.replace(i, 5, year);
     EXPECT_EQ(run.status, std::stoi(r[0])) << r.where << "\n" << run.err;
     EXPECT_EQ(run.out.substr(0, want.size()), want) << r.where;

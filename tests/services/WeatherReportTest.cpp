@@ -3,7 +3,6 @@
 
 #include "services/WeatherReport.hpp"
 
-#include "Unescape.hpp"
 #include "support/Golden.hpp"
 
 namespace norvane {
@@ -16,13 +15,13 @@ TEST(WeatherReport, GoldenTable) {
   for (const auto& r : test::ReadGolden("services/data/weather.txt", "icao"))
     EXPECT_EQ(IsIcaoCode(r[0]), r[1] == "yes") << r.where;
   for (const auto& r : test::ReadGolden("services/data/weather.txt", "reply")) {
-    const WeatherResult w = ParseWeatherReply(test::Unescape(r[2]), std::stoi(r[0]));
+    const WeatherResult w = ParseWeatherReply(r[2], std::stoi(r[0]));
     EXPECT_EQ(w.code, std::stoi(r[1])) << r.where;
-    EXPECT_EQ(w.recorded, test::Unescape(r[3])) << r.where;
-    EXPECT_EQ(w.report, test::Unescape(r[4])) << r.where;
+    EXPECT_EQ(w.recorded, r[3]) << r.where;
+    EXPECT_EQ(w.report, r[4]) << r.where;
   }
   for (const auto& r : test::ReadGolden("services/data/weather.txt", "error"))
-    EXPECT_EQ(WeatherErrorText(std::stoi(r[0])), test::Unescape(r[1])) << r.where;
+    EXPECT_EQ(WeatherErrorText(std::stoi(r[0])), r[1]) << r.where;
   WeatherResult ok;
   ok.recorded = "2025/03/14 09:50";
   EXPECT_EQ(RecordedText(ok), "Recorded: 2025/03/14 09:50");

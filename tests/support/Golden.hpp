@@ -1,8 +1,8 @@
 #pragma once
 // Golden tables in the manner of PROJ's gie files: one case per line of a text file under tests/,
-// fields separated by blanks, a "quoted field" for a text with blanks (with \" \n \\ as in C++); a
-// field starting with '#' begins a comment to the end of the line. A test reads the rows and checks
-// each against the code: a case is added by adding a line.
+// fields separated by blanks, a "quoted field" for a text with blanks (with \" \\ \n \r \t \xHH
+// as in C++); a field starting with '#' begins a comment to the end of the line. A test reads the
+// rows and checks each against the code: a case is added by adding a line.
 #include <cmath>
 #include <fstream>
 #include <string>
@@ -35,12 +35,16 @@ inline std::vector<GoldenRow> ReadGolden(const std::string& path, const std::str
         ++i;
       } else if (line[i] == '#') {
         break;
-      } else if (line[i] == '"') {  // \" \n \\ as in C++
+      } else if (line[i] == '"') {  // \" \\ \n \r \t \xHH as in C++
         std::string field;
         for (++i; i < line.size() && line[i] != '"'; ++i) {
-          const bool escaped = line[i] == '\\' && i + 1 < line.size();
-          if (escaped) ++i;
-          field += escaped && line[i] == 'n' ? '\n' : line[i];
+          const char c = line[i] == '\\' && i + 1 < line.size() ? line[++i] : 0;
+          if (c == 'x' && i + 2 < line.size()) {
+            field += char(std::stoi(line.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+          } else {
+            field += c == 'n' ? '\n' : c == 'r' ? '\r' : c == 't' ? '\t' : c ? c : line[i];
+          }
         }
         row.fields.push_back(field);
         ++i;
