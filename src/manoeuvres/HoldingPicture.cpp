@@ -36,6 +36,16 @@ void Arrowhead(QPainter& p, QPointF tip, QPointF dir, double size, const QColor&
   p.fillPath(head, color);
 }
 
+void FixSymbol(QPainter& p, QPointF at, const QColor& color) {
+  const double h = 6;
+  QPainterPath fix;
+  fix.moveTo(at + QPointF(0, -h));
+  fix.lineTo(at + QPointF(h * 0.87, h * 0.5));
+  fix.lineTo(at + QPointF(-h * 0.87, h * 0.5));
+  fix.closeSubpath();
+  p.fillPath(fix, color);
+}
+
 HoldingPicture::HoldingPicture(QWidget* parent) : QWidget(parent) {
   setObjectName("PictBox");
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -189,16 +199,7 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   }
   p.setFont(font());
 
-  // The fix: a filled triangle, the chart symbol of a reporting point.
-  {
-    const double h = 6;
-    QPainterPath fix;
-    fix.moveTo(c + QPointF(0, -h));
-    fix.lineTo(c + QPointF(h * 0.87, h * 0.5));
-    fix.lineTo(c + QPointF(-h * 0.87, h * 0.5));
-    fix.closeSubpath();
-    p.fillPath(fix, kInk);
-  }
+  FixSymbol(p, c, kInk);
 
   // The typed track: from the ring towards the fix.
   if (track_) {

@@ -21,6 +21,8 @@ namespace norvane {
 // A filled arrowhead with its point at `tip`, pointing along the unit vector `dir`, `size` long;
 // the pictures of the holding and racetrack screens draw their arrows with it.
 void Arrowhead(QPainter& p, QPointF tip, QPointF dir, double size, const QColor& color);
+// The fix at `at`: a filled triangle, the chart symbol of a reporting point.
+void FixSymbol(QPainter& p, QPointF at, const QColor& color);
 
 class HoldingPicture : public QWidget {
   Q_OBJECT

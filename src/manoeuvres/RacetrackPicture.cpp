@@ -108,16 +108,7 @@ void RacetrackPicture::paintEvent(QPaintEvent*) {
       break;
     }
 
-  // The fix: a filled triangle, the chart symbol of a reporting point.
-  {
-    const double h = 6;
-    QPainterPath tri;
-    tri.moveTo(fix + QPointF(0, -h));
-    tri.lineTo(fix + QPointF(h * 0.87, h * 0.5));
-    tri.lineTo(fix + QPointF(-h * 0.87, h * 0.5));
-    tri.closeSubpath();
-    p.fillPath(tri, kInk);
-  }
+  FixSymbol(p, fix, kInk);
 
   // North mark, top left; wind arrow (blowing towards) top right; scale bar bottom left.
   p.setPen(kInk);
