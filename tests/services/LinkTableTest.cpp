@@ -2,10 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "services/LinkTable.hpp"
+#include "Unescape.hpp"
+#include "support/Golden.hpp"
 
 namespace norvane {
 namespace {
@@ -37,33 +40,18 @@ TEST(LinkTable, DefaultList) {
 }
 
 TEST(LinkTable, TidyRule) {
-  struct Row {
-    const char* what;
-    std::vector<Link> in;
-    std::vector<std::string> titles, urls;
-  };
-  const Row rows[] = {
-      {"blank titles dropped, gaps closed, titles trimmed",
-       {{"Zulu", "z"}, {"", "lost"}, {"   ", "lost too"}, {"\tMike ", "m"}, {"Alpha", "a"}},
-       {"Alpha", "Mike", "Zulu"},
-       {"a", "m", "z"}},
-      {"case ignored", {{"beta", "b"}, {"ALPHA", "A"}, {"Charlie", "c"}}, {"ALPHA", "beta", "Charlie"}, {"A", "b", "c"}},
-      {"equal titles: the first found stays first", {{"x", "1"}, {"Wx", "2"}, {"WX", "3"}, {"wx", "4"}},
-       {"Wx", "WX", "wx", "x"}, {"2", "3", "4", "1"}},
-      // Selection by swapping: the smallest title trades places with the entry at the front,
-      // which can carry that entry past an equal one.
-      {"swap carries an equal title behind", {{"B", "1"}, {"b", "2"}, {"A", "3"}}, {"A", "b", "B"}, {"3", "2", "1"}},
-      {"all blank", {{" ", "x"}, {"", "y"}}, {}, {}},
-  };
-  for (const Row& r : rows) {
-    LinkTable t = Table(r.in);
+  for (const auto& r : test::ReadGolden("services/data/links.txt", "tidy")) {
+    std::vector<Link> links;
+    std::istringstream entries(test::Unescape(r[0]));
+    for (std::string title, url; std::getline(entries, title, '>') && std::getline(entries, url, '|');)
+      links.push_back({title, url});
+    LinkTable t = Table(links);
     t.Tidy();
-    std::vector<std::string> titles;
-    for (int i = 0; i < t.count; ++i) titles.push_back(t.entries[i].title);
-    EXPECT_EQ(titles, r.titles) << r.what;
-    EXPECT_EQ(Urls(t), r.urls) << r.what;
+    std::string tidied;
+    for (int i = 0; i < t.count; ++i) tidied += (i ? "|" : "") + t.entries[i].title + ">" + t.entries[i].url;
+    EXPECT_EQ(tidied, r[1]) << r.where;
     for (int i = t.count; i < LinkTable::kCapacity; ++i)
-      EXPECT_TRUE(t.entries[i].title.empty() && t.entries[i].url.empty()) << r.what;
+      EXPECT_TRUE(t.entries[i].title.empty() && t.entries[i].url.empty()) << r.where;
   }
 }
 

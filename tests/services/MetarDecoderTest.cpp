@@ -51,15 +51,10 @@ TEST(MetarDecoder, SplitsStationFilesAndLaysOutChangeGroups) {
             "PROB30 TEMPO 1500/1506 BR\nFM150600 VRB03KT CAVOK\nRMK NXT FCST BY 18Z");
 }
 
-test::ShellResult Cli(const std::string& args, const std::string& input) {
-  return test::RunShell("printf '%s' " + test::ShellQuote(input) + " | " + test::ShellQuote(NORVANE_CLI) + " " +
-                        args + " 2>&1");
-}
-
 TEST(MetarDecoder, CommandLine) {
   // One JSON object per METAR and line: MPS converted to knots, statute miles to metres, inHg to hPa.
-  auto r = Cli("metar-decode --json", "UUEE 151200Z 27005G10MPS 1 1/2SM -SHRA BR VV/// M05/M07 A2992 XX\n"
-                                      "METAR LFPG 020030Z VRB02KT CAVOK M00/M01 Q1030\n");
+  auto r = test::RunCliLine("metar-decode --json", "UUEE 151200Z 27005G10MPS 1 1/2SM -SHRA BR VV/// M05/M07 A2992 XX\n"
+                                                  "METAR LFPG 020030Z VRB02KT CAVOK M00/M01 Q1030\n");
   EXPECT_EQ(r.status, 0);
   const std::string uuee =
       R"("station":"UUEE","time":"151200","nil":false,"wind_direction":270,"wind_speed_kt":10,"gust_kt":19,)"
@@ -71,16 +66,16 @@ TEST(MetarDecoder, CommandLine) {
                        R"("weather":[],"clouds":[],"temperature_c":0,)"), std::string::npos) << r.out;
 
   // The density altitude of a METAR is the density altitude screen's for the same values.
-  r = Cli("metar-decode --elevation 5434", "KDEN 211753Z 16008KT 10SM CLR 28/05 A3012\n");
-  const auto da = Cli("density-altitude --qnh 1020 --temperature 28 --dewpoint 5 --elevation 5434", "");
+  r = test::RunCliLine("metar-decode --elevation 5434", "KDEN 211753Z 16008KT 10SM CLR 28/05 A3012\n");
+  const auto da = test::RunCliLine("density-altitude --qnh 1020 --temperature 28 --dewpoint 5 --elevation 5434");
   std::smatch m;
   ASSERT_TRUE(std::regex_search(da.out, m, std::regex("density_altitude: (\\d)(\\d+)"))) << da.out;
   EXPECT_NE(r.out.find("density_altitude: Density altitude " + m[1].str() + "," + m[2].str() +
                        " ft at elevation 5,434 ft"), std::string::npos) << r.out << da.out;
 
-  EXPECT_EQ(Cli("metar-decode", "\n2025/03/14 09:50\n").out, "message: No report on standard input\n");
-  EXPECT_EQ(Cli("metar-decode", "").status, 1);
-  r = Cli("metar-decode --elevation 20000", "EGLL 140950Z 24010KT\n");
+  EXPECT_EQ(test::RunCliLine("metar-decode", "\n2025/03/14 09:50\n").out, "message: No report on standard input\n");
+  EXPECT_EQ(test::RunCliLine("metar-decode </dev/null").status, 1);
+  r = test::RunCliLine("metar-decode --elevation 20000", "EGLL 140950Z 24010KT\n");
   EXPECT_EQ(r.status, 2);
   EXPECT_EQ(r.out, "error: --elevation: 20000 is out of range (-1500 to 15000 ft)\n");
 }

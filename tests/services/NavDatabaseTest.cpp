@@ -8,8 +8,8 @@
 #include <fstream>
 #include <random>
 
+#include "support/Golden.hpp"
 #include "support/TempDir.hpp"
-
 
 using namespace norvane;
 namespace fs = std::filesystem;
@@ -41,72 +41,50 @@ std::vector<WaypointRecord> SampleRecords() {
   return r;
 }
 
+WaypointType TypeNamed(const std::string& name) {
+  return name == "VOR" ? WaypointType::Vor : name == "NDB" ? WaypointType::Ndb
+         : name == "APT" ? WaypointType::Airport : WaypointType::Intersection;
+}
+
 }  // namespace
 
-TEST(NavDatabaseFormat, IdentifierCodesAreBase64DigitsOfTheBlankPaddedIdentifier) {
-  struct Row { const char* id; uint32_t code; };
-  const Row rows[] = {
-      {"", 0},
-      {"A", 11u << 24},                            // "A" has value 11
-      {"ABCDE", (11u << 24) | (12u << 18) | (13u << 12) | (14u << 6) | 15u},
-      {"9Z9Z9", (10u << 24) | (36u << 18) | (10u << 12) | (36u << 6) | 10u},
-      {"ab", 0},                                   // small letters count as blanks
-      {"A-B", (11u << 24) | (12u << 12)},          // "-" counts as a blank
-      {"ABCDEF", IdentCode("ABCDE")},              // a sixth character is ignored
-  };
-  for (const Row& r : rows) EXPECT_EQ(IdentCode(r.id), r.code) << r.id;
-  EXPECT_EQ(IdentFromCode(IdentCode("EGLL")), "EGLL");
+// The rows of data/navdb.txt: identifier codes, angles and the texts shown for records.
+TEST(NavDatabaseFormat, GoldenTable) {
+  for (const auto& r : test::ReadGolden("services/data/navdb.txt", "ident")) {
+    EXPECT_EQ(IdentCode(r[0]), std::stoul(r[1], nullptr, 0)) << r.where;
+    EXPECT_EQ(IsValidIdent(r[0]), r[2] == "yes") << r.where;
+    if (r[2] == "yes") EXPECT_EQ(IdentFromCode(IdentCode(r[0])), r[0]) << r.where;
+  }
   EXPECT_EQ(IdentFromCode(63u << 24), "?");
-  EXPECT_TRUE(IsValidIdent("LAM"));
-  for (const char* id : {"ABCDEF", "US-01", "lam"}) EXPECT_FALSE(IsValidIdent(id)) << id;
-}
-
-TEST(NavDatabaseFormat, SouthernLatitudeWordCarriesTheFrequencyHighByte) {
-  // 33°52.5' S stored with frequency byte 0x12: word 1 = -((33*36000 + 52*600 + 300) * 256 + 0x12).
-  const int32_t tenths = 33 * 36000 + 52 * 600 + 300;
-  const WaypointRecord r = MakeRecord(WaypointType::Ndb, IdentCode("XYZ"), -tenths, 151 * 36000, 0x1234);
-  EXPECT_EQ(r.lat, -(tenths * 256 + 0x12));
-  EXPECT_EQ(r.lon, 151 * 36000 * 256 + 0x34);
-  EXPECT_EQ(LatTenths(r), -tenths);
-  EXPECT_EQ(RecordFrequency(r), 0x1234);
-  EXPECT_EQ(RecordType(r), WaypointType::Ndb);
-  EXPECT_EQ(RecordCode(r), IdentCode("XYZ"));
-}
-
-TEST(NavDatabaseFormat, SplitAngleRoundsMinutesOnlyWithoutSeconds) {
-  struct Row { int64_t value; bool withSeconds; std::array<int32_t, 4> parts; };
-  const Row rows[] = {
-      {36000 * 45 + 600 * 12 + 10 * 34 + 7, true, {45, 12, 34, 7}},
-      {36000 * 45 + 600 * 12 + 10 * 34 + 7, false, {45, 13, 0, 0}},   // 34.7" rounds up
-      {36000 * 45 + 600 * 12 + 299, false, {45, 12, 0, 0}},           // 29.9" rounds down
-      {36000 * 10 + 600 * 59 + 300, false, {11, 0, 0, 0}},            // 59'30" carries a degree
-      {36000 * 33 + 600 * 52 + 300, true, {33, 52, 30, 0}},
-  };
-  for (const Row& r : rows) {
-    const AngleParts a = SplitAngle(r.value, r.withSeconds);
-    EXPECT_EQ((std::array{a.deg, a.min, a.sec, a.tenths}), r.parts) << r.value;
+  for (const auto& r : test::ReadGolden("services/data/navdb.txt", "split")) {
+    const AngleParts a = SplitAngle(std::stoll(r[0]), r[1] == "yes");
+    EXPECT_EQ((std::array{a.deg, a.min, a.sec, a.tenths}),
+              (std::array{std::stoi(r[2]), std::stoi(r[3]), std::stoi(r[4]), std::stoi(r[5])})) << r.where;
   }
-}
-
-TEST(NavDatabaseFormat, TypeTextsAndListLines) {
-  // Lambourne VOR, 51.646099 N 0.151667 E: 51°38'46" and 0°09'06" shown with rounded minutes.
-  const auto tenths = [](double deg) { return int32_t(std::lround(deg * 36000)); };
-  struct Row { WaypointRecord r; const char* type; const char* line; };
-  const Row rows[] = {
-      {MakeRecord(WaypointType::Vor, IdentCode("LAM"), tenths(51.64609909057617), tenths(0.15166699886322021), 11560),
-       "VOR - Frequency 115.60", "LAM  VORN51\xC2\xB0" "39' E000\xC2\xB0" "09' "},
-      // 52'30" is the rounding threshold: 53 minutes. 0x1234 = 4660 tenths of a kHz.
-      {MakeRecord(WaypointType::Ndb, IdentCode("XYZ"), -(33 * 36000 + 52 * 600 + 300), 151 * 36000, 0x1234),
-       "NDB - Frequency 466.0", "XYZ  NDBS33\xC2\xB0" "53' E151\xC2\xB0" "00' "},
-      {MakeRecord(WaypointType::Airport, IdentCode("KLAX"), tenths(33.94250107), tenths(-118.4079971), 0), "Airport",
-       "KLAX  APTN33\xC2\xB0" "57' W118\xC2\xB0" "24' "},
-      {MakeRecord(WaypointType::Intersection, IdentCode("EQ"), -250, -10, 0), "Intersection",  // rounds to zero: N, E
-       "EQ  INTN00\xC2\xB0" "00' E000\xC2\xB0" "00' "},
-  };
-  for (const Row& r : rows) {
-    EXPECT_EQ(TypeText(r.r), r.type);
-    EXPECT_EQ(ListLine(r.r), r.line);
+  for (const auto& r : test::ReadGolden("services/data/navdb.txt", "line")) {
+    const WaypointRecord w = MakeRecord(TypeNamed(r[0]), IdentCode(r[1]), std::stoi(r[2]), std::stoi(r[3]), std::stoi(r[4]));
+    EXPECT_EQ(LatTenths(w), std::stoi(r[2])) << r.where;
+    EXPECT_EQ(RecordFrequency(w), std::stoi(r[4])) << r.where;
+    EXPECT_EQ(TypeText(w), r[5]) << r.where;
+    EXPECT_EQ(ListLine(w), r[6]) << r.where;
   }
+  // 33°52'30" S with frequency 0x1234: the latitude word carries the frequency's high byte.
+  const WaypointRecord x = MakeRecord(WaypointType::Ndb, IdentCode("XYZ"), -1219500, 5436000, 0x1234);
+  EXPECT_EQ(std::pair(x.lat, x.lon), std::pair(-(1219500 * 256 + 0x12), 5436000 * 256 + 0x34));
+  for (const auto& r : test::ReadGolden("services/data/navdb.txt", "name")) {
+    // The cycle comes from a loaded header (word 2 modulo 65536).
+    NavDatabase db;
+    ASSERT_TRUE(db.LoadNavDBFromBytes(SerializeNavDB(SampleRecords(), uint32_t(std::stoi(r[1])) + 65536u * 3)));
+    db.SetDBPath(r[0]);
+    EXPECT_EQ(db.GetDBDisplayName(), r[2]) << r.where;
+    EXPECT_EQ(db.GetDBFileName(), r[3]) << r.where;
+  }
+  for (const auto& r : test::ReadGolden("services/data/navdb.txt", "box")) {
+    const CoordinateBoxTexts t = CoordinateBoxes(std::stoi(r[0]), true, r[1] == "yes", r[2][0], std::stoi(r[6]));
+    EXPECT_TRUE(t.negative);
+    EXPECT_EQ((std::array{t.deg, t.min, t.sec}), (std::array{r[3], r[4], r[5]})) << r.where;
+  }
+  EXPECT_FALSE(CoordinateBoxes(0, true, true, '.', 89).negative);  // the equator is not south
 }
 
 // Each reason to refuse a file, found by the header check (before loading) or by the load.
@@ -253,47 +231,4 @@ TEST(NavDatabaseSearch, BinarySearchAgreesWithTheScanOnRandomDatabases) {
     for (const char* id : {"0", "A", "AB", "A0", "B", "9", "Z", "ZZ", "0A0", "AAA", "ZZZ", "Q"})
       EXPECT_EQ(db.FindIdent(id), db.FindIdentLinear(id)) << id << " round " << round;
   }
-}
-
-TEST(NavDatabaseNames, DisplayNameCutsLongNamesAndShowsTheCycle) {
-  struct Row { const char* path; int cycle; const char* display; const char* file; };
-  const Row rows[] = {
-      {"/data/europe.dat", 901, "europe (0901)", "europe.dat"},
-      {"/x/world_2024_full.dat", 2401, "world_2024.. (2401)", "world_2024_full.dat"},
-      {"/x/abcdefghij.dat", 12345, "abcdefghij (12345)", "abcdefghij.dat"},
-      {"/x/\xC3\xA9" "tude-a\xC3\xA9roports.dat", 7, "\xC3\xA9" "tude-a\xC3\xA9ro.. (0007)", nullptr},
-  };
-  for (const Row& r : rows) {
-    // The cycle comes from a loaded header (word 2 modulo 65536).
-    std::vector<WaypointRecord> one = {MakeRecord(WaypointType::Airport, IdentCode("A"), 0, 0, 0)};
-    NavDatabase db;
-    ASSERT_TRUE(db.LoadNavDBFromBytes(SerializeNavDB(one, uint32_t(r.cycle) + 65536u * 3)));
-    db.SetDBPath(r.path);
-    EXPECT_EQ(db.GetDBDisplayName(), r.display) << r.path;
-    if (r.file) {
-      EXPECT_EQ(db.GetDBFileName(), r.file);
-    }
-  }
-}
-
-TEST(NavDatabaseFormat, CoordinateBoxTextsForTheScreens) {
-  struct Row { int32_t tenths; bool withSeconds; char sep; const char* deg; const char* min; const char* sec; int max = 179; };
-  const Row rows[] = {
-      {51 * 36000 + 28 * 600 + 142, true, '.', "51", "28", "14.2"},
-      {51 * 36000 + 28 * 600 + 142, true, ',', "51", "28", "14,2"},
-      {51 * 36000 + 28 * 600 + 142, false, '.', "51", "28", ""},     // 14.2" rounds down
-      {0 * 36000 + 27 * 600 + 430, false, '.', "0", "28", ""},       // 43" rounds up
-      {10 * 36000 + 59 * 600 + 599, false, '.', "11", "0", ""},      // carries into the degrees
-      // On or rounding to the 180th meridian or a pole: the largest value the boxes take (was a red "180").
-      {179 * 36000 + 59 * 600 + 599, false, '.', "179", "59", ""}, {180 * 36000, true, '.', "179", "59", "59.9"},
-      {90 * 36000, false, '.', "89", "59", "", 89},
-  };
-  for (const Row& r : rows) {
-    const CoordinateBoxTexts t = CoordinateBoxes(r.tenths, true, r.withSeconds, r.sep, r.max);
-    EXPECT_TRUE(t.negative);
-    EXPECT_EQ(t.deg, r.deg) << r.tenths;
-    EXPECT_EQ(t.min, r.min) << r.tenths;
-    EXPECT_EQ(t.sec, r.sec) << r.tenths;
-  }
-  EXPECT_FALSE(CoordinateBoxes(0, true, true, '.', 89).negative);  // the equator is not south
 }

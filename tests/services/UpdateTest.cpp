@@ -14,6 +14,8 @@
 #include "services/UpdateInfo.hpp"
 #include "services/UpdateManifest.hpp"
 #include "services/UpdateSignature.hpp"
+#include "Unescape.hpp"
+#include "support/Golden.hpp"
 #include "support/TempDir.hpp"
 
 namespace norvane {
@@ -27,25 +29,28 @@ std::string ReadAll(const fs::path& path) {
 }
 const unsigned char* Bytes(const std::string& s) { return reinterpret_cast<const unsigned char*>(s.data()); }
 
-TEST(UpdateInfo, VersionFileVerdictsAndOnceADay) {
-  const std::pair<const char*, int16_t> rows[] = {{"2.33", 233}, {"3.00", 300}, {"2,40", 240}, {"10.01", 0},
-                                                  {"2.3", 0},    {"2.33\n", 0}, {"a.bc", 0},  {"<htm", 0}};
-  for (const auto& [text, version] : rows) EXPECT_EQ(ParseVersionText(text), version) << text;
-  EXPECT_EQ(VersionText(233), "2.33");
-  EXPECT_EQ(VersionText(305), "3.05");
-  EXPECT_EQ(JudgeServerVersion(232, 232), ServerVersionVerdict::NoUpdate);
-  EXPECT_EQ(JudgeServerVersion(231, 232), ServerVersionVerdict::NoUpdate);
-  EXPECT_EQ(JudgeServerVersion(233, 232), ServerVersionVerdict::NewVersion);
-  EXPECT_EQ(JudgeServerVersion(0, 232), ServerVersionVerdict::NoData);
-  EXPECT_STREQ(VerdictText(ServerVersionVerdict::NoData), "Unable to retrieve version data");
-  EXPECT_STREQ(VerdictText(ServerVersionVerdict::NoUpdate), "No update available");
-  EXPECT_STREQ(VerdictText(ServerVersionVerdict::NewVersion), "A new version is available");
+// The rows of data/update.txt: the version file, the verdicts, the once-a-day rule, the manifest.
+TEST(UpdateInfo, GoldenTable) {
+  const std::string table = "services/data/update.txt";
+  for (const auto& r : test::ReadGolden(table, "version")) {
+    EXPECT_EQ(ParseVersionText(test::Unescape(r[0])), std::stoi(r[1])) << r.where;
+    if (r[2] != "-") EXPECT_EQ(VersionText(int16_t(std::stoi(r[1]))), r[2]) << r.where;
+  }
+  for (const auto& r : test::ReadGolden(table, "verdict"))
+    EXPECT_STREQ(VerdictText(JudgeServerVersion(int16_t(std::stoi(r[0])), int16_t(std::stoi(r[1])))), r[2].c_str()) << r.where;
+  for (const auto& r : test::ReadGolden(table, "due"))
+    EXPECT_EQ(AutoUpdateCheckDue(int16_t(std::stoi(r[0])), r[1], r[2], r[3] == "yes"), r[4] == "yes") << r.where;
+  for (const auto& r : test::ReadGolden(table, "manifest")) {
+    const std::optional<UpdateManifest> m = ParseUpdateManifest(test::Unescape(r[0]));
+    ASSERT_EQ(m.has_value(), r[1] != "0") << r.where;
+    if (!m) continue;
+    EXPECT_EQ(m->version, std::stoi(r[1])) << r.where;
+    EXPECT_EQ(m->platform, r[2]) << r.where;
+    EXPECT_EQ(m->size, std::stoll(r[3])) << r.where;
+    EXPECT_EQ(m->sha256[0], 0x9f);
+    EXPECT_EQ(m->sha256[31], 0x08);
+  }
   EXPECT_EQ(UpdateQuestionText(233), "A new Norvane version (2.33) is available\r\nWould you like to update it now ?");
-  EXPECT_TRUE(AutoUpdateCheckDue(1, "", "14/03/2025", true));
-  EXPECT_TRUE(AutoUpdateCheckDue(1, "13/03/2025", "14/03/2025", true));
-  EXPECT_FALSE(AutoUpdateCheckDue(1, "14/03/2025", "14/03/2025", true));  // second start that day
-  EXPECT_FALSE(AutoUpdateCheckDue(0, "", "14/03/2025", true));
-  EXPECT_FALSE(AutoUpdateCheckDue(1, "", "14/03/2025", false));
 }
 
 TEST(ServerAddresses, DefaultsAndOverrides) {
@@ -57,42 +62,6 @@ TEST(ServerAddresses, DefaultsAndOverrides) {
   EXPECT_EQ(UpdateBaseUrl(), kDefaultUpdateUrl);
   unsetenv(kWeatherUrlVariable);
   unsetenv(kUpdateUrlVariable);
-}
-
-TEST(UpdateManifest, ReadsOnlyWellFormedManifests) {
-  const std::string kHash = "9f86d081884c7d659a2feaa0c55ad015a3bf4f1b2b0b822cd15d6c15b0f00a08";  // SHA-256("test")
-  const std::string h = "Norvane update manifest 1\n", rest = "\nsize: 1\nsha256: " + kHash + "\n";
-  struct Row {
-    std::string text;
-    int16_t version;  // 0: refused
-    const char* platform;
-    int64_t size;
-  };
-  const Row rows[] = {
-      {h + "version: 2.33\nplatform: linux-x86_64\nsize: 23456789\nsha256: " + kHash + "\n", 233, "linux-x86_64", 23456789},
-      {"Norvane update manifest 1\r\nsha256: " + kHash + "\r\nsize: 1\r\nplatform: macos-arm64\r\nversion: 327.67\r\n",
-       32767, "macos-arm64", 1},
-      {h + "version: 2.33\nplatform: linux-x86_64\nsize: 1\nsha256: " + kHash, 0, "", 0},  // no final line end
-      {h + "version: 2.33\nversion: 2.34\nplatform: linux-x86_64" + rest, 0, "", 0},
-      {h + "version: 2.33\nplatform: linux-x86_64" + rest + "url: x\n", 0, "", 0},
-      {h + "version: 2.3\nplatform: linux-x86_64" + rest, 0, "", 0},
-      {h + "version: 327.68\nplatform: linux-x86_64" + rest, 0, "", 0},
-      {h + "version: 2.33\nplatform: Linux x86" + rest, 0, "", 0},
-      {h + "version: 2.33\nplatform: linux-x86_64\nsize: 0\nsha256: " + kHash + "\n", 0, "", 0},
-      {h + "version: 2.33\nplatform: linux-x86_64\nsize: 209715201\nsha256: " + kHash + "\n", 0, "", 0},  // > 200 MiB
-      {h + "version: 2.33\nplatform: linux-x86_64\nsize: 1\nsha256: " + kHash.substr(1) + "g\n", 0, "", 0},
-      {"Norvane update manifest 2\nversion: 2.33\nplatform: linux-x86_64" + rest, 0, "", 0},
-  };
-  for (const Row& r : rows) {
-    const std::optional<UpdateManifest> m = ParseUpdateManifest(r.text);
-    ASSERT_EQ(m.has_value(), r.version != 0) << r.text;
-    if (!m) continue;
-    EXPECT_EQ(m->version, r.version);
-    EXPECT_EQ(m->platform, r.platform);
-    EXPECT_EQ(m->size, r.size);
-    EXPECT_EQ(m->sha256[0], 0x9f);
-    EXPECT_EQ(m->sha256[31], 0x08);
-  }
 }
 
 TEST(UpdateSignature, AcceptsOnlyTheSignedFileUnderTheRightKey) {

@@ -1,13 +1,16 @@
-// norvane-cli weather, run as a program against a local weather server: one row per mode and per
-// kind of failure.
+// norvane-cli weather, run as a program against a local weather server: the rows of
+// data/weather-cli.txt, and a hostile server.
 #include <gtest/gtest.h>
 
 #include <QDate>
 #include <QJsonDocument>
 
+#include <sstream>
 #include <string>
 
 #include "LocalHttpServer.hpp"
+#include "Unescape.hpp"
+#include "support/Golden.hpp"
 #include "support/RunProcess.hpp"
 
 namespace norvane {
@@ -33,32 +36,16 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
     return test::RunProcess("/usr/bin/env", args);
   };
 
-  struct Row {
+  for (const auto& r : test::ReadGolden("services/data/weather-cli.txt", "cli")) {
     std::vector<std::string> args;
-    int status;
-    std::string out;  // the start of standard output
-  };
-  const Row rows[] = {
-      {{"weather", "--icao", "EGLL"}, 0, "recorded: " + year + "/03/14 09:50\nreport: EGLL 140950Z 24012KT\n"},
-      {{"weather", "--icao", "egll", "--taf"}, 0,
-       "recorded: " + year + "/03/14 11:02\nreport: TAF EGLL 141058Z 1412/1518 24012KT TEMPO 1412/1418 BKN014\n"},
-      {{"--json", "weather", "--icao", "EGLL"}, 0,
-       "{\"recorded\": \"" + year + "/03/14 09:50\", \"report\": \"EGLL 140950Z 24012KT\"}\n"},
-      {{"weather", "--icao", "EGLL", "--taf", "--decode"}, 0,
-       "recorded: " + year + "/03/14 11:02\nreport: Aerodrome forecast (TAF) for EGLL\ntime: "},
-      {{"weather", "--icao", "ZZZZ"}, 1,
-       "message: Unable to get weather data (unknown location or no available weather data)\n"},
-      {{"weather", "--icao", "SLOW"}, 1, "message: Read data error\n"},
-      {{"weather", "--icao", "EGL"}, 2, ""},
-      {{"weather"}, 2, ""},
-  };
-  for (const Row& row : rows) {
-    const test::ProcessResult run = cli(row.args);
-    EXPECT_EQ(run.status, row.status) << row.args.back() << "\n" << run.err;
-    EXPECT_EQ(run.out.substr(0, row.out.size()), row.out) << row.args.back();
-    if (row.status == 2) {
-      EXPECT_NE(run.err.find("--icao"), std::string::npos) << run.err;
-    }
+    std::istringstream words(r[1]);
+    for (std::string word; words >> word;) args.push_back(word);
+    const test::ProcessResult run = cli(args);
+    std::string want = test::Unescape(r[2]);
+    for (size_t i; (i = want.find("$YEAR")) != std::string::npos;) want.replace(i, 5, year);
+    EXPECT_EQ(run.status, std::stoi(r[0])) << r.where << "\n" << run.err;
+    EXPECT_EQ(run.out.substr(0, want.size()), want) << r.where;
+    if (run.status == 2) EXPECT_NE(run.err.find("--icao"), std::string::npos) << run.err;
   }
 
   // Escape sequences and Latin-1 from the server: no control byte reaches the terminal, and
