@@ -23,13 +23,23 @@
 namespace norvane {
 
 OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19", tr("Options and default"), parent) {
-  const Settings& s = App().settings;
   setRemembersInputs(false);  // it shows the settings, which keep themselves
   calculateButton()->hide();
   closeButton()->hide();
   setInputValid(0, true);
 
   auto* top = new QHBoxLayout;
+  top->addWidget(buildProgramOptions());
+  top->addWidget(buildUnits());
+  contentLayout()->addLayout(top);
+  contentLayout()->addWidget(buildMagVar());
+  contentLayout()->addWidget(buildLtOffset());
+  contentLayout()->addWidget(buildDatabase());
+  contentLayout()->addLayout(buildButtons());
+  loadSettings();
+}
+
+QGroupBox* OptionsScreen::buildProgramOptions() {
   auto* program = makeFrame(tr("Program options"), "FrameProgram");
   auto* pl = new QVBoxLayout(program);
   checkSynchro_ = new QCheckBox(tr("Synchronize windows"), program);
@@ -41,8 +51,10 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   pl->addWidget(checkSynchro_);
   pl->addWidget(checkRemindPos_);
   pl->addWidget(checkAutoUpdate_);
-  top->addWidget(program);
+  return program;
+}
 
+QGroupBox* OptionsScreen::buildUnits() {
   auto* units = makeFrame(tr("Default unit system"), "FrameUnits");
   auto* ul = new QVBoxLayout(units);
   optMetricUS_[0] = new QRadioButton(tr("Metric"), units);
@@ -52,9 +64,10 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
     ul->addWidget(optMetricUS_[i]);
   }
   ul->addStretch();
-  top->addWidget(units);
-  contentLayout()->addLayout(top);
+  return units;
+}
 
+QGroupBox* OptionsScreen::buildMagVar() {
   auto* mv = makeFrame(tr("Magnetic variation"), "FrameMV");
   mv->setToolTip(tr("Default magnetic variation year and system used in navigation calculations"));
   auto* ml = new QGridLayout(mv);
@@ -74,8 +87,10 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   checkAutoMV_ = new QCheckBox(tr("Automatic MV calculation  "), mv);
   checkAutoMV_->setObjectName("CheckAutoMV");
   ml->addWidget(checkAutoMV_, 3, 0, 1, 2);
-  contentLayout()->addWidget(mv);
+  return mv;
+}
 
+QGroupBox* OptionsScreen::buildLtOffset() {
   auto* lt = makeFrame(tr("Local time offset from UTC"), "FrameLT");
   auto* ll = new QHBoxLayout(lt);
   ll->addWidget(new QLabel(tr("LT offset (h)"), lt));
@@ -86,8 +101,10 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   ltOffsetLbl_->setMinimumWidth(30);
   ll->addWidget(ltOffsetLbl_);
   connect(ltOff_, &QScrollBar::valueChanged, this, &OptionsScreen::showLtOffset);
-  contentLayout()->addWidget(lt);
+  return lt;
+}
 
+QGroupBox* OptionsScreen::buildDatabase() {
   auto* db = makeFrame(tr("Active waypoint database"), "FrameDB");
   auto* dl = new QHBoxLayout(db);
   lblDBName_ = new QLabel(db);
@@ -104,8 +121,11 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   cmdSetNavDB->setAutoDefault(false);
   connect(cmdSetNavDB, &QPushButton::clicked, this, &OptionsScreen::setDatabase);
   dl->addWidget(cmdSetNavDB);
-  contentLayout()->addWidget(db);
+  return db;
+}
 
+// "Norvane information and update", Save and Cancel.
+QHBoxLayout* OptionsScreen::buildButtons() {
   auto* bottom = new QHBoxLayout;
   auto* lblInfo = new QLabel(QStringLiteral("<a href=\"about\">%1</a>").arg(tr("Norvane information and update")), this);
   lblInfo->setObjectName("lblInfo");
@@ -126,9 +146,12 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
   cmdCancel->setAutoDefault(false);
   connect(cmdCancel, &QPushButton::clicked, this, &QWidget::close);
   bottom->addWidget(cmdCancel);
-  contentLayout()->addLayout(bottom);
+  return bottom;
+}
 
-  // Load: every control from the settings in memory.
+// Every control from the settings in memory.
+void OptionsScreen::loadSettings() {
+  const Settings& s = App().settings;
   checkSynchro_->setChecked(s.Synchronize == 1);
   checkRemindPos_->setChecked(s.RemindPosition == 1);
   checkAutoUpdate_->setChecked(s.AutoUpdateCheck == 1);

@@ -6,6 +6,8 @@
 
 class QCheckBox;
 class QComboBox;
+class QGroupBox;
+class QHBoxLayout;
 class QRadioButton;
 class QScrollBar;
 
@@ -23,6 +25,13 @@ class OptionsScreen : public CalculatorScreen {
   void closeEvent(QCloseEvent* e) override;
 
  private:
+  QGroupBox* buildProgramOptions();
+  QGroupBox* buildUnits();
+  QGroupBox* buildMagVar();
+  QGroupBox* buildLtOffset();
+  QGroupBox* buildDatabase();
+  QHBoxLayout* buildButtons();
+  void loadSettings();
   void setDatabase();
   // The active database's name, or failureText and the reason of the refusal.
   void showDatabase(const QString& failureText);

@@ -29,13 +29,22 @@ QScrollBar* MakeScroll(QWidget* parent, const QString& name) {
 AtmosphereScreen::AtmosphereScreen(QWidget* parent)
     : CalculatorScreen(0, "frmData0", tr("Atmosphere data"), parent) {
   setHelpText(tr("ISA atmosphere model data up to 84852 m (geopotential altitude)"));
+  buildAltitude();
+  buildNonStandard();
+  buildOutputOptions();
+  buildResults();
+  setTabOrders();
+  load();
+  connectSignals();
+}
 
+void AtmosphereScreen::buildAltitude() {
+  // Altitude, its kind and its unit.
   BoxRule altRule{KeyMode::SignedReal, -500, 85999};
   altRule.maxLength = 8;
   InputBox* alt = addBox(altRule);
   alt->setFixedWidth(alt->fontMetrics().horizontalAdvance("-0000000") + 16);
 
-  // Altitude, its kind and its unit.
   auto* top = new QHBoxLayout;
   auto* altCol = new QVBoxLayout;
   altCaption_ = makeCaption(QString(), "lblAlt");
@@ -45,17 +54,20 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   altCol->addStretch();
   top->addLayout(altCol);
 
-  const auto [frameAlt, altGroup] = makeOptionGroup(tr("Altitude type"), "FrameAlt", "OptAlt",
-                                                    {tr("True"), tr("Geopotential")}, optAlt_.data(), Qt::Vertical);
+  QGroupBox* frameAlt = makeOptionGroup(tr("Altitude type"), "FrameAlt", "OptAlt", {tr("True"), tr("Geopotential")},
+                                        optAlt_.data(), Qt::Vertical)
+                            .frame;
   optAlt_[0]->setToolTip(tr("Geometric altitude"));
   optAlt_[1]->setToolTip(tr("Geopotential altitude"));
   top->addWidget(frameAlt);
 
-  const auto [frameAltUnits, altUnitGroup] = makeOptionGroup(
-      tr("Altitude unit"), "FrameAltUnits", "OptAltUnits", {tr("Meters"), tr("Feet")}, optAltUnits_.data(), Qt::Vertical);
-  top->addWidget(frameAltUnits);
+  top->addWidget(makeOptionGroup(tr("Altitude unit"), "FrameAltUnits", "OptAltUnits", {tr("Meters"), tr("Feet")},
+                                 optAltUnits_.data(), Qt::Vertical)
+                     .frame);
   contentLayout()->addLayout(top);
+}
 
+void AtmosphereScreen::buildNonStandard() {
   // Non-standard atmosphere: temperature offset and sea-level pressure.
   auto* nsaRow = new QHBoxLayout;
   checkNSA_ = new QCheckBox(this);
@@ -94,18 +106,21 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   nl->setColumnStretch(1, 1);
   nsaRow->addWidget(frameNSA, 1);
   contentLayout()->addLayout(nsaRow);
+}
 
+void AtmosphereScreen::buildOutputOptions() {
   // Output units and format.
   auto* unitRow = new QHBoxLayout;
-  auto* frameUnits = makeUnitsFrame(tr("Output units"), optUnits_.data());
-  unitRow->addWidget(frameUnits);
+  unitRow->addWidget(makeUnitsFrame(tr("Output units"), optUnits_.data()));
   checkEDisplay_ = new QCheckBox(tr("Scientific format"), this);
   checkEDisplay_->setObjectName("CheckEDisplay");
   unitRow->addWidget(checkEDisplay_);
   unitRow->addStretch();
   contentLayout()->addLayout(unitRow);
+}
 
-  // Results: the four quantities, and the three ratios in their own frame.
+void AtmosphereScreen::buildResults() {
+  // The four quantities (captions follow the output units), and the three ratios in their own frame.
   static const char* const kTips[4] = {"Static air temperature", "Ambient air pressure", "Ambient air density",
                                        "Speed of sound"};
   auto* resultRow = new QHBoxLayout;
@@ -120,19 +135,17 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   rl->setRowStretch(4, 1);
   resultRow->addLayout(rl);
   auto* frameRatio = makeFrame(tr("Standard ratio"), "FrameRatio");
-  auto* fl = new QGridLayout(frameRatio);
-  static const char* const kRatioCaptions[3] = {"Standard temperature ratio (theta)",
-                                                "Standard pressure ratio (delta)", "Standard density ratio (sigma)"};
-  for (int i = 4; i < 7; ++i) {
-    lbldata_[i] = makeCaption(tr(kRatioCaptions[i - 4]), QStringLiteral("lbldata%1").arg(i));
-    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
-    fl->addWidget(lbldata_[i], i - 4, 0);
-    fl->addWidget(dataR_[i], i - 4, 1);
-  }
+  addResultRows(new QGridLayout(frameRatio),
+                {{tr("Standard temperature ratio (theta)"), "dataR4", {}, "lbldata4"},
+                 {tr("Standard pressure ratio (delta)"), "dataR5", {}, "lbldata5"},
+                 {tr("Standard density ratio (sigma)"), "dataR6", {}, "lbldata6"}},
+                &dataR_[4]);
   resultRow->addWidget(frameRatio);
   contentLayout()->addLayout(resultRow);
+}
 
-  setTabOrder(alt, optAlt_[0]);
+void AtmosphereScreen::setTabOrders() {
+  setTabOrder(box(0), optAlt_[0]);
   setTabOrder(optAlt_[0], optAltUnits_[0]);
   setTabOrder(optAltUnits_[0], checkNSA_);
   setTabOrder(checkNSA_, disaScroll_);
@@ -141,8 +154,10 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   setTabOrder(optUnits_[0], checkEDisplay_);
   setTabOrder(checkEDisplay_, calculateButton());
   setTabOrder(calculateButton(), closeButton());
+}
 
-  // Load: options, captions for the unit system, the scroll bars at standard, the default altitude.
+void AtmosphereScreen::load() {
+  // Options, captions for the unit system, the scroll bars at standard, the default altitude.
   optAlt_[0]->setChecked(true);
   optAltUnits_[0]->setChecked(true);
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
@@ -150,15 +165,17 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
   setUnitCaptions();
   setAltMinMax();
   nsaChanged();
-  alt->setText(QStringLiteral("0"));
+  box(0)->setText(QStringLiteral("0"));
+}
 
-  connect(altGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
+void AtmosphereScreen::connectSignals() {
+  connect(optAlt_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   // Metres and feet: a unit change converts the altitude.
-  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, alt, {{1, 0}, {kFt, 0}}, [this](int u) {
+  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, box(0), {{1, 0}, {kFt, 0}}, [this](int u) {
     const InputRange r = AtmosphereAltitudeRange(u == 1, geopotential());
     return std::pair{r.min, r.max};
   }, 1);
-  connect(altUnitGroup, &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
+  connect(optAltUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
     recalculateIfCalculated();

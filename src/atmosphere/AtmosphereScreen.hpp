@@ -21,6 +21,13 @@ class AtmosphereScreen : public CalculatorScreen {
   bool calculate() override;
 
  private:
+  void buildAltitude();
+  void buildNonStandard();
+  void buildOutputOptions();
+  void buildResults();
+  void setTabOrders();
+  void load();
+  void connectSignals();
   bool feet() const;
   bool geopotential() const;
   bool us() const;
@@ -44,7 +51,7 @@ class AtmosphereScreen : public CalculatorScreen {
   QLabel* mslpData_ = nullptr;
   QLabel* disaCaption_ = nullptr;
   QLabel* mslpCaption_ = nullptr;
-  std::array<QLabel*, 7> lbldata_{};
+  std::array<QLabel*, 4> lbldata_{};
   std::array<QLabel*, 7> dataR_{};
   bool resetting_ = false;
 };

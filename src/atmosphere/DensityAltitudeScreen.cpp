@@ -19,7 +19,18 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
     : CalculatorScreen(4, "frmData4", tr("Density altitude"), parent) {
   setHelpText(tr("Altimeter setting is the value of Kollsman window when altimeter is adjusted to read the correct "
                  "altitude (local QNH)"));
+  auto* row = new QHBoxLayout;
+  row->addLayout(buildInputs());
+  row->addSpacing(8);
+  row->addWidget(buildResults(), 1);
+  contentLayout()->addLayout(row);
+  setTabOrders();
+  load();
+  connectSignals();
+}
 
+QVBoxLayout* DensityAltitudeScreen::buildInputs() {
+  // The four boxes (captions follow the units) above the units.
   BoxRule qnhRule{KeyMode::UnsignedReal, 870, 1084};
   qnhRule.maxLength = 7;
   BoxRule tRule{KeyMode::SignedReal, -75, 55};
@@ -29,7 +40,6 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   InputBox* boxes[4] = {addBox(qnhRule), addBox(tRule), addBox(tRule),
                         addBox(elevRule, tr("Geometric altitude (-1500 to 15000 ft)"))};
 
-  auto* row = new QHBoxLayout;
   auto* left = new QVBoxLayout;
   auto* inputs = new QGridLayout;
   for (int i = 0; i < 4; ++i) {
@@ -41,12 +51,12 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   }
   boxCaption_[3]->setText(tr("Altitude (ft)"));
   left->addLayout(inputs);
-  auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
-  left->addWidget(frameUnits);
+  left->addWidget(makeUnitsFrame(tr("Units"), optUnits_.data()));
   left->addStretch();
-  row->addLayout(left);
-  row->addSpacing(8);
+  return left;
+}
 
+QGroupBox* DensityAltitudeScreen::buildResults() {
   auto* frameResults = makeFrame(tr("Results"), "FrameResults");
   auto* rl = new QGridLayout(frameResults);
   for (int i = 0; i < 3; ++i) {
@@ -59,32 +69,37 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   lbldata_[1]->setText(tr("Relative humidity (%)"));
   lbldata_[2]->setText(tr("Density altitude (ft)"));
   for (int i = 1; i < 3; ++i) dataR_[i]->setToolTip(lbldata_[i]->text());
-  row->addWidget(frameResults, 1);
-  contentLayout()->addLayout(row);
+  return frameResults;
+}
 
-  for (int i = 0; i < 3; ++i) setTabOrder(boxes[i], boxes[i + 1]);
-  setTabOrder(boxes[3], optUnits_[0]);
+void DensityAltitudeScreen::setTabOrders() {
+  for (int i = 0; i < 3; ++i) setTabOrder(box(i), box(i + 1));
+  setTabOrder(box(3), optUnits_[0]);
   setTabOrder(optUnits_[0], calculateButton());
   setTabOrder(calculateButton(), closeButton());
+}
 
-  // Load: the standard atmosphere at sea level with a dry-ish dew point.
+void DensityAltitudeScreen::load() {
+  // The standard atmosphere at sea level with a dry-ish dew point.
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setUnits();
   const bool u = us();
-  boxes[0]->setText(u ? BoxText("29.92") : BoxText("1013.25"));
-  boxes[1]->setText(u ? QStringLiteral("59") : QStringLiteral("15"));
-  boxes[2]->setText(u ? QStringLiteral("41") : QStringLiteral("5"));
-  boxes[3]->setText(QStringLiteral("0"));
+  box(0)->setText(u ? BoxText("29.92") : BoxText("1013.25"));
+  box(1)->setText(u ? QStringLiteral("59") : QStringLiteral("15"));
+  box(2)->setText(u ? QStringLiteral("41") : QStringLiteral("5"));
+  box(3)->setText(QStringLiteral("0"));
+}
 
+void DensityAltitudeScreen::connectSignals() {
   // A unit change converts the numbers: the same pressure and temperatures in the other unit.
   const std::vector<QAbstractButton*> units{optUnits_[0], optUnits_[1]};
   const BoxUnit celsius{1, 0}, fahrenheit{1 / 1.8, -32 / 1.8};
-  convertOnSwitch(units, boxes[0], {{1, 0}, {kInHg, 0}}, [](int u) {
+  convertOnSwitch(units, box(0), {{1, 0}, {kInHg, 0}}, [](int u) {
     const InputRange r = QnhRange(u == 1);
     return std::pair{r.min, r.max};
   });
   for (int i : {1, 2})
-    convertOnSwitch(units, boxes[i], {celsius, fahrenheit}, [](int u) {
+    convertOnSwitch(units, box(i), {celsius, fahrenheit}, [](int u) {
       const InputRange r = AirTemperatureRange(u == 1);
       return std::pair{r.min, r.max};
     }, 1);

@@ -6,8 +6,10 @@
 
 #include "app/CalculatorScreen.hpp"
 
+class QGroupBox;
 class QLabel;
 class QRadioButton;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -20,6 +22,11 @@ class DensityAltitudeScreen : public CalculatorScreen {
   bool calculate() override;
 
  private:
+  QVBoxLayout* buildInputs();
+  QGroupBox* buildResults();
+  void setTabOrders();
+  void load();
+  void connectSignals();
   bool us() const;
   // Captions, tool tips and ranges of the boxes and results for the unit system.
   void setUnits();

@@ -38,7 +38,26 @@ int gGiven = 0;
 DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", tr("Descent calculator"), parent) {
   setHelpText(tr("Distance, time and rate of descent from one altitude to another at a Mach/IAS schedule, with "
                  "temperature and wind"));
+  QGridLayout* grid = buildInputs();
+  auto* left = new QVBoxLayout;
+  left->addLayout(grid);
+  buildOptions(grid, left);
+  auto* top = new QHBoxLayout;
+  top->addLayout(left);
+  top->addSpacing(8);
+  top->addWidget(buildResults(), 1);
+  contentLayout()->addLayout(top);
+  profile_ = new DescentProfile(this);
+  profile_->setToolTip(tr("Pressure altitude against distance from the top of descent; dashed: the changeover "
+                          "altitude"));
+  contentLayout()->addWidget(profile_);
+  setTabOrders();
+  optGiven_[gGiven]->setChecked(true);
+  setGiven(gGiven);
+  connectSignals();
+}
 
+QGridLayout* DescentScreen::buildInputs() {
   const auto rule = [](KeyMode mode, const InputRange& r, int maxLength, bool allowEmpty = false) {
     BoxRule b{mode, r.min, r.max, allowEmpty};
     b.maxLength = maxLength;
@@ -76,26 +95,30 @@ DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", 
   grid->addWidget(givenCaption_, 6, 0);
   grid->addWidget(givenBox, 6, 1);
   for (int i = 0; i < boxCount(); ++i) box(i)->setFixedWidth(box(i)->fontMetrics().horizontalAdvance("00000000") + 16);
+  return grid;
+}
 
-  auto* left = new QVBoxLayout;
-  left->addLayout(grid);
+void DescentScreen::buildOptions(QGridLayout* grid, QVBoxLayout* left) {
   QStringList given;
   for (const auto& t : kGivenTexts) given << tr(t.option);
-  const auto [frameGiven, givenGroup] =
-      makeOptionGroup(tr("Given"), "FrameGiven", "OptGiven", given, optGiven_.data(), Qt::Vertical);
+  QGroupBox* frameGiven =
+      makeOptionGroup(tr("Given"), "FrameGiven", "OptGiven", given, optGiven_.data(), Qt::Vertical).frame;
   grid->addWidget(frameGiven, 5, 0, 1, 2);  // the choice, then the box it governs
   const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisaRange.min),
                                            static_cast<int>(kDisaRange.max), 10, "+000",
                                            tr("Temperature offset from standard atmosphere (-90 to +40°C)"));
   disaScroll_ = disa.bar;
+  disaData_ = disa.value;
   auto* disaRow = new QHBoxLayout;
   disaRow->addWidget(disa.caption);
   disaRow->addWidget(disaScroll_, 1);
-  disaRow->addWidget(disa.value);
+  disaRow->addWidget(disaData_);
   left->addLayout(disaRow);
   left->addStretch();
+}
 
-  // Results: one value, or top and bottom side by side.
+QGroupBox* DescentScreen::buildResults() {
+  // One value, or top and bottom side by side.
   struct Result {
     const char* caption;
     int values;
@@ -122,35 +145,28 @@ DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", 
       rl->addWidget(dataR_[n], row, 1 + k);
     }
   }
+  return frameResults;
+}
 
-  auto* top = new QHBoxLayout;
-  top->addLayout(left);
-  top->addSpacing(8);
-  top->addWidget(frameResults, 1);
-  contentLayout()->addLayout(top);
-  profile_ = new DescentProfile(this);
-  profile_->setToolTip(tr("Pressure altitude against distance from the top of descent; dashed: the changeover "
-                          "altitude"));
-  contentLayout()->addWidget(profile_);
-
+void DescentScreen::setTabOrders() {
   for (int i = 0; i + 1 < 5; ++i) setTabOrder(box(i), box(i + 1));
   setTabOrder(box(4), optGiven_[0]);
   setTabOrder(optGiven_[0], optGiven_[1]);  // Tab leaves the group from whichever option is checked
   setTabOrder(optGiven_[1], optGiven_[2]);
-  setTabOrder(optGiven_[2], givenBox);
-  setTabOrder(givenBox, disaScroll_);
+  setTabOrder(optGiven_[2], box(5));
+  setTabOrder(box(5), disaScroll_);
   setTabOrder(disaScroll_, calculateButton());
   setTabOrder(calculateButton(), closeButton());
+}
 
-  optGiven_[gGiven]->setChecked(true);
-  setGiven(gGiven);
-  connect(givenGroup, &QButtonGroup::idClicked, this, [this](int id) {
+void DescentScreen::connectSignals() {
+  connect(optGiven_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     gGiven = id;
     setGiven(id);
     clearData();
   });
-  connect(disaScroll_, &QScrollBar::valueChanged, this, [this, value = disa.value](int v) {
-    value->setText(Q(SignedText(v)));
+  connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
+    disaData_->setText(Q(SignedText(v)));
     recalculateIfCalculated();
   });
 }

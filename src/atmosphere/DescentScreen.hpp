@@ -6,9 +6,12 @@
 
 #include "app/CalculatorScreen.hpp"
 
+class QGridLayout;
+class QGroupBox;
 class QLabel;
 class QRadioButton;
 class QScrollBar;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -26,12 +29,19 @@ class DescentScreen : public CalculatorScreen {
   void clearData() override;
 
  private:
+  QGridLayout* buildInputs();
+  // The "Given" choice above its box in `grid`, and the Delta ISA scroll bar under `left`.
+  void buildOptions(QGridLayout* grid, QVBoxLayout* left);
+  QGroupBox* buildResults();
+  void setTabOrders();
+  void connectSignals();
   int given() const;
   void setGiven(int given);
 
   QLabel* givenCaption_ = nullptr;
   std::array<QRadioButton*, 3> optGiven_{};
   QScrollBar* disaScroll_ = nullptr;
+  QLabel* disaData_ = nullptr;
   std::array<QLabel*, 11> dataR_{};
   DescentProfile* profile_ = nullptr;
 };

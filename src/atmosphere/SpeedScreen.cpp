@@ -33,7 +33,21 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   setHelpText(tr("CAS is IAS corrected for pitot position and measurement errors and compressibility (CAS is "
                  "calibrated to read TAS at sea level in standard conditions).  EAS is not defined for supersonic "
                  "speeds Dynamic pressure is 1/2 * density * (TAS)^2"));
+  // Left: the inputs and options; right: the results.
+  auto* left = new QVBoxLayout;
+  left->addLayout(buildInputs());
+  buildOptions(left);
+  auto* row = new QHBoxLayout;
+  row->addLayout(left);
+  row->addSpacing(8);
+  row->addLayout(buildResults());
+  contentLayout()->addLayout(row);
+  setTabOrders();
+  load();
+  connectSignals();
+}
 
+QGridLayout* SpeedScreen::buildInputs() {
   BoxRule flRule{KeyMode::UnsignedInt, kFlightLevelRange.min, kFlightLevelRange.max};
   flRule.maxLength = 3;
   BoxRule speedRule{KeyMode::UnsignedReal, 0, 1500};
@@ -42,8 +56,6 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   InputBox* speed = addBox(speedRule);
   for (InputBox* b : {fl, speed}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
 
-  // Left: the inputs and options.
-  auto* left = new QVBoxLayout;
   auto* inputs = new QGridLayout;
   QLabel* flCaption = makeCaption(tr("Flight Level"), "lblFL");
   flCaption->setBuddy(fl);
@@ -54,11 +66,13 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   inputs->addWidget(speedCaption_, 1, 0);
   inputs->addWidget(speed, 1, 1);
   inputs->setColumnStretch(2, 1);
-  left->addLayout(inputs);
+  return inputs;
+}
 
-  const auto [frameFrom, inputGroup] =
-      makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")}, optInput_.data());
-  left->addWidget(frameFrom);
+void SpeedScreen::buildOptions(QVBoxLayout* left) {
+  left->addWidget(makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")},
+                                  optInput_.data())
+                      .frame);
 
   auto* disaRow = new QHBoxLayout;
   const ValueScroll disa =
@@ -77,8 +91,9 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   for (QRadioButton* o : optUnits_) o->setToolTip(tr("Units of the total air temperature and the dynamic pressure"));
   left->addWidget(frameUnits);
   left->addStretch();
+}
 
-  // Right: the results.
+QVBoxLayout* SpeedScreen::buildResults() {
   auto* right = new QVBoxLayout;
   auto* frameSpeeds = makeFrame(tr("Calculated speeds"), "FrameSpeeds");
   auto* sl = new QGridLayout(frameSpeeds);
@@ -100,6 +115,7 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
     sl->addWidget(dataR_[i], i, 1);
   }
   right->addWidget(frameSpeeds);
+  // TAT and q: their captions follow the units.
   auto* frameTat = makeFrame(tr("TAT and dynamic pressure"), "FrameTAT");
   auto* tl = new QGridLayout(frameTat);
   for (int i = 4; i < 6; ++i) {
@@ -108,29 +124,29 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   }
   right->addWidget(frameTat);
   right->addStretch();
+  return right;
+}
 
-  auto* row = new QHBoxLayout;
-  row->addLayout(left);
-  row->addSpacing(8);
-  row->addLayout(right);
-  contentLayout()->addLayout(row);
-
-  setTabOrder(fl, speed);
-  setTabOrder(speed, optInput_[0]);
+void SpeedScreen::setTabOrders() {
+  setTabOrder(box(0), box(1));
+  setTabOrder(box(1), optInput_[0]);
   setTabOrder(optInput_[0], disaScroll_);
   setTabOrder(disaScroll_, optUnits_[0]);
   setTabOrder(optUnits_[0], calculateButton());
   setTabOrder(calculateButton(), closeButton());
+}
 
-  // Load.
+void SpeedScreen::load() {
   optInput_[0]->setChecked(true);
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setInputKind(0);
   setUnitCaptions();
-  fl->setText(QStringLiteral("350"));
-  speed->setText(QStringLiteral("250"));
+  box(0)->setText(QStringLiteral("350"));
+  box(1)->setText(QStringLiteral("250"));
+}
 
-  connect(inputGroup, &QButtonGroup::idClicked, this, [this](int id) {
+void SpeedScreen::connectSignals() {
+  connect(optInput_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     setInputKind(id);
     clearData();  // the entered number now means another quantity
   });

@@ -6,9 +6,11 @@
 
 #include "app/CalculatorScreen.hpp"
 
+class QGridLayout;
 class QLabel;
 class QRadioButton;
 class QScrollBar;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -21,6 +23,13 @@ class SpeedScreen : public CalculatorScreen {
   bool calculate() override;
 
  private:
+  QGridLayout* buildInputs();
+  // The "From" choice, the Delta ISA scroll bar and the units, under `left`.
+  void buildOptions(QVBoxLayout* left);
+  QVBoxLayout* buildResults();
+  void setTabOrders();
+  void load();
+  void connectSignals();
   int inputKind() const;
   void setInputKind(int kind);
   void setUnitCaptions();

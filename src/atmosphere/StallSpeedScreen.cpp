@@ -20,7 +20,21 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
     : CalculatorScreen(13, "frmData13", tr("Stall speed calculation"), parent) {
   setHelpText(tr("Stall speed calculated from Vs at sea level, standard, MTOW or  from aerodynamical data (CL max "
                  "and reference wing area)"));
+  buildInputs();
+  auto* row = new QHBoxLayout;
+  auto* left = new QVBoxLayout;
+  left->addWidget(buildReference());
+  left->addWidget(buildConditions());
+  row->addLayout(left);
+  row->addSpacing(8);
+  row->addLayout(buildResults());
+  contentLayout()->addLayout(row);
+  setTabOrders();
+  load();
+  connectSignals();
+}
 
+void StallSpeedScreen::buildInputs() {
   BoxRule clRule{KeyMode::UnsignedReal, kClMaxRange.min, kClMaxRange.max};
   clRule.maxLength = 5;
   BoxRule areaRule{KeyMode::UnsignedReal, 10, 1000};
@@ -47,10 +61,10 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
   boxCaption_[kClMax]->setText(tr("CL max"));
   boxCaption_[kVs]->setText(tr("Vs (KCAS)"));
   boxCaption_[kAltitude]->setText(tr("Altitude (ft)"));
+}
 
+QGroupBox* StallSpeedScreen::buildReference() {
   // Reference data: the choice and its boxes.
-  auto* row = new QHBoxLayout;
-  auto* left = new QVBoxLayout;
   auto* frameRef = makeFrame(tr("Reference data (SL, standard)"), "FrameRef");
   auto* rfl = new QGridLayout(frameRef);
   auto* refGroup = new QButtonGroup(this);
@@ -66,17 +80,19 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
   int r = 1;
   for (int i : {kClMax, kWingArea, kVs, kMtow}) {
     rfl->addWidget(boxCaption_[i], r, 0, 1, 2);
-    rfl->addWidget(boxes[i], r, 2, 1, 2);
+    rfl->addWidget(box(i), r, 2, 1, 2);
     ++r;
   }
-  left->addWidget(frameRef);
+  return frameRef;
+}
 
+QGroupBox* StallSpeedScreen::buildConditions() {
   auto* frameNow = makeFrame(tr("Current conditions"), "FrameConditions");
   auto* nl = new QGridLayout(frameNow);
   nl->addWidget(boxCaption_[kWeight], 0, 0);
-  nl->addWidget(boxes[kWeight], 0, 1, 1, 2);
+  nl->addWidget(box(kWeight), 0, 1, 1, 2);
   nl->addWidget(boxCaption_[kAltitude], 1, 0);
-  nl->addWidget(boxes[kAltitude], 1, 1, 1, 2);
+  nl->addWidget(box(kAltitude), 1, 1, 1, 2);
   const ValueScroll ba = MakeValueScroll(frameNow, tr("Bank (°)"), "BA", static_cast<int>(kBankRange.min),
                                          static_cast<int>(kBankRange.max), 5, "000", tr("Bank angle (0 to 60°)"));
   baScroll_ = ba.bar;
@@ -85,13 +101,13 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
   nl->addWidget(baScroll_, 2, 1);
   nl->addWidget(baData_, 2, 2);
   nl->setColumnStretch(1, 1);
-  left->addWidget(frameNow);
-  row->addLayout(left);
-  row->addSpacing(8);
+  return frameNow;
+}
 
+QVBoxLayout* StallSpeedScreen::buildResults() {
+  // The units, and the two stall speeds.
   auto* right = new QVBoxLayout;
-  auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
-  right->addWidget(frameUnits);
+  right->addWidget(makeUnitsFrame(tr("Units"), optUnits_.data()));
   auto* frameVs = makeFrame(tr("Stall speed (Vs)"), "FrameVs");
   auto* vl = new QGridLayout(frameVs);
   dataR_[0] = makeResult("dataR0", tr("Straight level stall speed (TAS, kts)"));
@@ -106,34 +122,39 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
   vl->addWidget(dataR_[1], 1, 1);
   right->addWidget(frameVs);
   right->addStretch();
-  row->addLayout(right);
-  contentLayout()->addLayout(row);
+  return right;
+}
 
-  setTabOrder(optRef_[0], boxes[kClMax]);
-  setTabOrder(boxes[kClMax], boxes[kWingArea]);
-  setTabOrder(boxes[kWingArea], boxes[kVs]);
-  setTabOrder(boxes[kVs], boxes[kMtow]);
-  setTabOrder(boxes[kMtow], boxes[kWeight]);
-  setTabOrder(boxes[kWeight], boxes[kAltitude]);
-  setTabOrder(boxes[kAltitude], baScroll_);
+void StallSpeedScreen::setTabOrders() {
+  setTabOrder(optRef_[0], box(kClMax));
+  setTabOrder(box(kClMax), box(kWingArea));
+  setTabOrder(box(kWingArea), box(kVs));
+  setTabOrder(box(kVs), box(kMtow));
+  setTabOrder(box(kMtow), box(kWeight));
+  setTabOrder(box(kWeight), box(kAltitude));
+  setTabOrder(box(kAltitude), baScroll_);
   setTabOrder(baScroll_, optUnits_[0]);
   setTabOrder(optUnits_[0], calculateButton());
   setTabOrder(calculateButton(), closeButton());
+}
 
-  // Load: a light single-engine aeroplane as the example.
+void StallSpeedScreen::load() {
+  // A light single-engine aeroplane as the example.
   optRef_[0]->setChecked(true);
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setUnits();
   const bool u = us();
-  boxes[kClMax]->setText(BoxText("1.6"));
-  boxes[kWingArea]->setText(u ? QStringLiteral("174") : BoxText("16.2"));
-  boxes[kMtow]->setText(u ? QStringLiteral("2450") : QStringLiteral("1111"));
-  boxes[kVs]->setText(QStringLiteral("48"));
-  boxes[kWeight]->setText(u ? QStringLiteral("2200") : QStringLiteral("1000"));
-  boxes[kAltitude]->setText(QStringLiteral("0"));
+  box(kClMax)->setText(BoxText("1.6"));
+  box(kWingArea)->setText(u ? QStringLiteral("174") : BoxText("16.2"));
+  box(kMtow)->setText(u ? QStringLiteral("2450") : QStringLiteral("1111"));
+  box(kVs)->setText(QStringLiteral("48"));
+  box(kWeight)->setText(u ? QStringLiteral("2200") : QStringLiteral("1000"));
+  box(kAltitude)->setText(QStringLiteral("0"));
   setReference();
+}
 
-  connect(refGroup, &QButtonGroup::idClicked, this, [this] {
+void StallSpeedScreen::connectSignals() {
+  connect(optRef_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setReference();
     clearData();
   });
@@ -143,11 +164,11 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
     const InputRange r = WeightRange(u == 1);
     return std::pair{r.min, r.max};
   };
-  convertOnSwitch(units, boxes[kWingArea], {{1, 0}, {kFt * kFt, 0}}, [](int u) {
+  convertOnSwitch(units, box(kWingArea), {{1, 0}, {kFt * kFt, 0}}, [](int u) {
     const InputRange r = WingAreaRange(u == 1);
     return std::pair{r.min, r.max};
   }, 1);
-  for (int i : {kMtow, kWeight}) convertOnSwitch(units, boxes[i], {{1, 0}, {kKgPerLb, 0}}, weightRange, 0);
+  for (int i : {kMtow, kWeight}) convertOnSwitch(units, box(i), {{1, 0}, {kKgPerLb, 0}}, weightRange, 0);
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     const bool wasCalculated = calculated();
     setUnits();

@@ -6,9 +6,11 @@
 
 #include "app/CalculatorScreen.hpp"
 
+class QGroupBox;
 class QLabel;
 class QRadioButton;
 class QScrollBar;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -24,6 +26,13 @@ class StallSpeedScreen : public CalculatorScreen {
   bool calculate() override;
 
  private:
+  void buildInputs();
+  QGroupBox* buildReference();
+  QGroupBox* buildConditions();
+  QVBoxLayout* buildResults();
+  void setTabOrders();
+  void load();
+  void connectSignals();
   bool us() const;
   bool fromVs() const;
   // Shows the boxes of the chosen reference data; the hidden ones do not block Calculate.

@@ -14,6 +14,17 @@
 namespace norvane {
 IntersectionScreen::IntersectionScreen(QWidget* parent)
     : NavigationScreen(9, "frmData9", tr("Radial intersection"), parent) {
+  addInputs();
+  buildPoints();
+
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(buildTracks());
+  bottom->addWidget(buildResults(), 1);
+  contentLayout()->addLayout(bottom);
+}
+
+// Each point, its track and its magnetic variation, in the box table's order.
+void IntersectionScreen::addInputs() {
   BoxRule track{KeyMode::UnsignedReal, 0, 360};
   track.maxLength = 5;
   BoxRule variation{KeyMode::SignedReal, -180, 180};
@@ -37,7 +48,10 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
     b->setAlignment(Qt::AlignRight);
     defaults_.emplace_back(b, QString());
   }
+}
 
+// One row per point: latitude, longitude, track and variation, database import.
+void IntersectionScreen::buildPoints() {
   auto* grid = new QGridLayout;
   const auto trackFrame = [this](const QString& caption, InputBox* trackBox, InputBox* varBox) {
     auto* f = makeFrame(caption);
@@ -62,16 +76,19 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
   grid->addWidget(trackFrame(tr("2nd Track"), track2_, var2_), 1, 2);
   grid->addWidget(makeImportButton("cmdImportFinal", &lat2_, &lon2_), 1, 3, Qt::AlignVCenter);
   contentLayout()->addLayout(grid);
+}
 
-  auto* bottom = new QHBoxLayout;
+QGroupBox* IntersectionScreen::buildTracks() {
   auto* tracks = makeFrame(tr("Tracks"), "FrameTracks");
   auto* tl = new QVBoxLayout(tracks);
   makeTrackOptions(tracks);
   tl->addWidget(optTRK_[0]);
   tl->addWidget(optTRK_[1]);
   tl->addWidget(makeModelLabel(tr("Magvar %1"), tracks));
-  bottom->addWidget(tracks);
+  return tracks;
+}
 
+QGroupBox* IntersectionScreen::buildResults() {
   auto* results = makeFrame(tr("Intersection coordinates"), "FrameResults");
   auto* rl = new QGridLayout(results);
   const QString captions[2] = {tr("Latitude"), tr("Longitude")};
@@ -81,8 +98,7 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
     dataR_[i]->setMinimumWidth(dataR_[i]->fontMetrics().horizontalAdvance(QStringLiteral("Not calculable")) + 40);
     rl->addWidget(dataR_[i], 1, i);
   }
-  bottom->addWidget(results, 1);
-  contentLayout()->addLayout(bottom);
+  return results;
 }
 
 bool IntersectionScreen::calculate() {

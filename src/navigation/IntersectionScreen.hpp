@@ -18,6 +18,11 @@ class IntersectionScreen : public NavigationScreen {
   bool calculate() override;
 
  private:
+  void addInputs();
+  void buildPoints();
+  QGroupBox* buildTracks();
+  QGroupBox* buildResults();
+
   Coordinate lat1_, lon1_, lat2_, lon2_;
   InputBox* track1_;
   InputBox* var1_;

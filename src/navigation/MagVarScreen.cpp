@@ -26,6 +26,28 @@ constexpr MagModel kOptionModels[kMagModelCount] = {MagModel::WMM2005, MagModel:
 MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", tr("Magnetic variation"), parent) {
   setHelpText(tr("Magnetic variation calculated from IGRF-10 and WMM2005 magnetic models for 2005-2010, "
                  "WMM2025 and IGRF-14 for 2025-2030 (WGS 84 geodetic latitude, longitude and altitude)"));
+  addInputs();
+  buildPositionRow();
+
+  auto* middle = new QHBoxLayout;
+  middle->addWidget(buildDate());
+  middle->addWidget(buildModels());
+
+  auto* resultFrame = makeFrame(tr("Magnetic variation"), "FrameResults");
+  auto* rl = new QVBoxLayout(resultFrame);
+  lblMV_ = makeResult("lblMV", tr("East positive: E, west: W"));
+  rl->addWidget(lblMV_);
+  middle->addWidget(resultFrame, 1);
+  contentLayout()->addLayout(middle);
+  lblNotice_ = new QLabel(this);
+  lblNotice_->setObjectName("lblNotice");
+  lblNotice_->setWordWrap(true);
+  contentLayout()->addWidget(lblNotice_);
+
+  loadModel();
+}
+
+void MagVarScreen::addInputs() {
   lat_ = addCoordinate(tr("Latitude"), QString(), false, false, "OptLat");
   lon_ = addCoordinate(tr("Longitude"), QString(), true, false, "OptLng");
   BoxRule alt{KeyMode::UnsignedInt, 0, 65000};
@@ -34,7 +56,10 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
   altitude_->setFixedWidth(altitude_->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 14);
   altitude_->setAlignment(Qt::AlignRight);
   defaults_.emplace_back(altitude_, QStringLiteral("0"));
+}
 
+// Latitude, longitude and altitude side by side, with the database import.
+void MagVarScreen::buildPositionRow() {
   auto* top = new QHBoxLayout;
   top->addWidget(lat_.frame);
   top->addWidget(lon_.frame);
@@ -47,8 +72,9 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
   top->addLayout(altLayout);
   top->addWidget(makeImportButton("cmdImportInitial", &lat_, &lon_), 0, Qt::AlignVCenter);
   contentLayout()->addLayout(top);
+}
 
-  auto* middle = new QHBoxLayout;
+QGroupBox* MagVarScreen::buildDate() {
   auto* dateFrame = makeFrame(tr("Date"), "FrameDate");
   auto* dl = new QVBoxLayout(dateFrame);
   dtPicker_ = new QDateEdit(QDate::currentDate(), dateFrame);
@@ -63,8 +89,10 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
     showNotice();
     recalculateIfCalculated();
   });
-  middle->addWidget(dateFrame);
+  return dateFrame;
+}
 
+QGroupBox* MagVarScreen::buildModels() {
   auto* modelFrame = makeFrame(tr("Model"), "FrameModel");
   auto* ml = new QGridLayout(modelFrame);
   for (int i = 0; i < kMagModelCount; ++i) {
@@ -72,19 +100,11 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
                               modelFrame);
     ml->addWidget(optModel_[i], i / 2, i % 2);
   }
-  middle->addWidget(modelFrame);
+  return modelFrame;
+}
 
-  auto* resultFrame = makeFrame(tr("Magnetic variation"), "FrameResults");
-  auto* rl = new QVBoxLayout(resultFrame);
-  lblMV_ = makeResult("lblMV", tr("East positive: E, west: W"));
-  rl->addWidget(lblMV_);
-  middle->addWidget(resultFrame, 1);
-  contentLayout()->addLayout(middle);
-  lblNotice_ = new QLabel(this);
-  lblNotice_->setObjectName("lblNotice");
-  lblNotice_->setWordWrap(true);
-  contentLayout()->addWidget(lblNotice_);
-
+// The model chosen before while the program runs, else the default of the settings.
+void MagVarScreen::loadModel() {
   int choice = gModelChoice;
   for (int i = 0; i < kMagModelCount && choice < 0; ++i)
     if (kOptionModels[i] == MagModel(App().settings.DefMVModel)) choice = i;

@@ -19,6 +19,11 @@ class MagVarScreen : public NavigationScreen {
   bool calculate() override;
 
  private:
+  void addInputs();
+  void buildPositionRow();
+  QGroupBox* buildDate();
+  QGroupBox* buildModels();
+  void loadModel();
   // The window title names the model in use (MakeTitle).
   void makeTitle();
   MagModel model() const;

@@ -31,6 +31,31 @@ QString DistanceHelp(DistanceUnit u) {
 PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("Point from track-distance"), parent) {
   setHelpText(tr("Calculation based on classical sphere (GC, 1\u00b0= 60 NM) or on spheroidal model (WGS-84). "
                  "Leave blank magnetic variation field for automatic calculation "));
+  addInputs();
+
+  auto* points = new QHBoxLayout;
+  points->addWidget(lat_.frame);
+  points->addWidget(lon_.frame);
+  points->addWidget(makeImportButton("cmdImportInitial", &lat_, &lon_), 0, Qt::AlignVCenter);
+  contentLayout()->addLayout(points);
+
+  buildOptions();
+
+  auto* varRow = new QHBoxLayout;
+  QLabel* varCaption = makeCaption(tr("Magnetic variation (\u00b0)"));
+  varCaption->setBuddy(variation_);
+  varRow->addWidget(varCaption);
+  varRow->addWidget(variation_);
+  varRow->addWidget(makeModelLabel(tr("(%1)"), this));
+  varRow->addStretch();
+  contentLayout()->addLayout(varRow);
+
+  buildResults();
+  loadOptions();
+}
+
+// The origin, then track, distance and magnetic variation, in the box table's order.
+void PointScreen::addInputs() {
   lat_ = addCoordinate(tr("Start Lat"), tr("Origin"), false, true, "OptLato");
   lon_ = addCoordinate(tr("Start Long"), tr("Origin"), true, true, "OptLngo");
 
@@ -50,13 +75,10 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
     b->setAlignment(Qt::AlignRight);
     defaults_.emplace_back(b, QString());
   }
+}
 
-  auto* points = new QHBoxLayout;
-  points->addWidget(lat_.frame);
-  points->addWidget(lon_.frame);
-  points->addWidget(makeImportButton("cmdImportInitial", &lat_, &lon_), 0, Qt::AlignVCenter);
-  contentLayout()->addLayout(points);
-
+// Track (true or magnetic), distance with its unit, and the earth model.
+void PointScreen::buildOptions() {
   auto* middle = new QHBoxLayout;
   auto* trackFrame = makeFrame(tr("Track"), "FrameTrack");
   auto* tl = new QGridLayout(trackFrame);
@@ -92,16 +114,9 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
   ml->addWidget(optModel_[1]);
   middle->addWidget(modelFrame);
   contentLayout()->addLayout(middle);
+}
 
-  auto* varRow = new QHBoxLayout;
-  QLabel* varCaption = makeCaption(tr("Magnetic variation (\u00b0)"));
-  varCaption->setBuddy(variation_);
-  varRow->addWidget(varCaption);
-  varRow->addWidget(variation_);
-  varRow->addWidget(makeModelLabel(tr("(%1)"), this));
-  varRow->addStretch();
-  contentLayout()->addLayout(varRow);
-
+void PointScreen::buildResults() {
   auto* results = makeFrame(tr("Destination coordinates"), "FrameResults");
   auto* rl = new QGridLayout(results);
   const QString captions[2] = {tr("Latitude"), tr("Longitude")};
@@ -112,10 +127,12 @@ PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("
     rl->addWidget(dataR_[i], 1, i);
   }
   contentLayout()->addWidget(results);
+}
 
+// The choices remembered while the program runs; a unit change converts the distance typed.
+void PointScreen::loadOptions() {
   optModel_[gModelChoice]->setChecked(true);
   optDist_[gDistChoice]->setChecked(true);
-  // A unit change converts the distance typed (nautical miles as the base).
   convertOnSwitch({optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
                   {{1, 0}, {1 / kKmPerNm, 0}, {1 / kNm, 0}, {kFt / kNm, 0}},
                   [](int u) { return std::pair{0.0, u == 0 ? 5400.0 : 10000.0}; }, 1);

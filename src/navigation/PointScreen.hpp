@@ -20,6 +20,10 @@ class PointScreen : public NavigationScreen {
   bool calculate() override;
 
  private:
+  void addInputs();
+  void buildOptions();
+  void buildResults();
+  void loadOptions();
   DistanceUnit unit() const;
 
   Coordinate lat_, lon_;

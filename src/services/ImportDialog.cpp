@@ -21,6 +21,28 @@ ImportDialog::ImportDialog(const NavDatabase& db, QWidget* parent) : QDialog(par
   setModal(true);
 
   auto* root = new QVBoxLayout(this);
+  root->addLayout(buildSearchRow());
+
+  listICAO_ = new QListWidget(this);
+  listICAO_->setObjectName("ListICAO");
+  listICAO_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  listICAO_->setMinimumWidth(listICAO_->fontMetrics().horizontalAdvance(QStringLiteral("WWWWW  APTN00°00' E000°00' ")) + 40);
+  listICAO_->setMinimumHeight(listICAO_->fontMetrics().height() * 7);
+  listICAO_->installEventFilter(this);
+  root->addWidget(listICAO_);
+
+  lblInfo_ = new QLabel(this);
+  lblInfo_->setObjectName("lblInfo");
+  lblInfo_->setMinimumHeight(lblInfo_->fontMetrics().height() + 6);
+  root->addWidget(lblInfo_);
+
+  root->addLayout(buildButtons());
+  connectSignals();
+  inICAO_->setFocus();
+}
+
+// "Identifier", its box and Search.
+QHBoxLayout* ImportDialog::buildSearchRow() {
   auto* top = new QHBoxLayout;
   auto* caption = new QLabel(tr("Identifier"), this);
   top->addWidget(caption);
@@ -41,21 +63,10 @@ ImportDialog::ImportDialog(const NavDatabase& db, QWidget* parent) : QDialog(par
   cmdSearch_->setEnabled(false);
   top->addWidget(cmdSearch_);
   top->addStretch();
-  root->addLayout(top);
+  return top;
+}
 
-  listICAO_ = new QListWidget(this);
-  listICAO_->setObjectName("ListICAO");
-  listICAO_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  listICAO_->setMinimumWidth(listICAO_->fontMetrics().horizontalAdvance(QStringLiteral("WWWWW  APTN00°00' E000°00' ")) + 40);
-  listICAO_->setMinimumHeight(listICAO_->fontMetrics().height() * 7);
-  listICAO_->installEventFilter(this);
-  root->addWidget(listICAO_);
-
-  lblInfo_ = new QLabel(this);
-  lblInfo_->setObjectName("lblInfo");
-  lblInfo_->setMinimumHeight(lblInfo_->fontMetrics().height() + 6);
-  root->addWidget(lblInfo_);
-
+QHBoxLayout* ImportDialog::buildButtons() {
   auto* bottom = new QHBoxLayout;
   bottom->addStretch();
   cmdSelect_ = new QPushButton(tr("Select"), this);
@@ -65,8 +76,10 @@ ImportDialog::ImportDialog(const NavDatabase& db, QWidget* parent) : QDialog(par
   cmdExit_ = new QPushButton(tr("Exit"), this);
   cmdExit_->setObjectName("cmdExit");
   bottom->addWidget(cmdExit_);
-  root->addLayout(bottom);
+  return bottom;
+}
 
+void ImportDialog::connectSignals() {
   connect(inICAO_, &QLineEdit::textChanged, this, [this](const QString& t) {
     cmdSearch_->setEnabled(!t.isEmpty());
     lblInfo_->clear();
@@ -76,7 +89,6 @@ ImportDialog::ImportDialog(const NavDatabase& db, QWidget* parent) : QDialog(par
   connect(listICAO_, &QListWidget::itemDoubleClicked, this, [this] { selectCurrent(); });
   connect(cmdSelect_, &QPushButton::clicked, this, &ImportDialog::selectCurrent);
   connect(cmdExit_, &QPushButton::clicked, this, &QDialog::reject);
-  inICAO_->setFocus();
 }
 
 void ImportDialog::search() {

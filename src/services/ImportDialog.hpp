@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QPushButton;
@@ -28,6 +29,9 @@ class ImportDialog : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QHBoxLayout* buildSearchRow();
+  QHBoxLayout* buildButtons();
+  void connectSignals();
   void selectCurrent();
   void showInfo(int row);
 

@@ -31,6 +31,24 @@ LinksScreen::LinksScreen(QWidget* parent) : CalculatorScreen(18, "frmData18", tr
   setLive(true);
   setInputValid(0, true);
 
+  buildList();
+
+  auto* help = makeCaption(tr("Use editor below to customize your aviation data links"), "lblHelp");
+  QFont italic = help->font();
+  italic.setItalic(true);
+  help->setFont(italic);
+  contentLayout()->addWidget(help);
+
+  contentLayout()->addWidget(buildEditor());
+  startTimers();
+
+  fillList(0);
+  setMode(Mode::Browse);
+  refreshConnectionState();
+}
+
+// The links, and Connect to open the selected one.
+void LinksScreen::buildList() {
   listLinks_ = new QListWidget(this);
   listLinks_->setObjectName("ListLinks");
   listLinks_->setToolTip(tr("Double-click a link to open it in your web browser"));
@@ -47,13 +65,10 @@ LinksScreen::LinksScreen(QWidget* parent) : CalculatorScreen(18, "frmData18", tr
   cmdConnect_->setAutoDefault(false);
   connect(cmdConnect_, &QPushButton::clicked, this, &LinksScreen::connectSelected);
   contentLayout()->addWidget(cmdConnect_);
+}
 
-  auto* help = makeCaption(tr("Use editor below to customize your aviation data links"), "lblHelp");
-  QFont italic = help->font();
-  italic.setItalic(true);
-  help->setFont(italic);
-  contentLayout()->addWidget(help);
-
+// Title and link boxes, and the editing buttons.
+QGroupBox* LinksScreen::buildEditor() {
   auto* editor = makeFrame(tr("Link editor"), "FrameEditor");
   auto* el = new QGridLayout(editor);
   titleBox_ = new QLineEdit(editor);
@@ -79,8 +94,10 @@ LinksScreen::LinksScreen(QWidget* parent) : CalculatorScreen(18, "frmData18", tr
     buttons->addWidget(cmdEditLink_[i]);
   }
   el->addLayout(buttons, 2, 0, 1, 2);
-  contentLayout()->addWidget(editor);
+  return editor;
+}
 
+void LinksScreen::startTimers() {
   timer_ = new QTimer(this);
   timer_->setObjectName("Timer");
   timer_->setSingleShot(true);
@@ -91,10 +108,6 @@ LinksScreen::LinksScreen(QWidget* parent) : CalculatorScreen(18, "frmData18", tr
   cxTimer_->setInterval(kConnectionPollMs);
   connect(cxTimer_, &QTimer::timeout, this, &LinksScreen::refreshConnectionState);
   cxTimer_->start();
-
-  fillList(0);
-  setMode(Mode::Browse);
-  refreshConnectionState();
 }
 
 void LinksScreen::fillList(int select) {

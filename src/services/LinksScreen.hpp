@@ -26,6 +26,10 @@ class LinksScreen : public CalculatorScreen {
  private:
   enum class Mode { Browse, Adding, Editing };
 
+  void buildList();
+  QGroupBox* buildEditor();
+  void startTimers();
+
   void fillList(int select);
   void showSelected();
   void setMode(Mode mode);

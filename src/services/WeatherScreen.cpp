@@ -31,6 +31,18 @@ int& LastKind() {
 WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17", tr("Airport weather"), parent) {
   setLive(true);  // the fetch button takes the place of Calculate
 
+  auto* top = new QHBoxLayout;
+  top->addWidget(buildAirport());
+  top->addWidget(buildKind());
+  addFetchButtons(top);
+  contentLayout()->addLayout(top);
+
+  buildReport();
+  setTabChain();
+}
+
+// The ICAO code and the field elevation.
+QGroupBox* WeatherScreen::buildAirport() {
   BoxRule code;
   code.mode = KeyMode::Letters;
   code.toUpper = true;
@@ -40,7 +52,6 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   inboxICAO_->setObjectName("inboxICAO");
   inboxICAO_->setMaximumWidth(inboxICAO_->fontMetrics().horizontalAdvance(QStringLiteral("WWWWWW")) + 16);
 
-  auto* top = new QHBoxLayout;
   auto* airport = makeFrame(tr("Airport"), "FrameAirport");
   auto* al = new QHBoxLayout(airport);
   al->addWidget(makeCaption(tr("ICAO code"), "lblICAO"));
@@ -55,8 +66,11 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   inboxElevation_->setMaximumWidth(inboxElevation_->fontMetrics().horizontalAdvance(QStringLiteral("-15000")) + 24);
   al->addWidget(makeCaption(tr("Elevation (ft)"), "lblElevation"));
   al->addWidget(inboxElevation_);
-  top->addWidget(airport);
+  return airport;
+}
 
+// METAR or TAF, remembered while the program runs.
+QGroupBox* WeatherScreen::buildKind() {
   auto* kind = makeFrame(tr("Data"), "FrameKind");
   auto* kl = new QHBoxLayout(kind);
   auto* group = new QButtonGroup(this);
@@ -69,8 +83,10 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   }
   optW_[LastKind() == 1 ? 1 : 0]->setChecked(true);
   connect(group, &QButtonGroup::idClicked, this, [](int id) { LastKind() = id; });
-  top->addWidget(kind);
+  return kind;
+}
 
+void WeatherScreen::addFetchButtons(QHBoxLayout* top) {
   cmdGetWeather_ = new QPushButton(tr("&Get weather"), this);
   cmdGetWeather_->setObjectName("CmdGetWeather");
   cmdGetWeather_->setToolTip(tr("Fetch the latest report of this airport from the weather server"));
@@ -85,8 +101,10 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   cmdCancel_->setEnabled(false);
   connect(cmdCancel_, &QPushButton::clicked, this, &WeatherScreen::cancelFetch);
   top->addWidget(cmdCancel_, 0, Qt::AlignBottom);
-  contentLayout()->addLayout(top);
+}
 
+// The state line, and the report as received and decoded on two tabs.
+void WeatherScreen::buildReport() {
   lblR_ = new QLabel(this);
   lblR_->setObjectName("LblR");
   lblR_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -115,7 +133,9 @@ WeatherScreen::WeatherScreen(QWidget* parent) : CalculatorScreen(17, "frmData17"
   tabWeather_->addTab(textWeather_, tr("&Raw"));
   tabWeather_->addTab(textDecoded_, tr("&Decoded"));
   contentLayout()->addWidget(tabWeather_);
+}
 
+void WeatherScreen::setTabChain() {
   setTabOrder(inboxICAO_, inboxElevation_);
   setTabOrder(inboxElevation_, optW_[0]);
   setTabOrder(optW_[0], optW_[1]);

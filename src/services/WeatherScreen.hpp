@@ -28,6 +28,11 @@ class WeatherScreen : public CalculatorScreen {
   void boxEdited(int index) override;
 
  private:
+  QGroupBox* buildAirport();
+  QGroupBox* buildKind();
+  void addFetchButtons(QHBoxLayout* top);
+  void buildReport();
+  void setTabChain();
   void getWeather();
   void cancelFetch();
   void showResult(int code);

@@ -57,6 +57,23 @@ void MakeHemisphere(QWidget* parent, QRadioButton* (&opt)[2], const char* name, 
 }  // namespace
 
 SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Sunrise and sunset"), parent) {
+  buildPosition();
+  buildDateAndTime();
+  buildResults();
+
+  // Load: today's date, the first twilight kind, the offset from the settings.
+  twCombo_->setCurrentIndex(0);
+  const int offset = std::clamp<int>(App().settings.LTOffset, kMinLtOffset, kMaxLtOffset);
+  ltOff_->setValue(offset);
+  ltOffsetChanged(offset);
+  timeSystemChanged();
+
+  connectSignals();
+  setTabChain();
+}
+
+// The four position boxes, and degrees and minutes with the hemisphere beside them.
+void SunScreen::buildPosition() {
   addBox(DegreesRule(89), tr("Latitude degrees (0 to 89)"));
   addBox(MinutesRule(), tr("Latitude minutes (0 to 59)"));
   addBox(DegreesRule(179), tr("Longitude degrees (0 to 179)"));
@@ -81,7 +98,9 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   positionFrame(tr("Latitude"), "FrameLat", 0, optLat_, "OptLat", tr("N"), tr("S"));
   positionFrame(tr("Longitude"), "FrameLng", 2, optLng_, "OptLng", tr("E"), tr("W"));
   contentLayout()->addLayout(position);
+}
 
+void SunScreen::buildDateAndTime() {
   // Date and time system.
   auto* when = new QHBoxLayout;
   QGroupBox* frameDate = makeFrame(tr("Date"), "FrameDate");
@@ -129,7 +148,9 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   tl->addWidget(ltOff_, 2, 0, 1, 2);
   when->addWidget(frameTime, 1);
   contentLayout()->addLayout(when);
+}
 
+void SunScreen::buildResults() {
   // Results: sunrise / sunset, and the twilight kind with dawn / dusk.
   auto* results = new QHBoxLayout;
   const char* captions[] = {"Sunrise", "Sunset", "Dawn", "Dusk"};
@@ -156,14 +177,9 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   }
   results->addWidget(frameTwilight_);
   contentLayout()->addLayout(results);
+}
 
-  // Load: today's date, the first twilight kind, the offset from the settings.
-  twCombo_->setCurrentIndex(0);
-  const int offset = std::clamp<int>(App().settings.LTOffset, kMinLtOffset, kMaxLtOffset);
-  ltOff_->setValue(offset);
-  ltOffsetChanged(offset);
-  timeSystemChanged();
-
+void SunScreen::connectSignals() {
   for (QRadioButton* o : {optLat_[0], optLat_[1], optLng_[0], optLng_[1]})
     connect(o, &QRadioButton::toggled, this, [this](bool on) {
       if (on) optionChanged();
@@ -178,7 +194,9 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
   });
   connect(twCombo_, &QComboBox::currentIndexChanged, this, &SunScreen::optionChanged);
   connect(dtPicker_, &QDateEdit::dateChanged, this, &SunScreen::optionChanged);
+}
 
+void SunScreen::setTabChain() {
   setTabOrder(box(0), box(1));
   setTabOrder(box(1), optLat_[0]);
   setTabOrder(optLat_[0], box(2));

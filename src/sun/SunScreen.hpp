@@ -26,6 +26,11 @@ class SunScreen : public CalculatorScreen {
   void boxEdited(int index) override;
 
  private:
+  void buildPosition();
+  void buildDateAndTime();
+  void buildResults();
+  void connectSignals();
+  void setTabChain();
   void optionChanged();
   void timeSystemChanged();
   void ltOffsetChanged(int value);

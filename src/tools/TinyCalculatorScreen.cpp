@@ -39,8 +39,25 @@ TinyCalculatorScreen::TinyCalculatorScreen(QWidget* parent)
       calc_(static_cast<char>(App().decimalSep)) {
   setLive(true);
   setHelpText(tr("Type an expression or use the keys; Enter or \"=\" evaluates"));
-  const QString sep(QChar(App().decimalSep));
 
+  QHBoxLayout* resultRow = buildDisplay();
+  QGridLayout* pad = buildKeyPad();
+  connectKeys();
+  QVBoxLayout* side = buildSide();
+
+  auto* columns = new QHBoxLayout;
+  columns->addLayout(pad);
+  columns->addLayout(side, 1);
+  contentLayout()->addWidget(expression_);
+  contentLayout()->addLayout(resultRow);
+  contentLayout()->addLayout(columns);
+
+  showMemory();
+  setFocusProxy(expression_);
+}
+
+// The expression line, and the result with the memory mark beside it.
+QHBoxLayout* TinyCalculatorScreen::buildDisplay() {
   expression_ = new QLineEdit(this);
   expression_->setObjectName("txtExpression");
   expression_->setToolTip(tr("Expression: + - * / ^ %, parentheses, sin cos tan asin acos atan sqrt ln log exp, "
@@ -69,13 +86,18 @@ TinyCalculatorScreen::TinyCalculatorScreen(QWidget* parent)
   auto* resultRow = new QHBoxLayout;
   resultRow->addWidget(memoryMark_);
   resultRow->addWidget(result_, 1);
+  return resultRow;
+}
+
+// The key pad, row by row; a key that inserts text is connected here.
+QGridLayout* TinyCalculatorScreen::buildKeyPad() {
+  const QString sep(QChar(App().decimalSep));
 
   struct Key {
     const char* caption;
     const char* name;
     QString insert;  // empty: a key with its own action below
   };
-  // The key pad, row by row.
   const Key keys[][5] = {
       {{"MC", "cmdMC", {}}, {"MR", "cmdMR", "mem"}, {"MS", "cmdMS", {}}, {"M+", "cmdMPlus", {}}, {"M\u2212", "cmdMMinus", {}}},
       {{"sin", "cmdSin", "sin("}, {"cos", "cmdCos", "cos("}, {"tan", "cmdTan", "tan("}, {"\u03C0", "cmdPi", "pi"}, {"C", "cmdClear", {}}},
@@ -102,7 +124,11 @@ TinyCalculatorScreen::TinyCalculatorScreen(QWidget* parent)
   pad->addWidget(equals, 8, 1, 1, 4);
   connect(ans, &QPushButton::clicked, this, [this] { insertText(QStringLiteral("ans")); });
   connect(equals, &QPushButton::clicked, this, &TinyCalculatorScreen::Evaluate);
+  return pad;
+}
 
+// Tool tips and actions of the keys that do more than insert text.
+void TinyCalculatorScreen::connectKeys() {
   auto find = [this](const char* name) { return findChild<QPushButton*>(QLatin1String(name)); };
   find("cmdMR")->setToolTip(tr("Memory recall"));
   find("cmdMS")->setToolTip(tr("Store the result in the memory"));
@@ -127,7 +153,10 @@ TinyCalculatorScreen::TinyCalculatorScreen(QWidget* parent)
     else expression_->setText(QStringLiteral("1/(%1)").arg(e));
     expression_->setFocus();
   });
+}
 
+// The angle unit and the history list.
+QVBoxLayout* TinyCalculatorScreen::buildSide() {
   QGroupBox* frameAngle = makeFrame(tr("Angles"), "FrameAngle");
   auto* al = new QHBoxLayout(frameAngle);
   auto* angleGroup = new QButtonGroup(frameAngle);
@@ -157,16 +186,7 @@ TinyCalculatorScreen::TinyCalculatorScreen(QWidget* parent)
   side->addWidget(frameAngle);
   side->addWidget(makeCaption(tr("History"), "lblHistory"));
   side->addWidget(history_, 1);
-
-  auto* columns = new QHBoxLayout;
-  columns->addLayout(pad);
-  columns->addLayout(side, 1);
-  contentLayout()->addWidget(expression_);
-  contentLayout()->addLayout(resultRow);
-  contentLayout()->addLayout(columns);
-
-  showMemory();
-  setFocusProxy(expression_);
+  return side;
 }
 
 QPushButton* TinyCalculatorScreen::makeKey(const QString& caption, const QString& name, const QString& toolTip) {

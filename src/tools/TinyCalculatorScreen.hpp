@@ -7,10 +7,13 @@
 #include "app/CalculatorScreen.hpp"
 #include "tools/TinyCalculator.hpp"
 
+class QGridLayout;
+class QHBoxLayout;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
 class QRadioButton;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -28,6 +31,10 @@ class TinyCalculatorScreen : public CalculatorScreen {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QHBoxLayout* buildDisplay();
+  QGridLayout* buildKeyPad();
+  void connectKeys();
+  QVBoxLayout* buildSide();
   QPushButton* makeKey(const QString& caption, const QString& name, const QString& toolTip = {});
   // Inserts `text` at the cursor; an operator typed into an empty line after a result continues
   // from that result ("ans+").

@@ -45,6 +45,28 @@ UnitConversionScreen::UnitConversionScreen(QWidget* parent)
   for (int i = 0; i < 3; ++i) addBox(DegreeRule(DegreeFormat::D, i));
 
   auto* columns = new QHBoxLayout;
+  columns->addWidget(buildTypeList());
+  auto* right = new QVBoxLayout;
+  right->addWidget(buildConverter());
+  right->addWidget(buildDegrees());
+  right->addStretch();
+  columns->addLayout(right, 1);
+  contentLayout()->addLayout(columns);
+
+  connect(listUT_, &QListWidget::currentRowChanged, this, &UnitConversionScreen::unitTypeChosen);
+  connect(fCmb_, &QComboBox::currentIndexChanged, this, &UnitConversionScreen::ConvertUnits);
+  connect(tCmb_, &QComboBox::currentIndexChanged, this, &UnitConversionScreen::ConvertUnits);
+
+  setTabChain();
+
+  // Load: the first unit type and the "D" input format.
+  listUT_->setCurrentRow(0);
+  optDin_[0]->setChecked(true);
+  degreeFormatChosen(DegreeFormat::D);
+}
+
+// The unit types, all twelve in view.
+QGroupBox* UnitConversionScreen::buildTypeList() {
   QGroupBox* frameUT = makeFrame(tr("Unit type selector"), "FrameUT");
   auto* utl = new QVBoxLayout(frameUT);
   listUT_ = new QListWidget(frameUT);
@@ -58,9 +80,11 @@ UnitConversionScreen::UnitConversionScreen(QWidget* parent)
   listUT_->setFixedWidth(widest + 2 * listUT_->frameWidth() + 24);
   utl->addWidget(listUT_);
   utl->addStretch();
-  columns->addWidget(frameUT);
+  return frameUT;
+}
 
-  auto* right = new QVBoxLayout;
+// Value, From and To units, and the converted value.
+QGroupBox* UnitConversionScreen::buildConverter() {
   frameUC_ = makeFrame(QString(), "FrameUC");
   auto* ucl = new QGridLayout(frameUC_);
   ucl->addWidget(makeCaption(tr("Value"), "lblValue"), 0, 0);
@@ -77,8 +101,11 @@ UnitConversionScreen::UnitConversionScreen(QWidget* parent)
   dataR_ = makeResult("DataR", tr("Converted value"));
   ucl->addWidget(makeCaption(tr("Result"), "lblResult"), 2, 0);
   ucl->addWidget(dataR_, 2, 1, 1, 3);
-  right->addWidget(frameUC_);
+  return frameUC_;
+}
 
+// The degrees converter: the input format, its three boxes and the two other formats.
+QGroupBox* UnitConversionScreen::buildDegrees() {
   QGroupBox* frameDeg = makeFrame(tr("Degrees converter"), "FrameDeg");
   auto* dgl = new QGridLayout(frameDeg);
   auto* dinGroup = new QButtonGroup(frameDeg);
@@ -109,17 +136,12 @@ UnitConversionScreen::UnitConversionScreen(QWidget* parent)
   }
   dgl->addWidget(labelDC1_, 4, 1);
   dgl->addWidget(labelDC2_, 5, 1);
-  right->addWidget(frameDeg);
-  right->addStretch();
-  columns->addLayout(right, 1);
-  contentLayout()->addLayout(columns);
-
-  connect(listUT_, &QListWidget::currentRowChanged, this, &UnitConversionScreen::unitTypeChosen);
-  connect(fCmb_, &QComboBox::currentIndexChanged, this, &UnitConversionScreen::ConvertUnits);
-  connect(tCmb_, &QComboBox::currentIndexChanged, this, &UnitConversionScreen::ConvertUnits);
   connect(dinGroup, &QButtonGroup::idClicked, this,
           [this](int id) { degreeFormatChosen(static_cast<DegreeFormat>(id)); });
+  return frameDeg;
+}
 
+void UnitConversionScreen::setTabChain() {
   setTabOrder(listUT_, box(kValueBox));
   setTabOrder(box(kValueBox), fCmb_);
   setTabOrder(fCmb_, tCmb_);
@@ -128,11 +150,6 @@ UnitConversionScreen::UnitConversionScreen(QWidget* parent)
   setTabOrder(box(1), box(2));
   setTabOrder(box(2), box(3));
   setTabOrder(box(3), closeButton());
-
-  // Load: the first unit type and the "D" input format.
-  listUT_->setCurrentRow(0);
-  optDin_[0]->setChecked(true);
-  degreeFormatChosen(DegreeFormat::D);
 }
 
 DegreeFormat UnitConversionScreen::degreeFormat() const {

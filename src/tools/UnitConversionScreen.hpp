@@ -27,6 +27,10 @@ class UnitConversionScreen : public CalculatorScreen {
   void boxEdited(int index) override;
 
  private:
+  QGroupBox* buildTypeList();
+  QGroupBox* buildConverter();
+  QGroupBox* buildDegrees();
+  void setTabChain();
   void unitTypeChosen(int type);
   void degreeFormatChosen(DegreeFormat format);
   DegreeFormat degreeFormat() const;
