@@ -37,26 +37,17 @@ QString ByButtons(QWidget& s, const QStringList& tokens) {
   return Text(s, "lblResult");
 }
 
+// Every key of the pad once: it must type what the keyboard types (the values are the model's).
 TEST_F(TinyCalculatorUi, KeysAndButtonsGiveTheSameTexts) {
-  const struct {
-    QStringList tokens;
-    const char* text;
-  } rows[] = {
-      {{"2", "+", "3", "*", "4"}, "14"},
-      {{"-", "2", "^", "2"}, "-4"},
-      {{"sin(", "3", "0", ")", "+", "sqrt(", "4", ")", "*", "pi"}, "6.78318530718"},
-      {{"1", ".", "5", "/", "(", "2", "-", "2", ")"}, "Division by zero"},
-      {{"2", "0", "0", "*", "1", "5", "%"}, "30"},
-  };
+  const QStringList tokens{"sin(", "3", "0", ")", "+", "sqrt(", "4", ")", "*", "pi", "-", "2", "^", "2", "/",
+                           "(", "1", ".", "5", "6", "7", "8", "9", ")", "+", "2", "0", "0", "*", "1", "5", "%"};
   TinyCalculatorScreen keys, buttons;
   Show(keys);
   Show(buttons);
-  for (const auto& r : rows) {
-    EXPECT_EQ(ByKeys(keys, r.tokens), r.text) << r.tokens.join("").toStdString();
-    EXPECT_EQ(ByButtons(buttons, r.tokens), r.text) << r.tokens.join("").toStdString();
-    Click(keys, "cmdClear");
-    Click(buttons, "cmdClear");
-  }
+  const QString byKeys = ByKeys(keys, tokens);
+  EXPECT_TRUE(byKeys.front().isDigit() && byKeys != "0") << byKeys.toStdString();
+  EXPECT_EQ(ByButtons(buttons, tokens), byKeys);
+  Click(keys, "cmdClear");
   // A failed expression stays for correction; an operator after a result continues from it.
   EXPECT_EQ(ByKeys(keys, {"2", "+"}), "Syntax error");
   EXPECT_EQ(Line(keys)->text(), "2+");
