@@ -27,7 +27,35 @@ const QColor HoldingScreen::kHighlight(255, 236, 150);
 HoldingScreen::HoldingScreen(QWidget* parent)
     : CalculatorScreen(15, "frmData15", tr("Holding entry calculator"), parent) {
   setLive(true);
+  auto* left = new QVBoxLayout;
+  left->addLayout(buildInputs());
+  QGroupBox* frameTurn =
+      makeOptionGroup(tr("Holding pattern"), "FrameHDTurn", "HDTurn", {tr("Right-hand"), tr("Left-hand")}, hdTurn_)
+          .frame;
+  static_cast<QBoxLayout*>(frameTurn->layout())->addStretch();
+  left->addWidget(frameTurn);
+  left->addWidget(buildLimits());
+  left->addStretch();
 
+  picture_ = new HoldingPicture(this);
+  picture_->setToolTip(tr("North up. Shaded: where an aircraft comes from for each entry; arrow: the track to the "
+                          "fix"));
+  auto* top = new QHBoxLayout;
+  top->addLayout(left);
+  top->addWidget(picture_, 1);
+  contentLayout()->addLayout(top);
+
+  setTabOrder(box(0), box(1));
+  setTabOrder(box(1), hdTurn_[0]);
+  setTabOrder(hdTurn_[0], hdTurn_[1]);
+  setTabOrder(hdTurn_[1], closeButton());
+
+  hdTurn_[gTurn]->setChecked(true);
+  connect(hdTurn_[0]->group(), &QButtonGroup::idClicked, this, &HoldingScreen::hdTurnClick);
+  hdTurnClick(gTurn);
+}
+
+QGridLayout* HoldingScreen::buildInputs() {
   BoxRule courseRule{KeyMode::UnsignedInt, double(kHoldingCourseMin), double(kHoldingCourseMax)};
   courseRule.maxLength = 3;
   InputBox* outbound = addBox(courseRule, tr("Holding outbound course (0 to 360°)"));
@@ -43,11 +71,11 @@ HoldingScreen::HoldingScreen(QWidget* parent)
   inputs->addWidget(outbound, 0, 1);
   inputs->addWidget(trackCaption, 1, 0);
   inputs->addWidget(track, 1, 1);
+  return inputs;
+}
 
-  const auto [frameTurn, turnGroup] =
-      makeOptionGroup(tr("Holding pattern"), "FrameHDTurn", "HDTurn", {tr("Right-hand"), tr("Left-hand")}, hdTurn_);
-  static_cast<QBoxLayout*>(frameTurn->layout())->addStretch();
-
+QGroupBox* HoldingScreen::buildLimits() {
+  // One row per entry: its colour in the picture, its name and its sector's limits.
   auto* frameLimits = makeFrame(tr("Entry sector inbound course"), "FrameLimits");
   frameLimits->setToolTip(tr("Tracks to the fix, clockwise from the first to the second limit, both included"));
   auto* ll = new QGridLayout(frameLimits);
@@ -69,29 +97,7 @@ HoldingScreen::HoldingScreen(QWidget* parent)
     ll->addWidget(lbllimit_[i], i, 2);
   }
   ll->setColumnStretch(1, 1);
-
-  auto* left = new QVBoxLayout;
-  left->addLayout(inputs);
-  left->addWidget(frameTurn);
-  left->addWidget(frameLimits);
-  left->addStretch();
-
-  picture_ = new HoldingPicture(this);
-  picture_->setToolTip(tr("North up. Shaded: where an aircraft comes from for each entry; arrow: the track to the "
-                          "fix"));
-  auto* top = new QHBoxLayout;
-  top->addLayout(left);
-  top->addWidget(picture_, 1);
-  contentLayout()->addLayout(top);
-
-  setTabOrder(outbound, track);
-  setTabOrder(track, hdTurn_[0]);
-  setTabOrder(hdTurn_[0], hdTurn_[1]);
-  setTabOrder(hdTurn_[1], closeButton());
-
-  hdTurn_[gTurn]->setChecked(true);
-  connect(turnGroup, &QButtonGroup::idClicked, this, &HoldingScreen::hdTurnClick);
-  hdTurnClick(gTurn);
+  return frameLimits;
 }
 
 void HoldingScreen::hdTurnClick(int index) {

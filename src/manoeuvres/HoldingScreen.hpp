@@ -6,6 +6,8 @@
 
 #include "app/CalculatorScreen.hpp"
 
+class QGridLayout;
+class QGroupBox;
 class QRadioButton;
 
 namespace norvane {
@@ -24,6 +26,8 @@ class HoldingScreen : public CalculatorScreen {
   void boxEdited(int index) override;
 
  private:
+  QGridLayout* buildInputs();
+  QGroupBox* buildLimits();
   void hdTurnClick(int index);
   // Recomputes the limits, the marks and the picture from the boxes.
   void refresh();

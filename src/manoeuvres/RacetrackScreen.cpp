@@ -26,7 +26,22 @@ int gRate = 1;
 RacetrackScreen::RacetrackScreen(QWidget* parent)
     : CalculatorScreen(14, "frmData14", tr("Racetrack calculator"), parent) {
   setHelpText(tr("Headings and outbound time of a holding pattern in wind"));
+  auto* left = new QVBoxLayout;
+  left->addLayout(buildInputs());
+  buildOptions(left);
+  QGroupBox* frameResults = buildResults();
+  picture_ = new RacetrackPicture(this);
+  picture_->setToolTip(tr("North up: the ground track of one circuit to scale, the fix, the inbound course "
+                          "(dashed) and the wind"));
+  auto* top = new QHBoxLayout;
+  top->addLayout(left);
+  top->addWidget(frameResults);
+  top->addWidget(picture_, 1);
+  contentLayout()->addLayout(top);
+  setTabOrders();
+}
 
+QGridLayout* RacetrackScreen::buildInputs() {
   struct Input {
     const char* caption;
     const char* toolTip;
@@ -58,7 +73,10 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
     grid->addWidget(caption, i, 0);
     grid->addWidget(b, i, 1);
   }
+  return grid;
+}
 
+void RacetrackScreen::buildOptions(QVBoxLayout* left) {
   // The three option groups; a change recalculates when results are shown.
   const auto options = [this](const QString& caption, const char* name, const char* optionName,
                               const QStringList& texts, QRadioButton** out, int* kept) {
@@ -71,8 +89,6 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
     });
     return frame;
   };
-  auto* left = new QVBoxLayout;
-  left->addLayout(grid);
   left->addWidget(options(tr("Turns"), "FrameTurns", "OptTurn", {tr("Right"), tr("Left")}, optTurn_.data(), &gTurn));
   left->addWidget(options(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput",
                           {tr("20°"), tr("25°"), tr("30°"), tr("ul")}, optBank_.data(), &gMaxBank));
@@ -80,7 +96,9 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
   left->addWidget(options(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput",
                           {tr("1.5 (1/2 std)"), tr("3 (std)")}, optRate_.data(), &gRate));
   left->addStretch();
+}
 
+QGroupBox* RacetrackScreen::buildResults() {
   struct Result {
     const char* caption;
     int values;
@@ -111,16 +129,10 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
     }
   }
   rl->setRowStretch(11, 1);
+  return frameResults;
+}
 
-  picture_ = new RacetrackPicture(this);
-  picture_->setToolTip(tr("North up: the ground track of one circuit to scale, the fix, the inbound course "
-                          "(dashed) and the wind"));
-  auto* top = new QHBoxLayout;
-  top->addLayout(left);
-  top->addWidget(frameResults);
-  top->addWidget(picture_, 1);
-  contentLayout()->addLayout(top);
-
+void RacetrackScreen::setTabOrders() {
   for (int i = 0; i + 1 < 5; ++i) setTabOrder(box(i), box(i + 1));
   QWidget* prev = box(4);
   for (QRadioButton* o : {optTurn_[0], optTurn_[1], optBank_[0], optBank_[1], optBank_[2], optBank_[3],

@@ -7,7 +7,10 @@
 #include "app/CalculatorScreen.hpp"
 #include "manoeuvres/Racetrack.hpp"
 
+class QGridLayout;
+class QGroupBox;
 class QRadioButton;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -24,6 +27,12 @@ class RacetrackScreen : public CalculatorScreen {
   void clearData() override;
 
  private:
+  QGridLayout* buildInputs();
+  // The turn, bank and rate choices under `left`, each kept while the program runs.
+  void buildOptions(QVBoxLayout* left);
+  QGroupBox* buildResults();
+  void setTabOrders();
+
   std::array<QRadioButton*, 2> optTurn_{};
   std::array<QRadioButton*, 4> optBank_{};
   std::array<QRadioButton*, 2> optRate_{};

@@ -23,6 +23,25 @@ int gRadiusUnit = 0;
 }  // namespace
 
 TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Turn parameters"), parent) {
+  buildInputs();
+  // Left: TAS and the options; right: the effective turn and its load factor.
+  QVBoxLayout* left = buildOptions();
+  QVBoxLayout* right = buildResults();
+  auto* top = new QHBoxLayout;
+  top->addLayout(left);
+  top->addLayout(right);
+  contentLayout()->addLayout(top);
+  contentLayout()->addWidget(buildAnticipation());
+  setHelpText(tr("Anticipation angle for intercepting a given radial under known angle and distance at a specific "
+                 "turn rate"));
+  setTabOrder(box(0), box(1));
+  setTabOrder(box(1), box(2));
+  setTabOrder(box(2), calculateButton());
+  setTabOrder(calculateButton(), closeButton());
+  connectOptions();
+}
+
+void TurnScreen::buildInputs() {
   BoxRule tasRule{KeyMode::UnsignedInt, double(kTurnTasMin), double(kTurnTasMax)};
   tasRule.maxLength = 4;
   BoxRule angleRule{KeyMode::UnsignedInt, double(kInterceptAngleMin), double(kInterceptAngleMax)};
@@ -35,28 +54,31 @@ TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Tu
   InputBox* angle = addBox(angleRule, tr("Interception angle (10 to 90°)"));
   InputBox* dist = addBox(distRule, tr("Distance to station at beginning of turn (5 to 50 NM)"));
   for (InputBox* b : {tas, angle, dist}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("000000") + 16);
+}
 
-  // Left: TAS and the options.
+QVBoxLayout* TurnScreen::buildOptions() {
   auto* left = new QVBoxLayout;
   auto* tasRow = new QHBoxLayout;
   QLabel* tasCaption = makeCaption(tr("TAS (kts)"), "lbldata0");
-  tasCaption->setBuddy(tas);
+  tasCaption->setBuddy(box(0));
   tasRow->addWidget(tasCaption);
-  tasRow->addWidget(tas);
+  tasRow->addWidget(box(0));
   tasRow->addStretch();
   left->addLayout(tasRow);
 
-  const auto [frameBank, bankGroup] = makeOptionGroup(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput",
-                                                      {tr("20°"), tr("25°"), tr("30°"), tr("ul")}, optBank_);
+  left->addWidget(makeOptionGroup(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput",
+                                  {tr("20°"), tr("25°"), tr("30°"), tr("ul")}, optBank_)
+                      .frame);
   optBank_[3]->setToolTip(tr("Unlimited: the bank that the turn rate needs"));
-  left->addWidget(frameBank);
 
-  const auto [frameRate, rateGroup] = makeOptionGroup(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput",
-                                                      {tr("1.5 (1/2 std)"), tr("3 (std)")}, optRate_);
-  left->addWidget(frameRate);
+  left->addWidget(makeOptionGroup(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput",
+                                  {tr("1.5 (1/2 std)"), tr("3 (std)")}, optRate_)
+                      .frame);
   left->addStretch();
+  return left;
+}
 
-  // Right: the effective turn and its load factor.
+QVBoxLayout* TurnScreen::buildResults() {
   auto* frameResults = makeFrame(tr("Effective turn parameters"), "FrameResults");
   auto* rl = new QGridLayout(frameResults);
   dataR_[0] = makeResult("dataR0", tr("Effective bank angle (°)"));
@@ -69,6 +91,7 @@ TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Tu
   radiusCaption_ = makeCaption(QString(), "lbldata5");
   rl->addWidget(radiusCaption_, 2, 0);
   rl->addWidget(dataR_[2], 2, 1);
+  // The radius unit: a row of its own under the radius, no frame.
   auto* unitRow = new QHBoxLayout;
   auto* unitGroup = new QButtonGroup(this);
   const char* const unitCaptions[3] = {"NM", "m", "ft"};
@@ -91,53 +114,47 @@ TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Tu
   auto* right = new QVBoxLayout;
   right->addWidget(frameResults);
   right->addWidget(frameG);
-  auto* top = new QHBoxLayout;
-  top->addLayout(left);
-  top->addLayout(right);
-  contentLayout()->addLayout(top);
+  return right;
+}
 
-  // Bottom: the anticipation, its two inputs and two results.
+QGroupBox* TurnScreen::buildAnticipation() {
+  // The anticipation: its two inputs and two results.
   auto* frameTAA = makeFrame(tr("Turn anticipation angle"), "FrameTAA");
   auto* al = new QGridLayout(frameTAA);
   QLabel* angleCaption = makeCaption(tr("Intercept angle (°)"), "lbldata1");
-  angleCaption->setBuddy(angle);
+  angleCaption->setBuddy(box(1));
   QLabel* distCaption = makeCaption(tr("Distance (NM)"), "lbldata2");
-  distCaption->setBuddy(dist);
+  distCaption->setBuddy(box(2));
   dataR_[3] = makeResult("dataR3", tr("Turn anticipation angle (°)"));
   dataR_[4] = makeResult("dataR4", tr("Distance to station at end of turn (NM)"));
   al->addWidget(angleCaption, 0, 0);
-  al->addWidget(angle, 0, 1);
+  al->addWidget(box(1), 0, 1);
   al->addWidget(makeCaption(tr("Anticipation (°)"), "lbldata6"), 0, 3);
   al->addWidget(dataR_[3], 0, 4);
   al->addWidget(distCaption, 1, 0);
-  al->addWidget(dist, 1, 1);
+  al->addWidget(box(2), 1, 1);
   al->addWidget(makeCaption(tr("Final distance (NM)"), "lbldata7"), 1, 3);
   al->addWidget(dataR_[4], 1, 4);
   al->setColumnMinimumWidth(2, 12);
   al->setColumnStretch(2, 1);
-  contentLayout()->addWidget(frameTAA);
-  setHelpText(tr("Anticipation angle for intercepting a given radial under known angle and distance at a specific "
-                 "turn rate"));
+  return frameTAA;
+}
 
-  setTabOrder(tas, angle);
-  setTabOrder(angle, dist);
-  setTabOrder(dist, calculateButton());
-  setTabOrder(calculateButton(), closeButton());
-
-  // Load: the kept options; a change recalculates when results are shown.
+void TurnScreen::connectOptions() {
+  // The kept options; a change recalculates when results are shown.
   optBank_[gMaxBank]->setChecked(true);
   optRate_[gRate]->setChecked(true);
   rUnit_[gRadiusUnit]->setChecked(true);
   radiusCaption_->setText(Q(RadiusCaption(static_cast<RadiusUnit>(gRadiusUnit))));
-  connect(bankGroup, &QButtonGroup::idClicked, this, [this](int id) {
+  connect(optBank_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     gMaxBank = id;
     recalculateIfCalculated();
   });
-  connect(rateGroup, &QButtonGroup::idClicked, this, [this](int id) {
+  connect(optRate_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     gRate = id;
     recalculateIfCalculated();
   });
-  connect(unitGroup, &QButtonGroup::idClicked, this, &TurnScreen::rUnitClick);
+  connect(rUnit_[0]->group(), &QButtonGroup::idClicked, this, &TurnScreen::rUnitClick);
 }
 
 void TurnScreen::rUnitClick(int index) {

@@ -4,7 +4,9 @@
 
 #include "app/CalculatorScreen.hpp"
 
+class QGroupBox;
 class QRadioButton;
+class QVBoxLayout;
 
 namespace norvane {
 
@@ -19,6 +21,12 @@ class TurnScreen : public CalculatorScreen {
   void boxEdited(int index) override;
 
  private:
+  void buildInputs();
+  QVBoxLayout* buildOptions();
+  QVBoxLayout* buildResults();
+  QGroupBox* buildAnticipation();
+  // Checks the kept options and connects their changes.
+  void connectOptions();
   void rUnitClick(int index);
 
   QRadioButton* optBank_[4];

@@ -53,7 +53,9 @@ TEST(NavDatabaseFormat, GoldenTable) {
   for (const auto& r : test::ReadGolden("services/data/navdb.txt", "ident")) {
     EXPECT_EQ(IdentCode(r[0]), std::stoul(r[1], nullptr, 0)) << r.where;
     EXPECT_EQ(IsValidIdent(r[0]), r[2] == "yes") << r.where;
-    if (r[2] == "yes") EXPECT_EQ(IdentFromCode(IdentCode(r[0])), r[0]) << r.where;
+    if (r[2] == "yes") {
+      EXPECT_EQ(IdentFromCode(IdentCode(r[0])), r[0]) << r.where;
+    }
   }
   EXPECT_EQ(IdentFromCode(63u << 24), "?");
   for (const auto& r : test::ReadGolden("services/data/navdb.txt", "split")) {

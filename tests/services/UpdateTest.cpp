@@ -33,7 +33,9 @@ TEST(UpdateInfo, GoldenTable) {
   const std::string table = "services/data/update.txt";
   for (const auto& r : test::ReadGolden(table, "version")) {
     EXPECT_EQ(ParseVersionText(r[0]), std::stoi(r[1])) << r.where;
-    if (r[2] != "-") EXPECT_EQ(VersionText(int16_t(std::stoi(r[1]))), r[2]) << r.where;
+    if (r[2] != "-") {
+      EXPECT_EQ(VersionText(int16_t(std::stoi(r[1]))), r[2]) << r.where;
+    }
   }
   for (const auto& r : test::ReadGolden(table, "verdict"))
     EXPECT_STREQ(VerdictText(JudgeServerVersion(int16_t(std::stoi(r[0])), int16_t(std::stoi(r[1])))), r[2].c_str()) << r.where;

@@ -44,7 +44,9 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
     for (size_t i; (i = want.find("$YEAR")) != std::string::npos;) want.replace(i, 5, year);
     EXPECT_EQ(run.status, std::stoi(r[0])) << r.where << "\n" << run.err;
     EXPECT_EQ(run.out.substr(0, want.size()), want) << r.where;
-    if (run.status == 2) EXPECT_NE(run.err.find("--icao"), std::string::npos) << run.err;
+    if (run.status == 2) {
+      EXPECT_NE(run.err.find("--icao"), std::string::npos) << run.err;
+    }
   }
 
   // Escape sequences and Latin-1 from the server: no control byte reaches the terminal, and
