@@ -56,13 +56,13 @@ void Loop(benchmark::State& state, F f) {
 }
 
 void BM_GreatCircleSphere(benchmark::State& s) {
-  Loop(s, [](const Case& c) { return GreatCircleSphere(c.lat1, c.lat2, c.lon1, c.lon2); });
+  Loop(s, [](const Case& c) { return GreatCircleSphere(c.lat1, c.lon1, c.lat2, c.lon2); });
 }
 void BM_GeodesicWGS84(benchmark::State& s) {
-  Loop(s, [](const Case& c) { return GeodesicWGS84(c.lat1, c.lat2, c.lon1, c.lon2); });
+  Loop(s, [](const Case& c) { return GeodesicWGS84(c.lat1, c.lon1, c.lat2, c.lon2); });
 }
 void BM_RhumbLine(benchmark::State& s) {
-  Loop(s, [](const Case& c) { return RhumbLine(c.lat1, c.lat2, c.lon1, c.lon2); });
+  Loop(s, [](const Case& c) { return RhumbLine(c.lat1, c.lon1, c.lat2, c.lon2); });
 }
 void BM_DirectSphere(benchmark::State& s) {
   Loop(s, [](const Case& c) { return DirectSphere(c.lat1, c.lon1, c.track, c.dist); });

@@ -103,6 +103,10 @@ InputBox* CalculatorScreen::addBox(const BoxRule& rule, const QString& toolTip, 
   return b;
 }
 
+InputBox* CalculatorScreen::addBox(const Quantity& q, const QString& text) {
+  return addBox(RuleOf(q), QString::fromStdString(ToolTipText(q)), text);
+}
+
 QLabel* CalculatorScreen::makeResult(const QString& name, const QString& toolTip) {
   auto* l = new QLabel(this);
   l->setObjectName(name);
@@ -224,13 +228,14 @@ void CalculatorScreen::onBoxChanged(int index) {
 void CalculatorScreen::runCalculate() {
   if (!allInputsValid()) return;
   lblError_->clear();
-  const bool ok = calculate();
-  calculated_ = ok;
+  calculated_ = calculate();
+  // A failed calculation has put its error text on show: it is recalculated like results.
+  Q_ASSERT(calculated_ || !lblError_->text().isEmpty());
   resultsShown_ = true;
 }
 
-void CalculatorScreen::recalculateIfCalculated() {
-  if (calculated_ && allInputsValid()) runCalculate();
+void CalculatorScreen::recalculateIfShown() {
+  if (resultsShown_ && allInputsValid()) runCalculate();
 }
 
 void CalculatorScreen::prepareScreenshot() {
@@ -353,7 +358,7 @@ void CalculatorScreen::unitLeft(UnitSwitch& s, int unit) {
 }
 
 void CalculatorScreen::unitEntered(UnitSwitch& s, int unit) {
-  const bool wasCalculated = calculated_;
+  const bool wasShown = resultsShown_;
   converting_ = true;
   for (auto& bound : s.boxes) {
     if (unit >= static_cast<int>(bound.units.size())) continue;
@@ -383,7 +388,7 @@ void CalculatorScreen::unitEntered(UnitSwitch& s, int unit) {
   }
   converting_ = false;
   if (restoring_) return;
-  if (wasCalculated && allInputsValid()) runCalculate();
+  if (wasShown && allInputsValid()) runCalculate();
   else if (resultsShown_ || !lblError_->text().isEmpty()) clearData();
 }
 
@@ -409,7 +414,7 @@ void CalculatorScreen::rememberInputs() {
       state[key(w)] = d->dateTime();
     }
   }
-  state[QStringLiteral(":calculated")] = calculated_;
+  state[QStringLiteral(":calculated")] = resultsShown_;
   App().screenInputs[objectName()] = state;
 }
 

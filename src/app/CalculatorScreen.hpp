@@ -10,7 +10,8 @@
 //   - results and the error label cleared on any edit (boxEdited() may narrow that);
 //   - Enter elsewhere than on a push button moving the focus to the next control; Esc closes;
 //   - select-all when a box gets the focus;
-//   - the Calculated flag: recalculateIfCalculated() recomputes after an option change;
+//   - recalculateIfShown() recomputes after an option change whenever results or an error are on
+//     screen;
 //   - "Exit" ("cmdClose"), and on close the unloaded() signal the menu uses to return the
 //     screen's item to idle;
 //   - Enter or Space on a focused push button presses it, and the focused button is marked;
@@ -78,8 +79,8 @@ class CalculatorScreen : public QWidget {
 
   // Runs Calculate if every box is valid (the button's click).
   void runCalculate();
-  // Recomputes when results of a successful calculation are on screen.
-  void recalculateIfCalculated();
+  // Recomputes when results or the error text of a calculation are on screen.
+  void recalculateIfShown();
   // Puts the screen in a state worth a screenshot (default: calculate when possible).
   virtual void prepareScreenshot();
   // Stores the named inputs and options in the application context (done on close), and gives
@@ -92,8 +93,9 @@ class CalculatorScreen : public QWidget {
   void unloaded(int menuIndex);
 
  protected:
-  // Computes and writes the results; returns true on success (sets the Calculated flag).
-  // Not called while any box is invalid.
+  // Computes and writes the results and returns true; or shows the error text (showError) and
+  // returns false. Nothing else: no results and no error is not an outcome. Not called while any
+  // box is invalid.
   virtual bool calculate() { return false; }
   // Clears every result label made by makeResult() and the error label; clears Calculated.
   virtual void clearData();
@@ -101,6 +103,8 @@ class CalculatorScreen : public QWidget {
   virtual void boxEdited(int index);
 
   InputBox* addBox(const BoxRule& rule, const QString& toolTip = {}, const QString& text = {});
+  // A box for `q`: its rule and its tool tip ("True air speed (50 to 1500 kts)") from the quantity.
+  InputBox* addBox(const Quantity& q, const QString& text = {});
   // A result label registered for clearing, named `name`.
   QLabel* makeResult(const QString& name, const QString& toolTip = {});
   // A caption label for a box or result.

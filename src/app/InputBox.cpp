@@ -20,6 +20,18 @@ InputBox::InputBox(const BoxRule& rule, QWidget* parent) : QLineEdit(parent), ru
   validate();
 }
 
+BoxRule RuleOf(const Quantity& q) {
+  BoxRule r{KeyModeOf(q), q.min, q.max};
+  r.allowEmpty = q.optional;
+  r.maxLength = BoxLength(q);
+  return r;
+}
+
+void InputBox::setQuantity(const Quantity& q) {
+  setToolTip(QString::fromStdString(ToolTipText(q)));
+  setRule(RuleOf(q));
+}
+
 void InputBox::setRule(const BoxRule& rule) {
   rule_ = rule;
   setMaxLength(rule.maxLength);

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "app/InputRules.hpp"
+#include "app/Quantity.hpp"
 
 namespace norvane {
 
@@ -22,6 +23,9 @@ struct BoxRule {
   enum class Check { ByMode, Integer, Real, None } check = Check::ByMode;
 };
 
+// The rule of a box that holds `q`: its key mode, range, length and whether it may stay empty.
+BoxRule RuleOf(const Quantity& q);
+
 class InputBox : public QLineEdit {
   Q_OBJECT
  public:
@@ -31,6 +35,8 @@ class InputBox : public QLineEdit {
   // Changes the rule (range, mode, length) and validates the current text again.
   void setRule(const BoxRule& rule);
   void setRange(double min, double max);
+  // Takes the quantity's rule and tool tip (a unit switch changes the quantity a box holds).
+  void setQuantity(const Quantity& q);
 
   bool isValid() const { return valid_; }
   // The number in the box (locale rules); 0 when empty or not a number.

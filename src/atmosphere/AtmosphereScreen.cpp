@@ -14,7 +14,8 @@
 #include "app/TextFormat.hpp"
 #include "app/Units.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
-#include "atmosphere/ScreenText.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
 
 namespace norvane {
@@ -178,17 +179,17 @@ void AtmosphereScreen::connectSignals() {
   connect(optAltUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
   connect(checkNSA_, &QCheckBox::toggled, this, [this] {
     nsaChanged();
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
-  connect(checkEDisplay_, &QCheckBox::toggled, this, [this] { recalculateIfCalculated(); });
+  connect(checkEDisplay_, &QCheckBox::toggled, this, [this] { recalculateIfShown(); });
   for (QScrollBar* s : {disaScroll_, mslpScroll_})
     connect(s, &QScrollBar::valueChanged, this, [this] {
       updateScrollLabels();
-      if (!resetting_) recalculateIfCalculated();
+      if (!resetting_) recalculateIfShown();
     });
 }
 
@@ -247,7 +248,7 @@ void AtmosphereScreen::nsaChanged() {
 
 void AtmosphereScreen::updateScrollLabels() {
   disaData_->setText(Q(SignedText(disaScroll_->value())));
-  mslpData_->setText(ShownText(MslpScrollText(mslpScroll_->value(), us())));
+  mslpData_->setText(LocaleText(MslpScrollText(mslpScroll_->value(), us())));
 }
 
 bool AtmosphereScreen::calculate() {
@@ -262,7 +263,7 @@ bool AtmosphereScreen::calculate() {
     in.mslpHpa = MslpHpaFromScroll(mslpScroll_->value(), in.us);
   }
   const AtmosphereDataResult r = ComputeAtmosphereData(in);
-  for (int i = 0; i < kAtmosphereResults; ++i) dataR_[i]->setText(ShownText(r.results[i].text));
+  for (int i = 0; i < kAtmosphereResults; ++i) dataR_[i]->setText(LocaleText(r.results[i].text));
   return true;
 }
 

@@ -7,7 +7,8 @@
 #include <QPushButton>
 
 #include "atmosphere/AtmosphereCalculations.hpp"
-#include "atmosphere/ScreenText.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 
@@ -54,13 +55,13 @@ ChangeoverScreen::ChangeoverScreen(QWidget* parent)
   setTabOrder(calculateButton(), closeButton());
 
   ias->setText(QStringLiteral("300"));
-  mach->setText(BoxText("0.78"));
+  mach->setText(LocaleText("0.78"));
 }
 
 bool ChangeoverScreen::calculate() {
   const ChangeoverResult r = ComputeChangeover(box(0)->value(), box(1)->value());
-  dataR_[0]->setText(ShownText(r.altitude.text));
-  dataR_[1]->setText(ShownText(r.flightLevel.text));
+  dataR_[0]->setText(LocaleText(r.altitude.text));
+  dataR_[1]->setText(LocaleText(r.flightLevel.text));
   showError(Q(r.error));
   return true;
 }

@@ -11,7 +11,8 @@
 
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
-#include "atmosphere/ScreenText.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 
@@ -84,7 +85,7 @@ void DensityAltitudeScreen::load() {
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setUnits();
   const bool u = us();
-  box(0)->setText(u ? BoxText("29.92") : BoxText("1013.25"));
+  box(0)->setText(u ? LocaleText("29.92") : LocaleText("1013.25"));
   box(1)->setText(u ? QStringLiteral("59") : QStringLiteral("15"));
   box(2)->setText(u ? QStringLiteral("41") : QStringLiteral("5"));
   box(3)->setText(QStringLiteral("0"));
@@ -143,9 +144,9 @@ bool DensityAltitudeScreen::calculate() {
   const DensityAltitudeResult r = ComputeDensityAltitude(in);
   // A dew point above the temperature is taken as the temperature, and the box shows it.
   if (r.dewPointLowered) box(2)->setText(box(1)->text());
-  dataR_[0]->setText(ShownText(r.pressure.text));
-  dataR_[1]->setText(ShownText(r.humidity.text));
-  dataR_[2]->setText(ShownText(r.densityAltitude.text));
+  dataR_[0]->setText(LocaleText(r.pressure.text));
+  dataR_[1]->setText(LocaleText(r.humidity.text));
+  dataR_[2]->setText(LocaleText(r.densityAltitude.text));
   return true;
 }
 

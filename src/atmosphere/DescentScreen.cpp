@@ -13,7 +13,8 @@
 #include "app/TextFormat.hpp"
 #include "atmosphere/Descent.hpp"
 #include "atmosphere/DescentProfile.hpp"
-#include "atmosphere/ScreenText.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 namespace {
@@ -83,7 +84,7 @@ QGridLayout* DescentScreen::buildInputs() {
   };
   auto* grid = new QGridLayout;
   for (int i = 0; i < 5; ++i) {
-    InputBox* b = addBox(inputs[i].rule, tr(inputs[i].toolTip), BoxText(inputs[i].text));
+    InputBox* b = addBox(inputs[i].rule, tr(inputs[i].toolTip), LocaleText(inputs[i].text));
     QLabel* caption = makeCaption(tr(inputs[i].caption), QStringLiteral("lblIn%1").arg(i));
     caption->setBuddy(b);
     grid->addWidget(caption, i, 0);
@@ -167,7 +168,7 @@ void DescentScreen::connectSignals() {
   });
   connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
     disaData_->setText(Q(SignedText(v)));
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
 }
 
@@ -183,7 +184,7 @@ void DescentScreen::setGiven(int given) {
   box(5)->setToolTip(tr(kGivenTexts[given].toolTip));
   const InputRange r = DescentGivenRange(kind);
   box(5)->setRange(r.min, r.max);
-  box(5)->setText(ShownText(FormatMask(DescentGivenDefault(kind), kGivenTexts[given].mask)));
+  box(5)->setText(LocaleText(FormatMask(DescentGivenDefault(kind), kGivenTexts[given].mask)));
 }
 
 bool DescentScreen::calculate() {
@@ -204,7 +205,7 @@ bool DescentScreen::calculate() {
   }
   const ShownValue* values[11] = {&r.altitudeToLose, &r.time,     &r.distance, &r.rodTop, &r.rodBottom, &r.angle,
                                   &r.gradient,       &r.meanGs,   &r.tasTop,   &r.tasBottom, &r.changeover};
-  for (int i = 0; i < 11; ++i) dataR_[i]->setText(ShownText(values[i]->text));
+  for (int i = 0; i < 11; ++i) dataR_[i]->setText(LocaleText(values[i]->text));
   profile_->setProfile(std::move(r.profile), r.changeoverFt);
   return true;
 }
@@ -217,7 +218,7 @@ void DescentScreen::clearData() {
 void DescentScreen::prepareScreenshot() {
   // A jet's descent: FL370 to 3000 ft at Mach 0.78 / 280 kt into a 30 kt head wind, ISA +10.
   const char* const example[5] = {"37000", "3000", "280", "0.78", "-30"};
-  for (int i = 0; i < 5; ++i) box(i)->setText(BoxText(example[i]));
+  for (int i = 0; i < 5; ++i) box(i)->setText(LocaleText(example[i]));
   disaScroll_->setValue(10);
   CalculatorScreen::prepareScreenshot();
 }

@@ -12,7 +12,8 @@
 
 #include "app/TextFormat.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
-#include "atmosphere/ScreenText.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 namespace {
@@ -152,11 +153,11 @@ void SpeedScreen::connectSignals() {
   });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
   connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
     disaData_->setText(Q(SignedText(v)));
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
 }
 
@@ -195,7 +196,7 @@ bool SpeedScreen::calculate() {
   in.us = optUnits_[1]->isChecked();
   const SpeedCalculationResult r = ComputeSpeeds(in);
   const ShownValue* values[6] = {&r.cas, &r.tas, &r.mach, &r.eas, &r.tat, &r.q};
-  for (int i = 0; i < 6; ++i) dataR_[i]->setText(ShownText(values[i]->text));
+  for (int i = 0; i < 6; ++i) dataR_[i]->setText(LocaleText(values[i]->text));
   return true;
 }
 

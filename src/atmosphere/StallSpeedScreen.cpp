@@ -12,7 +12,8 @@
 
 #include "app/Units.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
-#include "atmosphere/ScreenText.hpp"
+#include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 
@@ -144,8 +145,8 @@ void StallSpeedScreen::load() {
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setUnits();
   const bool u = us();
-  box(kClMax)->setText(BoxText("1.6"));
-  box(kWingArea)->setText(u ? QStringLiteral("174") : BoxText("16.2"));
+  box(kClMax)->setText(LocaleText("1.6"));
+  box(kWingArea)->setText(u ? QStringLiteral("174") : LocaleText("16.2"));
   box(kMtow)->setText(u ? QStringLiteral("2450") : QStringLiteral("1111"));
   box(kVs)->setText(QStringLiteral("48"));
   box(kWeight)->setText(u ? QStringLiteral("2200") : QStringLiteral("1000"));
@@ -177,7 +178,7 @@ void StallSpeedScreen::connectSignals() {
   });
   connect(baScroll_, &QScrollBar::valueChanged, this, [this](int v) {
     baData_->setText(QString::number(v));
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
 }
 
@@ -232,8 +233,8 @@ bool StallSpeedScreen::calculate() {
   in.altitudeFt = box(kAltitude)->value();
   in.bankDeg = baScroll_->value();
   const StallSpeedResult r = ComputeStallSpeed(in);
-  dataR_[0]->setText(ShownText(r.ktas.text));
-  dataR_[1]->setText(ShownText(r.kcas.text));
+  dataR_[0]->setText(LocaleText(r.ktas.text));
+  dataR_[1]->setText(LocaleText(r.kcas.text));
   return true;
 }
 

@@ -234,18 +234,18 @@ long RunInverseBatch(std::FILE* in, std::FILE* out, InverseMethod method) {
   switch (method) {
     case InverseMethod::Sphere:
       return RunBatch<4>(in, out, layout, check, [&](const double* f, char* p) {
-        const InverseResult r = GreatCircleSphere(f[0], f[2], f[1], f[3]);
+        const InverseResult r = GreatCircleSphere(f[0], f[1], f[2], f[3]);
         return put3(p, r.distance, r.trackIni, r.trackFin);
       });
     case InverseMethod::Rhumb:
       return RunBatch<4>(in, out, layout, check, [&](const double* f, char* p) {
-        const RhumbResult r = RhumbLine(f[0], f[2], f[1], f[3]);
+        const RhumbResult r = RhumbLine(f[0], f[1], f[2], f[3]);
         return put3(p, r.distance, r.track, r.track);
       });
     case InverseMethod::Wgs84:
     default:
       return RunBatch<4>(in, out, layout, check, [&](const double* f, char* p) {
-        const InverseResult r = GeodesicWGS84(f[0], f[2], f[1], f[3]);
+        const InverseResult r = GeodesicWGS84(f[0], f[1], f[2], f[3]);
         return put3(p, r.distance, r.trackIni, r.trackFin);
       });
   }

@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/Platform.hpp"
+#include "cli/Catalogue.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 
@@ -63,6 +64,7 @@ int main(int argc, char** argv) {
   RegisterSunCommands(app);
   RegisterToolCommands(app);
   RegisterServiceCommands(app);
+  RegisterDescribeCommand(app);
 
   try {
     app.parse(argc, argv);

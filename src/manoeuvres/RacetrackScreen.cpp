@@ -85,7 +85,7 @@ void RacetrackScreen::buildOptions(QVBoxLayout* left) {
     out[*kept]->setChecked(true);
     connect(group, &QButtonGroup::idClicked, this, [this, kept](int id) {
       *kept = id;
-      recalculateIfCalculated();
+      recalculateIfShown();
     });
     return frame;
   };

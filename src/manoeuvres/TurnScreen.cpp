@@ -148,11 +148,11 @@ void TurnScreen::connectOptions() {
   radiusCaption_->setText(Q(RadiusCaption(static_cast<RadiusUnit>(gRadiusUnit))));
   connect(optBank_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     gMaxBank = id;
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
   connect(optRate_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     gRate = id;
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
   connect(rUnit_[0]->group(), &QButtonGroup::idClicked, this, &TurnScreen::rUnitClick);
 }
@@ -160,7 +160,7 @@ void TurnScreen::connectOptions() {
 void TurnScreen::rUnitClick(int index) {
   gRadiusUnit = index;
   radiusCaption_->setText(Q(RadiusCaption(static_cast<RadiusUnit>(index))));
-  recalculateIfCalculated();
+  recalculateIfShown();
 }
 
 void TurnScreen::boxEdited(int index) {

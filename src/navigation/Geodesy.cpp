@@ -66,7 +66,7 @@ double StretchedTangent(double latRad, double latDeg) {
 
 }  // namespace
 
-InverseResult GreatCircleSphere(double lat1, double lat2, double lon1, double lon2) {
+InverseResult GreatCircleSphere(double lat1, double lon1, double lat2, double lon2) {
   if (SamePoint(lat1, lat2, lon1, lon2)) return {0, kUndefined, kUndefined};
   if (OnMeridian(lat1, lat2, lon1, lon2)) {
     const double track = lat2 > lat1 ? 360 : 180;
@@ -108,7 +108,7 @@ InverseResult GreatCircleSphere(double lat1, double lat2, double lon1, double lo
   return {distance, ini, fin};
 }
 
-InverseResult GeodesicWGS84(double lat1, double lat2, double lon1, double lon2) {
+InverseResult GeodesicWGS84(double lat1, double lon1, double lat2, double lon2) {
   if (SamePoint(lat1, lat2, lon1, lon2)) return {0, kUndefined, kUndefined};
 
   const double L = (lon2 - lon1) * kDegToRad;
@@ -154,7 +154,7 @@ InverseResult GeodesicWGS84(double lat1, double lat2, double lon1, double lon2) 
   return {s / kKmPerNm, ini, fin};
 }
 
-RhumbResult RhumbLine(double lat1, double lat2, double lon1, double lon2) {
+RhumbResult RhumbLine(double lat1, double lon1, double lat2, double lon2) {
   if (SamePoint(lat1, lat2, lon1, lon2)) return {0, kUndefined};
   if (OnMeridian(lat1, lat2, lon1, lon2)) return {std::fabs(lat2 - lat1) * 60, lat2 > lat1 ? 360.0 : 180.0};
 

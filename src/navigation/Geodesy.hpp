@@ -71,7 +71,7 @@ struct GeoPoint {
 //   where the great circle's vertex lies between the points the track differs from the
 //   geometric azimuth (0 N 0 E to 10 N 100 E: final track 88.25 where the azimuth is 91.75).
 //   This rule is the calculator's established behaviour and is kept.
-InverseResult GreatCircleSphere(double lat1, double lat2, double lon1, double lon2);
+InverseResult GreatCircleSphere(double lat1, double lon1, double lat2, double lon2);
 
 // Geodesic on the WGS-84 ellipsoid by Vincenty's inverse formula.
 //   Same point or same pole: distance 0, tracks undefined. No meridian shortcut: a northbound
@@ -79,7 +79,7 @@ InverseResult GreatCircleSphere(double lat1, double lat2, double lon1, double lo
 //   antipodal pairs that do not converge return kUndefined for the distance and both tracks.
 //   Where it converges the distance agrees with the exact geodesic to 0.15 mm and the tracks to
 //   about 1e-6 degree (lines shorter than a metre aside). Tracks in [0, 360).
-InverseResult GeodesicWGS84(double lat1, double lat2, double lon1, double lon2);
+InverseResult GeodesicWGS84(double lat1, double lon1, double lat2, double lon2);
 
 // Rhumb line on the sphere of radius 10800 / pi NM.
 //   Entry tests as GreatCircleSphere (same point / pole, then meridians: track 360 or 180).
@@ -89,7 +89,7 @@ InverseResult GeodesicWGS84(double lat1, double lat2, double lon1, double lon2);
 //   271.1, 15031 NM). The stretched-latitude difference avoids cancellation within 0.1 degree of
 //   a pole and uses a series when the two latitudes nearly coincide. Nearly east-west lines lose
 //   relative accuracy as 1 / cos(track) (the distance is dlat / cos(track)).
-RhumbResult RhumbLine(double lat1, double lat2, double lon1, double lon2);
+RhumbResult RhumbLine(double lat1, double lon1, double lat2, double lon2);
 
 // Point reached from (lat1, lon1) along a great circle of the sphere with initial track `track`
 // for `distance` NM. Longitudes beyond +-180 are brought back once; exactly +-180 is kept.

@@ -87,7 +87,7 @@ QGroupBox* MagVarScreen::buildDate() {
   dl->addWidget(dtPicker_);
   connect(dtPicker_, &QDateEdit::dateChanged, this, [this] {
     showNotice();
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
   return dateFrame;
 }

@@ -59,9 +59,9 @@ double MagneticToTrue(double track, double variation) { return Norm360(track + v
 
 TracksResult ComputeTracks(double lat1, double lon1, double lat2, double lon2, const MagSettings* magnetic) {
   TracksResult r;
-  r.gc = GeodesicWGS84(lat1, lat2, lon1, lon2);
-  r.rl = RhumbLine(lat1, lat2, lon1, lon2);
-  r.sph = GreatCircleSphere(lat1, lat2, lon1, lon2);
+  r.gc = GeodesicWGS84(lat1, lon1, lat2, lon2);
+  r.rl = RhumbLine(lat1, lon1, lat2, lon2);
+  r.sph = GreatCircleSphere(lat1, lon1, lat2, lon2);
   r.tracks[0][0] = r.gc.trackIni;
   r.tracks[0][1] = r.gc.trackFin;
   r.tracks[1][0] = r.tracks[1][1] = r.rl.track;

@@ -81,7 +81,7 @@ QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& n
   connect(b, &QRadioButton::toggled, this, [this, b](bool on) {
     if (!on) return;
     positionChanged(b);
-    recalculateIfCalculated();
+    recalculateIfShown();
   });
   return b;
 }

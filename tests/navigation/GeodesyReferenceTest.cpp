@@ -94,7 +94,7 @@ TEST(GeodesyReference, VincentyInverseAgreesWithGeographicLib) {
   int converged = 0, failed = 0;
   double maxDist = 0, maxTrack = 0;
   for (const Pair& p : RandomPairs(20240501)) {
-    const InverseResult r = GeodesicWGS84(p.lat1, p.lat2, p.lon1, p.lon2);
+    const InverseResult r = GeodesicWGS84(p.lat1, p.lon1, p.lat2, p.lon2);
     double s12, azi1, azi2;
     wgs84.Inverse(p.lat1, p.lon1, p.lat2, p.lon2, s12, azi1, azi2);
     SCOPED_TRACE(testing::Message() << p.lat1 << " " << p.lon1 << " " << p.lat2 << " " << p.lon2);
@@ -124,7 +124,7 @@ TEST(GeodesyReference, SphereDistancesAndTracks) {
   const Geodesic sphere(kSphereRadiusNm * kMetresPerNm, 0);
   double maxDist = 0, maxTrack = 0;
   for (const Pair& p : RandomPairs(4242)) {
-    const InverseResult r = GreatCircleSphere(p.lat1, p.lat2, p.lon1, p.lon2);
+    const InverseResult r = GreatCircleSphere(p.lat1, p.lon1, p.lat2, p.lon2);
     double s12, azi1, azi2;
     sphere.Inverse(p.lat1, p.lon1, p.lat2, p.lon2, s12, azi1, azi2);
     SCOPED_TRACE(testing::Message() << p.lat1 << " " << p.lon1 << " " << p.lat2 << " " << p.lon2);
@@ -176,7 +176,7 @@ TEST(GeodesyReference, RhumbLineAgreesWhereItTakesTheShortWay) {
   for (const Pair& p : RandomPairs(1717)) {
     if (std::fabs(p.lon2 - p.lon1) >= 180) continue;
     ++compared;
-    const RhumbResult r = RhumbLine(p.lat1, p.lat2, p.lon1, p.lon2);
+    const RhumbResult r = RhumbLine(p.lat1, p.lon1, p.lat2, p.lon2);
     double s12, azi12;
     rhumb.Inverse(p.lat1, p.lon1, p.lat2, p.lon2, s12, azi12);
     SCOPED_TRACE(testing::Message() << p.lat1 << " " << p.lon1 << " " << p.lat2 << " " << p.lon2);

@@ -27,10 +27,10 @@ TEST(Geodesy, InverseDirectAndTextTables) {
     const double lat1 = r.Num(1), lat2 = r.Num(2), lon1 = r.Num(3), lon2 = r.Num(4), tol = r.Num(8);
     InverseResult got;
     if (r[0] == "rhumb") {
-      const RhumbResult rl = RhumbLine(lat1, lat2, lon1, lon2);
+      const RhumbResult rl = RhumbLine(lat1, lon1, lat2, lon2);
       got = {rl.distance, rl.track, U};
     } else {
-      got = r[0] == "sphere" ? GreatCircleSphere(lat1, lat2, lon1, lon2) : GeodesicWGS84(lat1, lat2, lon1, lon2);
+      got = r[0] == "sphere" ? GreatCircleSphere(lat1, lon1, lat2, lon2) : GeodesicWGS84(lat1, lon1, lat2, lon2);
     }
     const double have[] = {got.distance, got.trackIni, got.trackFin};
     for (size_t i = 0; i < 3; ++i) {
@@ -50,23 +50,23 @@ TEST(Geodesy, InverseDirectAndTextTables) {
 TEST(RhumbLine, NearPoleAndSeriesFormsAreContinuous) {
   // The stretched latitude changes form at 89.9 degrees and the logarithm becomes a series when
   // the latitudes nearly coincide; both switches must not make a step in the result.
-  const double below = RhumbLine(89.8, 89.8999999999, 0, 10).distance;
-  const double above = RhumbLine(89.8, 89.9000000001, 0, 10).distance;
+  const double below = RhumbLine(89.8, 0, 89.8999999999, 10).distance;
+  const double above = RhumbLine(89.8, 0, 89.9000000001, 10).distance;
   EXPECT_NEAR(below, above, 1e-6);
-  const double south1 = RhumbLine(-89.8, -89.8999999999, 0, 10).distance;
-  const double south2 = RhumbLine(-89.8, -89.9000000001, 0, 10).distance;
+  const double south1 = RhumbLine(-89.8, 0, -89.8999999999, 10).distance;
+  const double south2 = RhumbLine(-89.8, 0, -89.9000000001, 10).distance;
   EXPECT_NEAR(south1, south2, 1e-6);
   // |1 - R| crosses 0.001 near a latitude difference of 0.05 degree at 10 N.
   double last = 0;
   for (double dlat = 0.0400; dlat <= 0.0700; dlat += 0.0005) {
-    const RhumbResult r = RhumbLine(10, 10 + dlat, 0, 0.01);
+    const RhumbResult r = RhumbLine(10, 0, 10 + dlat, 0.01);
     if (last > 0) {
       EXPECT_LT(std::fabs(r.distance - last), 0.031) << dlat;  // steps of 0.03 NM
     }
     last = r.distance;
   }
   // Within 1e-4 degree of the pole the result stays finite and close to the meridian length.
-  const RhumbResult np = RhumbLine(89.9999, 89.99999, 0, 90);
+  const RhumbResult np = RhumbLine(89.9999, 0, 89.99999, 90);
   EXPECT_TRUE(std::isfinite(np.distance));
   EXPECT_GT(np.distance, 0.00009 * 60);
 }

@@ -80,17 +80,17 @@ TEST(NavigationCli, BatchesAnswerEveryLineInOrderAtFullPrecision) {
   const double pts[][4] = {{0, 0, 10, 100}, {-33.9, 151.2, 51.5, -0.1}};
   for (int i = 0; i < 2; ++i) {
   EXPECT_EQ(lines[5], "0 ND ND");
-    const InverseResult want = GreatCircleSphere(pts[i][0], pts[i][2], pts[i][1], pts[i][3]);
+    const InverseResult want = GreatCircleSphere(pts[i][0], pts[i][1], pts[i][2], pts[i][3]);
     EXPECT_EQ(Numbers(lines[size_t(i)]), (std::vector<double>{want.distance, want.trackIni, want.trackFin}));
   }
   const auto wgs = Lines(RunCli({"inverse"}, input).out);
   ASSERT_EQ(wgs.size(), 6u);
-  const InverseResult want = GeodesicWGS84(-33.9, 51.5, 151.2, -0.1);
+  const InverseResult want = GeodesicWGS84(-33.9, 151.2, 51.5, -0.1);
   EXPECT_EQ(Numbers(wgs[1]), (std::vector<double>{want.distance, want.trackIni, want.trackFin}));
   EXPECT_EQ(wgs[4], "ND ND ND");  // Vincenty does not converge
   const auto rl = Numbers(RunCli({"inverse", "--method", "rhumb"}, "40 170 45 -170\n").out);
   ASSERT_EQ(rl.size(), 3u);
-  EXPECT_EQ(rl[0], RhumbLine(40, 45, 170, -170).distance);
+  EXPECT_EQ(rl[0], RhumbLine(40, 170, 45, -170).distance);
   EXPECT_EQ(rl[1], rl[2]);  // the single track fills both columns
 
   const auto direct = RunCli({"direct", "--method", "sphere"}, "0 0 90 -1\n0, 0, 45, 100\n");
@@ -117,7 +117,7 @@ TEST(NavigationCli, BatchStreamsLargeInputAndLongLines) {
   EXPECT_EQ(lines[n / 2], "error: line " + std::to_string(n / 2 + 1) + ": line longer than 4096 characters");
   for (int i : {0, n / 2 + 1, n}) {
     const int k = i > n / 2 ? i - 1 : i;
-    const InverseResult want = GreatCircleSphere(k % 90, -(k % 89), k % 180, 1.5);
+    const InverseResult want = GreatCircleSphere(k % 90, k % 180, -(k % 89), 1.5);
     EXPECT_EQ(Numbers(lines[size_t(i)]), (std::vector<double>{want.distance, want.trackIni, want.trackFin})) << i;
   }
 }

@@ -1,0 +1,48 @@
+#pragma once
+// What one numeric input is: its caption, admissible range, unit and whether it takes whole
+// numbers. Written once per input, next to the model that uses it; the screen's box takes its
+// rule and tool tip from it, the help line its range text, and norvane-cli its option help, its
+// check and its refusal text (`norvane-cli describe` lists them all).
+
+#include <string>
+#include <string_view>
+
+#include "app/InputRules.hpp"
+
+namespace norvane {
+
+struct Quantity {
+  std::string_view caption;  // "True air speed": starts the tool tip and the option help
+  double min = 0;            // inclusive
+  double max = 0;            // inclusive
+  std::string_view unit;     // as the screen writes it after the range: "kts", "°", "NM"; may be empty
+  bool whole = false;        // whole numbers only
+  int rangeDecimals = 0;     // decimals of min and max in the range text: 1 gives "0.0 to 360.0°"
+  int maxLength = 0;         // characters the box takes; 0: enough for min and max (and 2 decimals)
+  bool optional = false;     // the box may stay empty
+  std::string_view note;     // inside the brackets, before the range: "CAS ; " in "(CAS ; 20 to 300 kts)"
+  std::string_view after;    // after the brackets: " - Leave blank for automatic calculation"
+  std::string_view cliUnit;  // the unit as norvane-cli names it when it differs: "kt", "degrees"
+
+  constexpr Quantity withRange(double lo, double hi) const {
+    Quantity q = *this;
+    q.min = lo;
+    q.max = hi;
+    return q;
+  }
+};
+
+// "50 to 1500 kts", "0.0 to 360.0°", "0.05 to 3.00" (no blank before a degree sign).
+std::string RangeText(const Quantity& q);
+// "True air speed (50 to 1500 kts)", with the note and the text after the brackets.
+std::string ToolTipText(const Quantity& q);
+// The unit as the command line names it: cliUnit, else unit.
+std::string_view CliUnit(const Quantity& q);
+// True when v lies in the range and is whole where the quantity must be.
+bool Admits(const Quantity& q, double v);
+// The key filter's mode: signed when the range goes below zero, integer when whole.
+KeyMode KeyModeOf(const Quantity& q);
+// The characters the box takes (maxLength, or enough for the range's ends).
+int BoxLength(const Quantity& q);
+
+}  // namespace norvane
