@@ -81,9 +81,9 @@ QGroupBox* UnitConversionScreen::buildConverter() {
   ucl->addWidget(fCmb_, 1, 1);
   ucl->addWidget(makeCaption(tr("To"), "lblTo"), 1, 2);
   ucl->addWidget(tCmb_, 1, 3);
-  dataR_ = makeResult("DataR", tr("Converted value"));
+  converted_ = makeResult("DataR", tr("Converted value"));
   ucl->addWidget(makeCaption(tr("Result"), "lblResult"), 2, 0);
-  ucl->addWidget(dataR_, 2, 1, 1, 3);
+  ucl->addWidget(converted_, 2, 1, 1, 3);
   return frameUC_;
 }
 
@@ -156,17 +156,17 @@ void UnitConversionScreen::unitTypeChosen(int type) {
   fCmb_->setCurrentIndex(0);
   tCmb_->setCurrentIndex(1);
   value_->clear();  // invalid until a value is typed: the result stays empty
-  dataR_->clear();
+  converted_->clear();
 }
 
 void UnitConversionScreen::ConvertUnits() {
   if (!value_->isValid() || value_->isEmpty() || fCmb_->currentIndex() < 0 || tCmb_->currentIndex() < 0) {
-    dataR_->clear();
+    converted_->clear();
     return;
   }
   const double result = norvane::ConvertUnits(listUT_->currentRow(), fCmb_->currentIndex(), tCmb_->currentIndex(),
                                               value_->value());
-  dataR_->setText(LocaleText(FormatConversionResult(result)));
+  converted_->setText(LocaleText(FormatConversionResult(result)));
 }
 
 void UnitConversionScreen::degreeFormatChosen(DegreeFormat format) {

@@ -50,7 +50,7 @@ class UnitConversionScreen : public CalculatorScreen {
   QGroupBox* frameUC_;
   QComboBox* fCmb_;
   QComboBox* tCmb_;
-  QLabel* dataR_;
+  QLabel* converted_;
   QRadioButton* optDin_[3];
   QLabel* dcCaption_[2];
   QLabel* labelDC1_;
