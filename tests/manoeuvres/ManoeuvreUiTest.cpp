@@ -93,11 +93,11 @@ TEST_F(ManoeuvreUi, TurnOptionsRecalculateAndAnticipationClearsAlone) {
   }
   Type(s, 2, "12.5");
 
-  Type(s, 0, "300");
+  Type(s, 0, "600");
   Calculate(s);
   Click(s, "Optbankinput1");  // bank limit and rate recalculate while results are shown
   Click(s, "OptTRinput0");
-  EXPECT_EQ(Texts(s, "dataR", 3), model(300, 25, 1.5, RadiusUnit::NauticalMiles));
+  EXPECT_EQ(Texts(s, "dataR", 3), model(600, 25, 1.5, RadiusUnit::NauticalMiles));
   Type(s, 0, "120");  // after an edit an option change brings no results back
   Click(s, "OptTRinput1");
   EXPECT_EQ(Text(s, "dataR0"), "");
