@@ -18,6 +18,20 @@
 namespace norvane::cli {
 namespace {
 
+// Prints the results under `keys`, or the screen's error text with the failed status.
+template <class Texts, class Values>
+int PrintResults(const std::string& error, const std::vector<std::string>& keys, const Texts& text,
+                 const Values& value) {
+  ResultPrinter out;
+  if (!error.empty()) {
+    out.Message(error);
+    out.SetFailed();
+  } else {
+    for (size_t i = 0; i < keys.size(); ++i) out.Add(keys[i], text[i], value[i]);
+  }
+  return out.Print();
+}
+
 struct WindArgs {
   std::string tas, gs, track, heading, windSpeed, windDir, runway;
 };
@@ -41,14 +55,7 @@ void AddWindMode(CLI::App* wind, const std::shared_ptr<WindArgs>& args, const ch
     std::vector<double> v;
     for (const WindOption& o : options) v.push_back(ReadQuantity(o.name, (*args).*o.value, *o.quantity));
     const WindTexts t = texts(v);
-    ResultPrinter out;
-    if (!t.message.empty()) {
-      out.Message(t.message);
-      out.SetFailed();
-    } else {
-      for (size_t i = 0; i < keys.size(); ++i) out.Add(keys[i], t.text[i], t.value[i]);
-    }
-    ExitStatus() = out.Print();
+    ExitStatus() = PrintResults(t.message, keys, t.text, t.value);
   });
 }
 
@@ -212,14 +219,7 @@ void RegisterRacetrack(CLI::App& app) {
     in.maxBank = MaxBank(args->maxBank);
     in.rate = Rate(args->rate);
     const RacetrackResult r = ComputeRacetrack(in);
-    ResultPrinter out;
-    if (!r.error.empty()) {
-      out.Message(r.error);
-      out.SetFailed();
-    } else {
-      for (int i = 0; i < kRacetrackResults; ++i) out.Add(keys[i], r.text[i], r.value[i]);
-    }
-    ExitStatus() = out.Print();
+    ExitStatus() = PrintResults(r.error, keys, r.text, r.value);
   });
 }
 
