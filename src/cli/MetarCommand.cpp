@@ -11,8 +11,8 @@
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
-#include "services/MetarDecoder.hpp"
-#include "services/ServerText.hpp"
+#include "online/ServerText.hpp"
+#include "weather/MetarDecoder.hpp"
 
 namespace norvane::cli {
 
