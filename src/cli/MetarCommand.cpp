@@ -13,6 +13,8 @@
 #include "cli/Commands.hpp"
 #include "online/ServerText.hpp"
 #include "weather/MetarDecoder.hpp"
+#include "weather/MetarJson.hpp"
+#include "weather/MetarText.hpp"
 
 namespace norvane::cli {
 

@@ -5,7 +5,8 @@
 //
 // The decoder is lenient: it reads groups in the order the code puts them but accepts them out of
 // order, and every group it cannot read is kept in `undecoded` (never dropped, never fatal). It
-// works on any bytes; non-ASCII bytes simply make a group undecodable.
+// works on any bytes; non-ASCII bytes simply make a group undecodable. The decoded report is shown
+// in plain language by MetarText.hpp and as JSON by MetarJson.hpp.
 
 #include <optional>
 #include <string>
@@ -114,24 +115,40 @@ std::vector<std::string> SplitReports(std::string_view text);
 // each FM, BECMG, TEMPO or PROB group, and RMK, on a line of its own.
 std::string ReportLines(std::string_view text);
 
-// One line of the decoded view: a key for scripts ("wind") and the plain-language text
-// ("Wind 240° at 10 kt, gusts 22 kt").
-struct DecodedLine {
-  std::string key;
-  std::string text;
+// What the decoded views (MetarText.hpp, MetarJson.hpp) read from the codes and derive from a
+// decoded report.
+
+// A present weather group w'w' (WMO code table 4678) in its parts, viewing into the group's text.
+struct PresentWeather {
+  std::string_view intensity;               // "-", "+", "VC" or ""
+  std::string_view descriptor;              // "SH", "TS", "FZ", ... or ""
+  std::vector<std::string_view> phenomena;  // "RA", "BR", ...
 };
+// Empty when `code` is not a present weather group ("NSW" and "//" are not).
+std::optional<PresentWeather> ReadPresentWeather(std::string_view code);
+// "rain" for "RA"; empty for a code not in the table.
+std::string_view PhenomenonName(std::string_view code);
+
+// 30 for the change group kinds "PROB30" and "PROB30 TEMPO"; empty for other kinds.
+std::optional<int> ChangeProbability(std::string_view kind);
+
+// 1 inHg = 33.8639 hPa at 0 degrees C, for the A group.
+inline constexpr double kHpaPerInHg = 33.8639;
+
+// A wind speed in `unit` ("KT", "MPS" or "KMH") in knots, unrounded.
+double WindKnots(int speed, std::string_view unit);
 
 // Relative humidity (%) from temperature and dew point, with the saturation vapour pressure of the
 // density altitude model.
 double RelativeHumidity(double temperatureC, double dewPointC);
 
-// The decoded view in the order of the report. With a field elevation (ft) and a METAR that has
-// temperature, dew point and QNH, the station pressure and density altitude of the density
-// altitude model are added.
-std::vector<DecodedLine> DescribeReport(const DecodedReport& report,
-                                        std::optional<double> elevationFt = std::nullopt);
-
-// The typed groups as one JSON object on one line (see norvane-cli metar-decode --json).
-std::string ReportJson(const DecodedReport& report, std::optional<double> elevationFt = std::nullopt);
+struct StationDensityAltitude {
+  double feet = 0;
+  std::string stationPressure;  // hPa, as the density altitude screen shows it
+};
+// The density altitude model's result for a METAR (not a TAF) with temperature, dew point and QNH,
+// at a field elevation (ft); empty when a value lies outside the model's input ranges.
+std::optional<StationDensityAltitude> ReportDensityAltitude(const DecodedReport& report,
+                                                            std::optional<double> elevationFt);
 
 }  // namespace norvane

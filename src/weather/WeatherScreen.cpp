@@ -16,6 +16,7 @@
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "online/Internet.hpp"
 #include "weather/MetarDecoder.hpp"
+#include "weather/MetarText.hpp"
 #include "weather/WeatherClient.hpp"
 
 namespace norvane {

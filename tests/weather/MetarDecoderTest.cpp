@@ -8,6 +8,7 @@
 
 #include "support/RunProcess.hpp"
 #include "weather/MetarDecoder.hpp"
+#include "weather/MetarText.hpp"
 
 namespace norvane {
 namespace {

@@ -6,6 +6,8 @@
 
 #include "support/FuzzSupport.hpp"
 #include "weather/MetarDecoder.hpp"
+#include "weather/MetarJson.hpp"
+#include "weather/MetarText.hpp"
 
 using namespace norvane;
 using norvane::fuzz::Require;
