@@ -43,12 +43,12 @@ void RegisterTsdCommand(CLI::App& app) {
   CLI::Option* time = d.number("--time", args->time, kTsdTime, false,
                                "in decimal hours, 1.5 for 1:30 " + two)->type_name("HOURS");
   CLI::Option* distance = d.number("--distance", args->distance, kTsdDistance, false, two)->type_name("NM");
-  const auto flowUnit = static_cast<size_t>(FuelUnit::UsGallon);
+  const auto usVolume = static_cast<size_t>(FuelUnit::UsGallon);
   CLI::Option* flow = d.number("--fuel-flow", args->fuelFlow, kTsdFuelFlow[0], false,
-                               "(kg/h with --mass, lb/h with --us --mass)", kTsdFuelFlow[flowUnit])
+                               "(kg/h with --mass, lb/h with --us --mass)", kTsdFuelFlow[usVolume])
                              ->type_name("PER_HOUR");
   CLI::Option* onBoard = d.number("--fuel-on-board", args->fuelOnBoard, kTsdFuelOnBoard[0], false,
-                                  "(kg with --mass, lb with --us --mass; needs --fuel-flow)", kTsdFuelOnBoard[flowUnit])
+                                  "(kg with --mass, lb with --us --mass; needs --fuel-flow)", kTsdFuelOnBoard[usVolume])
                                 ->type_name("FUEL");
   CLI::Option* reserve =
       d.number("--reserve", args->reserve, kTsdReserve, false, "(needs --fuel-on-board)")->type_name("MIN");

@@ -110,7 +110,8 @@ struct TsdTexts {
 TsdTexts ComputeTsdTexts(const TsdInput& in);
 
 // "h:mm" of a duration in minutes, rounded to the minute (half away from zero), so that 59.5
-// minutes read "1:00"; hours go past 23; a negative duration is written with a minus sign.
+// minutes read "1:00"; hours go past 23; a negative duration is written with a minus sign; "ND"
+// when not finite.
 std::string FormatHoursMinutes(double minutes);
 
 }  // namespace norvane
