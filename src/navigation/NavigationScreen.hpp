@@ -9,7 +9,7 @@
 
 #include "app/CalculatorScreen.hpp"
 #include "navigation/NavCalculations.hpp"
-#include "services/WaypointImport.hpp"
+#include "waypoints/WaypointImport.hpp"
 
 class QAbstractButton;
 class QGridLayout;
