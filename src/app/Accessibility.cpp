@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLayout>
+#include <QTabWidget>
 
 namespace norvane {
 namespace {
@@ -45,6 +46,10 @@ QLabel* LabelBefore(QWidget* w) {
     for (int c = col - 1; c >= 0; --c)
       if (QLayoutItem* item = grid->itemAtPosition(row, c))
         if (auto* label = qobject_cast<QLabel*>(item->widget()); label && !IsResult(label)) return label;
+    // A caption over a column of results ("Latitude" above its value).
+    for (int r = row - 1; r >= 0; --r)
+      if (QLayoutItem* item = grid->itemAtPosition(r, col))
+        if (auto* label = qobject_cast<QLabel*>(item->widget()); label && !IsResult(label)) return label;
     return nullptr;
   }
   for (int i = index - 1; i >= 0; --i) {
@@ -63,7 +68,17 @@ QString CaptionOf(QWidget* w) {
   if (QLabel* label = LabelBefore(w); label && !label->text().isEmpty()) return Clean(label->text());
   const QString tip = w->toolTip();
   const qsizetype bracket = tip.indexOf(QLatin1String(" ("));
-  return Clean(bracket > 0 ? tip.left(bracket) : tip);
+  if (!tip.isEmpty()) return Clean(bracket > 0 ? tip.left(bracket) : tip);
+  // A page of a tab widget is named by its tab, a lone control in a frame by the frame.
+  for (QWidget* p = w->parentWidget(); p; p = p->parentWidget()) {
+    if (auto* tabs = qobject_cast<QTabWidget*>(p)) {
+      for (int i = 0; i < tabs->count(); ++i)
+        if (tabs->widget(i) == w || tabs->widget(i)->isAncestorOf(w)) return Clean(tabs->tabText(i));
+    }
+    if (auto* frame = qobject_cast<QGroupBox*>(p)) return Clean(frame->title());
+    if (p->isWindow()) break;
+  }
+  return {};
 }
 
 }  // namespace

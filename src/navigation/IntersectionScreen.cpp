@@ -26,17 +26,14 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
 
 // Each point, its track and its magnetic variation, in the box table's order.
 void IntersectionScreen::addInputs() {
-  // The variations' help names no range: it says how the box is read.
   lat1_ = addCoordinate(tr("1st Lat"), tr("1st point"), false, true, "OptLato");
   lon1_ = addCoordinate(tr("1st Long"), tr("1st point"), true, true, "OptLngo");
   track1_ = addBox(kTrackFromFirstPoint);
-  var1_ = addBox(RuleOf(kMagneticVariation), tr("Magnetic variation at 1st point (\u00b0 ; E is positive) - Leave "
-                                                "blank for automatic calculation"));
+  var1_ = addBox(kVariationAtFirstPoint);
   lat2_ = addCoordinate(tr("2nd Lat"), tr("2nd point"), false, true, "OptLatd");
   lon2_ = addCoordinate(tr("2nd Long"), tr("2nd point"), true, true, "OptLngd");
   track2_ = addBox(kTrackFromSecondPoint);
-  var2_ = addBox(RuleOf(kMagneticVariation), tr("Magnetic variation at 2nd point (\u00b0 ; E is positive) - Leave "
-                                                "blank for automatic calculation"));
+  var2_ = addBox(kVariationAtSecondPoint);
   bindVariation(var1_, lat1_, lon1_);
   bindVariation(var2_, lat2_, lon2_);
   for (InputBox* b : {track1_, var1_, track2_, var2_}) {

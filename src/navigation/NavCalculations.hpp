@@ -46,7 +46,18 @@ inline constexpr Quantity kTrackFromSecondPoint = [] {
 }();
 // A magnetic variation, east positive; an empty box takes the model's.
 inline constexpr Quantity kMagneticVariation{.caption = "Magnetic variation", .min = -180, .max = 180, .unit = "\u00b0",
-                                             .maxLength = 6, .optional = true, .cliUnit = "degrees"};
+                                             .maxLength = 6, .optional = true, .note = "E is positive ; ",
+                                             .after = " - Leave blank for automatic calculation", .cliUnit = "degrees"};
+inline constexpr Quantity kVariationAtFirstPoint = [] {
+  Quantity q = kMagneticVariation;
+  q.caption = "Magnetic variation at 1st point";
+  return q;
+}();
+inline constexpr Quantity kVariationAtSecondPoint = [] {
+  Quantity q = kMagneticVariation;
+  q.caption = "Magnetic variation at 2nd point";
+  return q;
+}();
 // The altitude of "Magnetic variation": whole feet above the WGS-84 ellipsoid.
 inline constexpr Quantity kGeodeticAltitude{.caption = "Geodetic altitude", .min = 0, .max = 65000, .unit = "ft", .whole = true};
 

@@ -48,9 +48,7 @@ void PointScreen::addInputs() {
 
   track_ = addBox(kTrackFromOrigin);
   distance_ = addBox(PointDistance(DistanceUnit::Nm));
-  // The variation's help names no range: it says how the box is read.
-  variation_ = addBox(RuleOf(kMagneticVariation),
-                      tr("Magnetic variation (\u00b0 ; E is positive) - Leave blank for automatic calculation"));
+  variation_ = addBox(kMagneticVariation);
   bindVariation(variation_, lat_, lon_);
   for (InputBox* b : {track_, distance_, variation_}) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("00000000")) + 14);

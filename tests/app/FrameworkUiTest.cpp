@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -385,10 +386,16 @@ TEST_F(MenuUi, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
 TEST_F(UiFixture, EveryBoxSaysTheRangeItChecks) {
   ScreenRegistry registry;
   RegisterAllScreens(registry);
-  // Numbers as the tips write them: "-500", "0.05", "1 500 000".
+  // Numbers as the tips write them ("-500", "0.05", "1 500 000"), rounded to the digits shown
+  // ("0 to 60" for a check that stops at 59.99); "up to 5400" starts at 0.
   const QString number = QStringLiteral("([-+]?\\d{1,3}(?: \\d{3})+|[-+]?\\d+(?:\\.\\d+)?)");
-  const QRegularExpression range(number + QStringLiteral(" to ") + number);
-  const auto value = [](QString s) { return s.remove(QLatin1Char(' ')).toDouble(); };
+  const QRegularExpression range("(?:" + number + "|up) to " + number);
+  const auto near = [](QString shown, double rule) {
+    shown.remove(QLatin1Char(' '));
+    const qsizetype point = shown.indexOf(QLatin1Char('.'));
+    const int decimals = point < 0 ? 0 : int(shown.size() - point - 1);
+    return std::abs(shown.toDouble() - rule) <= 0.5 * std::pow(10.0, -decimals);
+  };
   std::set<std::string> wrong;  // one line per box and tool tip
   for (const auto& [index, factory] : registry.all()) {
     std::unique_ptr<CalculatorScreen> screen(factory());
@@ -398,7 +405,8 @@ TEST_F(UiFixture, EveryBoxSaysTheRangeItChecks) {
         const KeyMode mode = b->rule().mode;
         if (mode == KeyMode::Letters || mode == KeyMode::LettersDigits || !b->isVisibleTo(screen.get())) continue;
         const QRegularExpressionMatch m = range.match(b->toolTip());
-        if (!m.hasMatch() || value(m.captured(1)) != b->rule().min || value(m.captured(2)) != b->rule().max)
+        const QString from = m.captured(1).isEmpty() ? QStringLiteral("0") : m.captured(1);
+        if (!m.hasMatch() || !near(from, b->rule().min) || !near(m.captured(2), b->rule().max))
           wrong.insert((screen->objectName() + "/" + b->objectName() + " \"" + b->toolTip() + "\" checks " +
                         QString::number(b->rule().min) + " to " + QString::number(b->rule().max))
                            .toStdString());

@@ -17,15 +17,16 @@ namespace {
 
 using norvane::test::RunCliLine;
 
-std::vector<std::string> Words(const std::string& line) {  // shell words, double quotes kept together
+std::vector<std::string> Words(const std::string& line) {  // shell words, quotes kept together
   std::vector<std::string> out;
   std::string w;
-  bool quoted = false, any = false;
+  char quote = 0;
+  bool any = false;
   for (char c : line) {
-    if (c == '"') {
-      quoted = !quoted;
+    if ((c == '"' || c == '\'') && (!quote || quote == c)) {
+      quote = quote ? 0 : c;
       any = true;
-    } else if (c == ' ' && !quoted) {
+    } else if (c == ' ' && !quote) {
       if (any) out.push_back(w);
       w.clear();
       any = false;
@@ -108,6 +109,6 @@ TEST(CliDescribe, ListsEveryCalculatorAndEachRangeHoldsAtItsEnds) {
   for (const char* calculator :
        {"atmosphere", "speed", "changeover", "density-altitude", "stall", "descent", "wind known", "wind unknown",
         "wind runway", "turn", "holding", "racetrack", "tracks", "point", "intersection", "magvar", "sun", "convert",
-        "angle", "calc"})
+        "angle", "calc", "tsd"})
     EXPECT_EQ(listed.count(calculator), 1u) << calculator << " is not described";
 }
