@@ -18,6 +18,7 @@
 #include "app/MainMenu.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
+#include "sun/SunTimes.hpp"
 #include "navigation/GeoMag.hpp"
 
 namespace norvane {
@@ -94,7 +95,7 @@ QGroupBox* OptionsScreen::buildLtOffset() {
   auto* lt = makeFrame(tr("Local time offset from UTC"), "FrameLT");
   auto* ll = new QHBoxLayout(lt);
   ll->addWidget(new QLabel(tr("LT offset (h)"), lt));
-  ltOff_ = MakeValueScrollBar(lt, "LTOff", -12, 12, 1, 160);
+  ltOff_ = MakeValueScrollBar(lt, "LTOff", int(kLocalTimeOffset.min), int(kLocalTimeOffset.max), 1, 160);
   ll->addWidget(ltOff_, 1);
   ltOffsetLbl_ = new QLabel(lt);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");
