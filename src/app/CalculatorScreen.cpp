@@ -51,7 +51,7 @@ CalculatorScreen::CalculatorScreen(int menuIndex, const QString& formName, const
   lblError_->setObjectName("lblError");
   lblError_->setWordWrap(true);
   lblError_->setMinimumWidth(160);
-  SetTextColor(lblError_, kInvalidText);
+  SetTextColor(lblError_, Colours().invalidText);
   bottom->addWidget(lblError_, 1);
   cmdCalculate_ = new QPushButton(tr("Calculate"), this);
   cmdCalculate_->setObjectName("cmdCalculate");
@@ -81,7 +81,7 @@ void CalculatorScreen::updateCalculateState() {
   const bool armed = allInputsValid();
   cmdCalculate_->setEnabled(armed);
   if (armed) {
-    SetBackground(cmdCalculate_, cmdCalculate_->hasFocus() ? kFocusedCalculate : kCalculateArmed);
+    SetBackground(cmdCalculate_, cmdCalculate_->hasFocus() ? Colours().focusedCalculate : Colours().calculateArmed);
   } else {
     cmdCalculate_->setPalette(QPalette());
     cmdCalculate_->setAutoFillBackground(false);
@@ -196,7 +196,7 @@ void CalculatorScreen::showHint() {
   if (hintBox_ && !hint) hintBox_ = nullptr;
   const QString text = hint ? hintBox_->toolTip() : helpText_;
   if (lblHelp_->text() != text) lblHelp_->setText(text);
-  SetTextColor(lblHelp_, hint ? kInvalidText : palette().color(QPalette::WindowText));
+  SetTextColor(lblHelp_, hint ? Colours().invalidText : palette().color(QPalette::WindowText));
   lblHelp_->setVisible(!text.isEmpty());
 }
 
@@ -308,7 +308,7 @@ void CalculatorScreen::markFocus(QPushButton* b, bool focused) {
   if (b == cmdCalculate_) {
     updateCalculateState();
   } else if (focused) {
-    SetBackground(b, kFocusedButton);
+    SetBackground(b, Colours().focusedButton);
   } else {
     b->setPalette(QPalette());
     b->setAutoFillBackground(false);

@@ -162,7 +162,7 @@ void WeatherScreen::boxEdited(int index) {
   }
   // A new code abandons a request still running for the old one.
   cancelFetch();
-  SetTextColor(inboxICAO_, IsIcaoCode(S(inboxICAO_->text())) ? kValidText : kInvalidText);
+  SetTextColor(inboxICAO_, IsIcaoCode(S(inboxICAO_->text())) ? Colours().validText : Colours().invalidText);
 }
 
 void WeatherScreen::cancelFetch() {
@@ -183,7 +183,7 @@ void WeatherScreen::getWeather() {
   lblR_->clear();
   NameResults({lblR_});
   report_.clear();
-  setWeatherText(tr("..Getting data.."), kValidText);
+  setWeatherText(tr("..Getting data.."), Colours().validText);
   cmdGetWeather_->setEnabled(false);
   cmdCancel_->setEnabled(true);
   reply_.clear();
@@ -208,11 +208,11 @@ void WeatherScreen::showResult(int code) {
     NameResults({lblR_});
     // A TAF one change group per line, whatever line breaks the server kept.
     const bool taf = optW_[1]->isChecked();
-    setWeatherText(QString::fromStdString(taf ? ReportLines(w.report) : w.report), kValidText);
+    setWeatherText(QString::fromStdString(taf ? ReportLines(w.report) : w.report), Colours().validText);
     report_ = w.report;
     showDecoded();
   } else {
-    setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), kInvalidText);
+    setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), Colours().invalidText);
   }
 }
 
@@ -231,7 +231,7 @@ void WeatherScreen::showDecoded() {
   QStringList lines;
   for (const DecodedLine& line : DescribeReport(DecodeReport(report_), elevation))
     lines << QString::fromStdString(line.text);
-  SetTextColor(textDecoded_, kValidText);
+  SetTextColor(textDecoded_, Colours().validText);
   textDecoded_->setPlainText(lines.join(QLatin1Char('\n')));
 }
 
