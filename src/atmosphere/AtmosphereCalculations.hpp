@@ -123,13 +123,17 @@ ChangeoverResult ComputeChangeover(double ias, double mach);
 // ---- Density altitude ------------------------------------------------------------------------
 
 constexpr Quantity Qnh(bool us) {
-  if (us) return {.caption = "Altimeter setting", .min = 25.69, .max = 32.01, .unit = "inHg", .rangeDecimals = 2, .maxLength = 7};
+  if (us)
+    return {.caption = "Altimeter setting", .min = 25.69, .max = 32.01, .unit = "inHg", .rangeDecimals = 2,
+            .maxLength = 7};
   return {.caption = "Altimeter setting", .min = 870, .max = 1084, .unit = "hPa", .maxLength = 7};
 }
 constexpr Quantity AirTemperature(bool us) {
   if (us)
-    return {.caption = "Air temperature", .min = -103, .max = 131, .unit = "\u00b0F", .maxLength = 6, .cliUnit = "degrees F"};
-  return {.caption = "Air temperature", .min = -75, .max = 55, .unit = "\u00b0C", .maxLength = 6, .cliUnit = "degrees C"};
+    return {.caption = "Air temperature", .min = -103, .max = 131, .unit = "\u00b0F", .maxLength = 6,
+            .cliUnit = "degrees F"};
+  return {.caption = "Air temperature", .min = -75, .max = 55, .unit = "\u00b0C", .maxLength = 6,
+          .cliUnit = "degrees C"};
 }
 constexpr Quantity DewPoint(bool us) {
   Quantity q = AirTemperature(us);
@@ -176,8 +180,10 @@ constexpr Quantity WingArea(bool us) {
 }
 constexpr Quantity Mtow(bool us) {
   if (us)
-    return {.caption = "Maximum takeoff weight", .min = 1000, .max = 1500000, .unit = "lb", .maxLength = 9, .grouped = true};
-  return {.caption = "Maximum takeoff weight", .min = 500, .max = 700000, .unit = "kg", .maxLength = 9, .grouped = true};
+    return {.caption = "Maximum takeoff weight", .min = 1000, .max = 1500000, .unit = "lb", .maxLength = 9,
+            .grouped = true};
+  return {.caption = "Maximum takeoff weight", .min = 500, .max = 700000, .unit = "kg", .maxLength = 9,
+          .grouped = true};
 }
 constexpr Quantity CurrentWeight(bool us) {
   Quantity q = Mtow(us);

@@ -19,8 +19,10 @@ TEST(AtmosphereScreens, ResultTexts) {
     std::vector<std::string> shown;
     size_t first = 0;  // of the expected texts
     if (r[0] == "atmosphere") {
-      const AtmosphereDataResult v = ComputeAtmosphereData({n(1), n(2) != 0, n(3) != 0, n(4), n(5), n(6) != 0, n(7) != 0});
-      shown = {v.temperature.text, v.pressure.text, v.density.text, v.sound.text, v.theta.text, v.delta.text, v.sigma.text};
+      const AtmosphereDataResult v =
+          ComputeAtmosphereData({n(1), n(2) != 0, n(3) != 0, n(4), n(5), n(6) != 0, n(7) != 0});
+      shown = {v.temperature.text, v.pressure.text, v.density.text, v.sound.text,
+               v.theta.text,       v.delta.text,    v.sigma.text};
       first = 8;
     } else if (r[0] == "speed") {
       const SpeedCalculationResult v = ComputeSpeeds({n(1), static_cast<SpeedInput>(n(2)), n(3), n(4), n(5) != 0});
