@@ -63,6 +63,7 @@ int main(int argc, char** argv) {
   RegisterManoeuvreCommands(app);
   RegisterSunCommands(app);
   RegisterToolCommands(app);
+  RegisterTsdCommand(app);
   RegisterServiceCommands(app);
   RegisterDescribeCommand(app);
 
