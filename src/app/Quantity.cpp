@@ -31,8 +31,8 @@ std::string End(const Quantity& q, double v, int decimals) {
 }  // namespace
 
 std::string RangeText(const Quantity& q) {
-  std::string s = End(q, q.min, q.minDecimals >= 0 ? q.minDecimals : q.rangeDecimals) + " to " +
-                  End(q, q.max, q.rangeDecimals);
+  std::string s = End(q, q.max, q.rangeDecimals);
+  s = q.upTo ? "up to " + s : End(q, q.min, q.minDecimals >= 0 ? q.minDecimals : q.rangeDecimals) + " to " + s;
   if (!q.unit.empty()) {
     // A degree sign (or "°C") follows the number without a blank, as on the screens.
     if (!q.unit.starts_with("\u00b0")) s += ' ';
