@@ -77,6 +77,11 @@ void CalculatorScreen::setInputValid(int index, bool valid) {
   updateCalculateState();
 }
 
+void CalculatorScreen::setInputValid(const InputBox* box, bool valid) {
+  const auto it = std::find(boxes_.begin(), boxes_.end(), box);
+  if (it != boxes_.end()) setInputValid(static_cast<int>(it - boxes_.begin()), valid);
+}
+
 void CalculatorScreen::updateCalculateState() {
   const bool armed = allInputsValid();
   cmdCalculate_->setEnabled(armed);
@@ -161,6 +166,15 @@ void CalculatorScreen::addResultRows(QGridLayout* grid, std::initializer_list<Re
     grid->addWidget(caption, row, column);
     grid->addWidget(*out++, row++, column + 1);
   }
+}
+
+void CalculatorScreen::addResultRows(QGridLayout* grid, std::initializer_list<ResultRow> rows,
+                                     std::initializer_list<QLabel**> out, int row, int column) {
+  Q_ASSERT(rows.size() == out.size());
+  std::vector<QLabel*> labels(rows.size());
+  addResultRows(grid, rows, labels.data(), row, column);
+  auto member = out.begin();
+  for (QLabel* l : labels) **member++ = l;
 }
 
 void CalculatorScreen::addResultTable(QGridLayout* grid, const QStringList& columns, const QStringList& rows,
