@@ -143,6 +143,15 @@ constexpr Quantity DewPoint(bool us) {
 // Also the field elevation of the weather screen's METAR density altitude.
 inline constexpr Quantity kFieldElevation{.caption = "Geometric altitude", .min = -1500, .max = 15000, .unit = "ft",
                                          .maxLength = 7};
+// The same range for the field elevation of a METAR's density altitude, which may stay empty.
+inline constexpr Quantity kMetarFieldElevation = [] {
+  Quantity q = kFieldElevation;
+  q.caption = "Field elevation for the density altitude of a METAR";
+  q.optional = true;
+  q.maxLength = 6;
+  q.after = "; may stay empty";
+  return q;
+}();
 
 // Saturation vapour pressure over water (hPa) at t (degrees C): Wobus's polynomial fit
 // 6.1078 / P(t)^8, used as published also below 0 degrees C.
@@ -207,17 +216,5 @@ struct StallSpeedResult {
   ShownValue kcas;  // "0.0", "NA" when the true stall speed is supersonic
 };
 StallSpeedResult ComputeStallSpeed(const StallSpeedInput& in);
-
-// ---- Transitional ----------------------------------------------------------------------------
-
-// The weather code's names for three of the ranges above, until it reads the quantities
-// (Admits(Qnh(false), v), kFieldElevation); to go with their last use.
-struct InputRange {
-  double min = 0, max = 0;
-  bool Contains(double v) const { return v >= min && v <= max; }
-};
-constexpr InputRange QnhRange(bool us) { return {Qnh(us).min, Qnh(us).max}; }
-constexpr InputRange AirTemperatureRange(bool us) { return {AirTemperature(us).min, AirTemperature(us).max}; }
-inline constexpr InputRange kElevationRange{kFieldElevation.min, kFieldElevation.max};
 
 }  // namespace norvane

@@ -59,11 +59,7 @@ QGroupBox* WeatherScreen::buildAirport() {
   al->addWidget(makeCaption(tr("ICAO code"), "lblICAO"));
   al->addWidget(inboxICAO_);
   // The waypoint database holds no elevations: the user types the field's, for the density altitude.
-  BoxRule elevation{KeyMode::SignedReal, kElevationRange.min, kElevationRange.max};
-  elevation.allowEmpty = true;
-  elevation.maxLength = 6;
-  inboxElevation_ = addBox(elevation, tr("Field elevation for the density altitude of a METAR (-1500 to 15000 ft); "
-                                         "may stay empty"));
+  inboxElevation_ = addBox(kMetarFieldElevation);
   inboxElevation_->setObjectName("inboxElevation");
   inboxElevation_->setMaximumWidth(inboxElevation_->fontMetrics().horizontalAdvance(QStringLiteral("-15000")) + 24);
   al->addWidget(makeCaption(tr("Elevation (ft)"), "lblElevation"));
