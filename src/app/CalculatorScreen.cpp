@@ -199,6 +199,14 @@ QGroupBox* CalculatorScreen::makeFrame(const QString& caption, const QString& na
   return g;
 }
 
+void CalculatorScreen::setTabSequence(std::initializer_list<QWidget*> chain) {
+  QWidget* before = nullptr;
+  for (QWidget* w : chain) {
+    if (before) setTabOrder(before, w);
+    before = w;
+  }
+}
+
 void CalculatorScreen::setHelpText(const QString& text) {
   helpText_ = text;
   showHint();

@@ -150,6 +150,9 @@ class CalculatorScreen : public QWidget {
   void convertOnSwitch(const std::vector<QAbstractButton*>& buttons, InputBox* b, std::vector<BoxUnit> units,
                        RangeOf rangeOf, int decimals = 2);
 
+  // Tab walks the controls of `chain` in this order.
+  void setTabSequence(std::initializer_list<QWidget*> chain);
+
   QVBoxLayout* contentLayout() const { return content_; }
   void setHelpText(const QString& text);
   void setLive(bool live);

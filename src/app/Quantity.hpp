@@ -30,6 +30,11 @@ struct Quantity {
   bool plusSign = false;       // a plus sign before a positive end: "-90 to +40°C"
   bool captionInBrackets = false;  // the tool tip opens with the bracket: "(Geometric altitude -500 to 85999 m)"
 
+  constexpr Quantity withCaption(std::string_view c) const {
+    Quantity q = *this;
+    q.caption = c;
+    return q;
+  }
   constexpr Quantity withRange(double lo, double hi) const {
     Quantity q = *this;
     q.min = lo;

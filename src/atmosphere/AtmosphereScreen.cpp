@@ -148,15 +148,8 @@ void AtmosphereScreen::buildResults() {
 }
 
 void AtmosphereScreen::setTabOrders() {
-  setTabOrder(altitude_, optAlt_[0]);
-  setTabOrder(optAlt_[0], optAltUnits_[0]);
-  setTabOrder(optAltUnits_[0], checkNSA_);
-  setTabOrder(checkNSA_, disaScroll_);
-  setTabOrder(disaScroll_, mslpScroll_);
-  setTabOrder(mslpScroll_, optUnits_[0]);
-  setTabOrder(optUnits_[0], checkEDisplay_);
-  setTabOrder(checkEDisplay_, calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({altitude_, optAlt_[0], optAltUnits_[0], checkNSA_, disaScroll_, mslpScroll_, optUnits_[0],
+                  checkEDisplay_, calculateButton(), closeButton()});
 }
 
 void AtmosphereScreen::load() {

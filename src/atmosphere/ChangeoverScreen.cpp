@@ -46,9 +46,7 @@ ChangeoverScreen::ChangeoverScreen(QWidget* parent)
   row->addWidget(frame, 1);
   contentLayout()->addLayout(row);
 
-  setTabOrder(ias_, mach_);
-  setTabOrder(mach_, calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({ias_, mach_, calculateButton(), closeButton()});
 }
 
 bool ChangeoverScreen::calculate() {

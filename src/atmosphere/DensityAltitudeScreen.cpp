@@ -80,12 +80,7 @@ QGroupBox* DensityAltitudeScreen::buildResults() {
 }
 
 void DensityAltitudeScreen::setTabOrders() {
-  setTabOrder(qnh_, temperature_);
-  setTabOrder(temperature_, dewPoint_);
-  setTabOrder(dewPoint_, elevation_);
-  setTabOrder(elevation_, optUnits_[0]);
-  setTabOrder(optUnits_[0], calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({qnh_, temperature_, dewPoint_, elevation_, optUnits_[0], calculateButton(), closeButton()});
 }
 
 void DensityAltitudeScreen::load() {

@@ -132,17 +132,9 @@ QGroupBox* DescentScreen::buildResults() {
 }
 
 void DescentScreen::setTabOrders() {
-  setTabOrder(initial_, final_);
-  setTabOrder(final_, ias_);
-  setTabOrder(ias_, mach_);
-  setTabOrder(mach_, wind_);
-  setTabOrder(wind_, optGiven_[0]);
+  setTabSequence({initial_, final_, ias_, mach_, wind_, optGiven_[0]});
   setTabOrder(optGiven_[0], optGiven_[1]);  // Tab leaves the group from whichever option is checked
-  setTabOrder(optGiven_[1], optGiven_[2]);
-  setTabOrder(optGiven_[2], givenValue_);
-  setTabOrder(givenValue_, disaScroll_);
-  setTabOrder(disaScroll_, calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({optGiven_[1], optGiven_[2], givenValue_, disaScroll_, calculateButton(), closeButton()});
 }
 
 void DescentScreen::connectSignals() {

@@ -107,12 +107,7 @@ QVBoxLayout* SpeedScreen::buildResults() {
 }
 
 void SpeedScreen::setTabOrders() {
-  setTabOrder(flightLevel_, speed_);
-  setTabOrder(speed_, optInput_[0]);
-  setTabOrder(optInput_[0], disaScroll_);
-  setTabOrder(disaScroll_, optUnits_[0]);
-  setTabOrder(optUnits_[0], calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({flightLevel_, speed_, optInput_[0], disaScroll_, optUnits_[0], calculateButton(), closeButton()});
 }
 
 void SpeedScreen::load() {

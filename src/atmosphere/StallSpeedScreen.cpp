@@ -114,16 +114,8 @@ QVBoxLayout* StallSpeedScreen::buildResults() {
 }
 
 void StallSpeedScreen::setTabOrders() {
-  setTabOrder(optRef_[0], clMax_);
-  setTabOrder(clMax_, wingArea_);
-  setTabOrder(wingArea_, vs_);
-  setTabOrder(vs_, mtow_);
-  setTabOrder(mtow_, weight_);
-  setTabOrder(weight_, altitude_);
-  setTabOrder(altitude_, baScroll_);
-  setTabOrder(baScroll_, optUnits_[0]);
-  setTabOrder(optUnits_[0], calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({optRef_[0], clMax_, wingArea_, vs_, mtow_, weight_, altitude_, baScroll_, optUnits_[0],
+                  calculateButton(), closeButton()});
 }
 
 void StallSpeedScreen::load() {

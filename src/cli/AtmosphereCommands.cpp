@@ -107,18 +107,9 @@ void RegisterSpeed(CLI::App& app) {
     SpeedCalculationInput in;
     in.us = a->us;
     in.flightLevel = ReadQuantity("--fl", a->fl, kFlightLevel);
-    if (!a->cas.empty()) {
-      in.kind = SpeedInput::CAS;
-      in.speed = ReadQuantity("--cas", a->cas, InputSpeed(in.kind));
-    } else if (!a->tas.empty()) {
-      in.kind = SpeedInput::TAS;
-      in.speed = ReadQuantity("--tas", a->tas, InputSpeed(in.kind));
-    } else if (!a->mach.empty()) {
-      in.kind = SpeedInput::Mach;
-      in.speed = ReadQuantity("--mach", a->mach, InputSpeed(in.kind));
-    } else {
-      throw UsageError("one of --cas, --tas or --mach is required");
-    }
+    const GivenOption speed = OneOf({{"--cas", &a->cas}, {"--tas", &a->tas}, {"--mach", &a->mach}});
+    in.kind = static_cast<SpeedInput>(speed.index);  // in SpeedInput order
+    in.speed = ReadQuantity(speed.name, speed.text, InputSpeed(in.kind));
     in.disa = ReadQuantity("--disa", a->disa, kDisa);
     const SpeedCalculationResult r = ComputeSpeeds(in);
     ResultPrinter out;
@@ -293,18 +284,9 @@ void RegisterDescent(CLI::App& app) {
     if (!a->mach.empty()) in.mach = ReadQuantity("--mach", a->mach, kDescentMach);
     in.windKt = ReadQuantity("--wind", a->wind, kDescentWind);
     in.disa = ReadQuantity("--disa", a->disa, kDisa);
-    if (!a->rate.empty()) {
-      in.given = DescentGiven::Rate;
-      in.value = ReadQuantity("--rate", a->rate, DescentGivenValue(in.given));
-    } else if (!a->angle.empty()) {
-      in.given = DescentGiven::Angle;
-      in.value = ReadQuantity("--angle", a->angle, DescentGivenValue(in.given));
-    } else if (!a->distance.empty()) {
-      in.given = DescentGiven::Distance;
-      in.value = ReadQuantity("--distance", a->distance, DescentGivenValue(in.given));
-    } else {
-      throw UsageError("one of --rate, --angle or --distance is required");
-    }
+    const GivenOption given = OneOf({{"--rate", &a->rate}, {"--angle", &a->angle}, {"--distance", &a->distance}});
+    in.given = static_cast<DescentGiven>(given.index);  // in DescentGiven order
+    in.value = ReadQuantity(given.name, given.text, DescentGivenValue(in.given));
     const DescentResult r = ComputeDescent(in);
     ResultPrinter out;
     if (!r.error.empty()) {

@@ -101,6 +101,22 @@ double ReadQuantity(std::string_view option, std::string_view text, const Quanti
   return *v;
 }
 
+GivenOption OneOf(std::initializer_list<std::pair<std::string_view, const std::string*>> options) {
+  size_t i = 0;
+  for (const auto& [name, text] : options) {
+    if (!text->empty()) return {i, name, *text};
+    ++i;
+  }
+  std::string names;
+  i = 0;
+  for (const auto& option : options) {
+    names += i == 0 ? "" : i + 1 == options.size() ? " or " : ", ";
+    names += option.first;
+    ++i;
+  }
+  throw UsageError("one of " + names + " is required");
+}
+
 std::string QuantityHelp(const Quantity& q) {
   std::string s(q.caption);
   if (!CliUnit(q).empty()) s += ", " + std::string(CliUnit(q));

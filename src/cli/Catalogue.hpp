@@ -4,6 +4,7 @@
 // which registers the option with CLI11 and its description here in one step, so that
 // `norvane-cli describe` and the option help can never disagree with the checks.
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,6 +42,15 @@ std::vector<CommandEntry>& Catalogue();
 // Reads an option's text as the quantity: a number, inside the range, whole where it must be.
 // Throws UsageError naming the option and its range: "--tas: 2000 is out of range (50 to 1500 kt)".
 double ReadQuantity(std::string_view option, std::string_view text, const Quantity& q);
+
+// The one option given of a group that needs exactly one (the others exclude it): its index in
+// `options` and its name and text. Throws UsageError "one of --cas, --tas or --mach is required".
+struct GivenOption {
+  size_t index;
+  std::string_view name;
+  const std::string& text;
+};
+GivenOption OneOf(std::initializer_list<std::pair<std::string_view, const std::string*>> options);
 
 // The option help of a number: "True air speed, kt, whole number 50 to 1500".
 std::string QuantityHelp(const Quantity& q);

@@ -37,10 +37,7 @@ HoldingScreen::HoldingScreen(QWidget* parent)
   top->addWidget(picture_, 1);
   contentLayout()->addLayout(top);
 
-  setTabOrder(outbound_, track_);
-  setTabOrder(track_, hdTurn_[0]);
-  setTabOrder(hdTurn_[0], hdTurn_[1]);
-  setTabOrder(hdTurn_[1], closeButton());
+  setTabSequence({outbound_, track_, hdTurn_[0], hdTurn_[1], closeButton()});
 
   // Standard (right-hand) patterns at first.
   hdTurn_[0]->setChecked(true);

@@ -109,10 +109,7 @@ QGroupBox* TurnScreen::buildAnticipation() {
 }
 
 void TurnScreen::setTabOrders() {
-  setTabOrder(tas_, interceptAngle_);
-  setTabOrder(interceptAngle_, interceptDistance_);
-  setTabOrder(interceptDistance_, calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({tas_, interceptAngle_, interceptDistance_, calculateButton(), closeButton()});
 }
 
 void TurnScreen::rUnitClick(int index) {

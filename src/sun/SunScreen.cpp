@@ -214,19 +214,8 @@ void SunScreen::connectSignals() {
 }
 
 void SunScreen::setTabChain() {
-  setTabOrder(latDeg_, latMin_);
-  setTabOrder(latMin_, optLat_[0]);
-  setTabOrder(optLat_[0], lonDeg_);
-  setTabOrder(lonDeg_, lonMin_);
-  setTabOrder(lonMin_, optLng_[0]);
-  setTabOrder(optLng_[0], cmdImportInitial_);
-  setTabOrder(cmdImportInitial_, dtPicker_);
-  setTabOrder(dtPicker_, ttOpt_[0]);
-  setTabOrder(ttOpt_[0], ltOff_);
-  setTabOrder(ltOff_, tzCombo_);
-  setTabOrder(tzCombo_, twCombo_);
-  setTabOrder(twCombo_, calculateButton());
-  setTabOrder(calculateButton(), closeButton());
+  setTabSequence({latDeg_, latMin_, optLat_[0], lonDeg_, lonMin_, optLng_[0], cmdImportInitial_, dtPicker_, ttOpt_[0],
+                  ltOff_, tzCombo_, twCombo_, calculateButton(), closeButton()});
 }
 
 bool SunScreen::calculate() {

@@ -127,14 +127,7 @@ QGroupBox* UnitConversionScreen::buildDegrees() {
 }
 
 void UnitConversionScreen::setTabChain() {
-  setTabOrder(listUT_, value_);
-  setTabOrder(value_, fCmb_);
-  setTabOrder(fCmb_, tCmb_);
-  setTabOrder(tCmb_, optDin_[0]);
-  setTabOrder(optDin_[0], degrees_.box);
-  setTabOrder(degrees_.box, minutes_.box);
-  setTabOrder(minutes_.box, seconds_.box);
-  setTabOrder(seconds_.box, closeButton());
+  setTabSequence({listUT_, value_, fCmb_, tCmb_, optDin_[0], degrees_.box, minutes_.box, seconds_.box, closeButton()});
 }
 
 DegreeFormat UnitConversionScreen::degreeFormat() const {

@@ -138,15 +138,8 @@ void WeatherScreen::buildReport() {
 }
 
 void WeatherScreen::setTabChain() {
-  setTabOrder(inboxICAO_, inboxElevation_);
-  setTabOrder(inboxElevation_, optW_[0]);
-  setTabOrder(optW_[0], optW_[1]);
-  setTabOrder(optW_[1], cmdGetWeather_);
-  setTabOrder(cmdGetWeather_, cmdCancel_);
-  setTabOrder(cmdCancel_, tabWeather_);
-  setTabOrder(tabWeather_, textWeather_);
-  setTabOrder(textWeather_, textDecoded_);
-  setTabOrder(textDecoded_, closeButton());
+  setTabSequence({inboxICAO_, inboxElevation_, optW_[0], optW_[1], cmdGetWeather_, cmdCancel_, tabWeather_,
+                  textWeather_, textDecoded_, closeButton()});
 }
 
 bool WeatherScreen::busy() const { return transfer_ != nullptr; }

@@ -78,6 +78,10 @@ TEST(CliDescribe, ListsEveryCalculatorAndEachRangeHoldsAtItsEnds) {
       for (const auto& base : good) {
         if (!std::equal(path.begin(), path.end(), base.begin(), base.begin() + std::min(base.size(), path.size())))
           continue;
+        // --feet and --geopotential move the altitude's range away from the listed metric one.
+        if (std::find(base.begin(), base.end(), "--feet") != base.end() ||
+            std::find(base.begin(), base.end(), "--geopotential") != base.end())
+          continue;
         const auto at = std::find(base.begin(), base.end(), option);
         if (at == base.end() || at + 1 == base.end()) continue;
         tried = true;
