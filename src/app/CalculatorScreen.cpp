@@ -256,6 +256,7 @@ void CalculatorScreen::runCalculate() {
   lblError_->clear();
   calculated_ = calculate();
   // A failed calculation has put its error text on show: it is recalculated like results.
+  Q_ASSERT(calculated_ || !lblError_->text().isEmpty());
   resultsShown_ = true;
   NameResults(results_);
 }
@@ -265,7 +266,8 @@ void CalculatorScreen::recalculateIfShown() {
 }
 
 void CalculatorScreen::prepareScreenshot() {
-  if (!live_ && cmdCalculate_->isEnabled()) runCalculate();
+  // Only a Calculate the user could press: Options hides it and computes nothing.
+  if (!live_ && cmdCalculate_->isVisibleTo(this) && cmdCalculate_->isEnabled()) runCalculate();
 }
 
 void CalculatorScreen::installEnterFilter() {
