@@ -103,7 +103,7 @@ export class Form {
       if (number && q.unit) row.append(element('span', {class: 'unit'}, q.unit));
       const hint = element('small', {id: id + '_hint', class: 'hint'}, number ? rangeText(q) : option.help);
       wrap.append(row, hint);
-      box.addEventListener('input', () => this.changed(option.name));
+      for (const type of ['input', 'change']) box.addEventListener(type, () => this.changed(option.name));
       box.addEventListener('keydown', e => {
         if (e.key !== 'Enter') return;
         e.preventDefault();
@@ -124,7 +124,7 @@ export class Form {
     wrap.append(element('label', {for: 'stdin'}, caption));
     const area = element('textarea', {id: 'stdin', rows: 6, spellcheck: 'false', autocapitalize: 'characters'});
     area.value = saved || '';
-    area.addEventListener('input', () => this.changed('<stdin>'));
+    for (const type of ['input', 'change']) area.addEventListener(type, () => this.changed('<stdin>'));
     wrap.append(area);
     this.root.append(wrap);
     this.fields.push({option: {name: '<stdin>', required: true}, kind: 'stdin', control: area, wrap,

@@ -17,7 +17,8 @@ const pad3 = d => String(Math.round(((d % 360) + 360) % 360)).padStart(3, '0');
 function frame(viewBox, label) {
   const s = svg('svg', {viewBox, role: 'img', 'aria-label': label, class: 'picture'});
   const defs = svg('defs');
-  const marker = svg('marker', {id: 'arrow', viewBox: '0 0 10 10', refX: 9, refY: 5, markerWidth: 7, markerHeight: 7,
+  const marker = svg('marker', {id: 'arrow', viewBox: '0 0 10 10', refX: 9, refY: 5, markerWidth: 12, markerHeight: 12,
+                                markerUnits: 'userSpaceOnUse',
                                 orient: 'auto-start-reverse'});
   marker.append(svg('path', {d: 'M0 0 L10 5 L0 10 z', class: 'ink-fill'}));
   defs.append(marker);
@@ -32,7 +33,7 @@ function holding(inputs, results) {
   const left = inputs['--left'] === 'on';
   const inbound = (outbound + 180) % 360;
   const s = frame('-120 -120 240 240', 'Holding entry');
-  const leg = 60, width = 30;
+  const leg = 70, width = 34;
   const side = left ? inbound - 90 : inbound + 90;
   const [ax, ay] = along(outbound, leg);
   const [wx, wy] = along(side, width);
