@@ -6,10 +6,12 @@
 #include <cstdint>
 #include <string>
 
+#include "manoeuvres/ManoeuvreInputs.hpp"
+
 namespace norvane {
 
-inline constexpr int kHoldingCourseMin = 0;
-inline constexpr int kHoldingCourseMax = 360;
+inline constexpr Quantity kHoldingOutbound = WholeDegrees("Holding outbound course");
+inline constexpr Quantity kHoldingTrack = WholeDegrees("Fix inbound track");
 
 // Six whole-degree limits L(0)..L(5); sector i runs clockwise from L(i) to L(i + 3).
 // Sector 0 is the direct entry (180 degrees wide); for a right-hand pattern sector 1 is the

@@ -15,12 +15,6 @@
 #include "manoeuvres/HoldingPicture.hpp"
 
 namespace norvane {
-namespace {
-
-// The turn direction is kept while the program runs; standard (right-hand) patterns at first.
-int gTurn = 0;
-
-}  // namespace
 
 const QColor HoldingScreen::kHighlight(255, 236, 150);
 
@@ -45,32 +39,31 @@ HoldingScreen::HoldingScreen(QWidget* parent)
   top->addWidget(picture_, 1);
   contentLayout()->addLayout(top);
 
-  setTabOrder(box(0), box(1));
-  setTabOrder(box(1), hdTurn_[0]);
+  setTabOrder(outbound_, track_);
+  setTabOrder(track_, hdTurn_[0]);
   setTabOrder(hdTurn_[0], hdTurn_[1]);
   setTabOrder(hdTurn_[1], closeButton());
 
-  hdTurn_[gTurn]->setChecked(true);
+  // Standard (right-hand) patterns at first.
+  hdTurn_[0]->setChecked(true);
   connect(hdTurn_[0]->group(), &QButtonGroup::idClicked, this, &HoldingScreen::hdTurnClick);
-  hdTurnClick(gTurn);
+  hdTurnClick(0);
 }
 
 QGridLayout* HoldingScreen::buildInputs() {
-  BoxRule courseRule{KeyMode::UnsignedInt, double(kHoldingCourseMin), double(kHoldingCourseMax)};
-  courseRule.maxLength = 3;
-  InputBox* outbound = addBox(courseRule, tr("Holding outbound course (0 to 360°)"));
-  InputBox* track = addBox(courseRule, tr("Fix inbound track (0 to 360°)"));
-
+  outbound_ = addBox(kHoldingOutbound);
+  track_ = addBox(kHoldingTrack);
+  // The captions say what the tool tips say: "Holding outbound course (0 to 360°)".
   auto* inputs = new QGridLayout;
-  QLabel* outboundCaption = makeCaption(tr("Holding outbound course (0 to 360°)"), "lbldata0");
-  QLabel* trackCaption = makeCaption(tr("Fix inbound track (0 to 360°)"), "lbldata1");
-  outboundCaption->setBuddy(outbound);
-  trackCaption->setBuddy(track);
-  for (InputBox* b : {outbound, track}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000") + 16);
-  inputs->addWidget(outboundCaption, 0, 0);
-  inputs->addWidget(outbound, 0, 1);
-  inputs->addWidget(trackCaption, 1, 0);
-  inputs->addWidget(track, 1, 1);
+  InputBox* const boxes[] = {outbound_, track_};
+  for (int row = 0; row < 2; ++row) {
+    InputBox* b = boxes[row];
+    QLabel* caption = makeCaption(b->toolTip(), QStringLiteral("lbldata%1").arg(row));
+    caption->setBuddy(b);
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000") + 16);
+    inputs->addWidget(caption, row, 0);
+    inputs->addWidget(b, row, 1);
+  }
   return inputs;
 }
 
@@ -101,7 +94,6 @@ QGroupBox* HoldingScreen::buildLimits() {
 }
 
 void HoldingScreen::hdTurnClick(int index) {
-  gTurn = index;
   const auto names = EntryRowNames(index == 0);
   for (int i = 0; i < 3; ++i) rowName_[i]->setText(tr(names[i].c_str()));
   refresh();
@@ -121,27 +113,27 @@ void HoldingScreen::ResetEntryMarks() {
 }
 
 void HoldingScreen::refresh() {
-  const bool right = gTurn == 0;
+  const bool right = hdTurn_[0]->isChecked();
   ResetEntryMarks();
   // The row colours follow the picture's sectors, which swap with the turn direction.
   picture_->setPattern(std::nullopt, right, {});
   for (int i = 0; i < 3; ++i) SetBackground(swatch_[i], picture_->sectorColor(i));
 
-  if (!box(0)->isValid()) {
+  if (!outbound_->isValid()) {
     for (QLabel* l : lbllimit_) l->clear();
     picture_->setTrack(std::nullopt, {});
     return;
   }
-  const int outbound = static_cast<int>(Norm360(box(0)->value()));
+  const int outbound = static_cast<int>(Norm360(outbound_->value()));
   const EntrySectors limits = ComputeEntrySectors(outbound, right);
   for (int i = 0; i < 3; ++i) lbllimit_[i]->setText(Q(EntryLimitsText(limits, i)));
   picture_->setPattern(outbound, right, limits);
 
-  if (!box(1)->isValid()) {
+  if (!track_->isValid()) {
     picture_->setTrack(std::nullopt, {});
     return;
   }
-  const int track = static_cast<int>(box(1)->value());
+  const int track = static_cast<int>(track_->value());
   const auto marks = MarkEntrySector(track, limits);
   for (int i = 0; i < 3; ++i) {
     if (!marks[i]) continue;
@@ -155,8 +147,8 @@ void HoldingScreen::refresh() {
 }
 
 void HoldingScreen::prepareScreenshot() {
-  box(0)->setText("180");
-  box(1)->setText("150");
+  outbound_->setText("180");
+  track_->setText("150");
 }
 
 }  // namespace norvane

@@ -33,6 +33,8 @@ class HoldingScreen : public CalculatorScreen {
   void refresh();
   void ResetEntryMarks();
 
+  InputBox* outbound_ = nullptr;
+  InputBox* track_ = nullptr;
   QRadioButton* hdTurn_[2];
   QLabel* rowName_[3];   // lbldata2..4
   QLabel* lbllimit_[3];

@@ -69,7 +69,7 @@ RacetrackResult ComputeRacetrack(const RacetrackInput& in) {
     out.error = kTooStrongWindText;
     return out;
   }
-  const RateTurn turn = ComputeRateTurn(v, in.maxBankIndex, in.standardRate);
+  const RateTurn turn = ComputeRateTurn(v, in.maxBank, in.rate);
   const double turnsTime = 360 / turn.rate;  // s, both turns
   const double legTime = in.legMinutes * 60;
   const double legNm = inbound.groundSpeed * legTime / kHour;

@@ -19,18 +19,20 @@
 // twice the inbound leg's drift, and the outbound leg has to make it good on top of its own.
 
 #include <array>
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "manoeuvres/Wind.hpp"
+
 namespace norvane {
 
-// Admissible inputs of the racetrack calculator.
-inline constexpr int kRacetrackTasMin = 50;       // kt
-inline constexpr int kRacetrackTasMax = 600;
-inline constexpr double kRacetrackLegMin = 0.5;   // minutes of the inbound leg
-inline constexpr double kRacetrackLegMax = 5.0;
+// The inputs of the racetrack calculator; the wind speed is kWindSpeed.
+inline constexpr Quantity kRacetrackCourse = WholeDegrees("Inbound course to the fix");
+inline constexpr Quantity kRacetrackTas = kWindTas.withRange(50, 600);
+inline constexpr Quantity kRacetrackWindDirection = WholeDegrees("Direction the wind blows from");
+inline constexpr Quantity kRacetrackLeg = DecimalInput("Time on the inbound leg", 0.5, 5, "min", 1);
 
 inline constexpr std::string_view kNoRacetrackText = "No racetrack in this wind";
 
@@ -41,8 +43,8 @@ struct RacetrackInput {
   double windSpeed = 0;       // kt
   double legMinutes = 1;      // inbound leg, minutes
   bool right = true;          // turn direction
-  int16_t maxBankIndex = 1;   // as ComputeRateTurn: 0 = 20, 1 = 25, 2 = 30 degrees, 3 = no limit
-  bool standardRate = true;   // 3 deg/s, else 1.5 deg/s
+  std::optional<double> maxBank = 25;  // degrees; nullopt: no limit
+  double rate = 3;                     // deg/s
 };
 
 // The results in their order on the screen and in norvane-cli.

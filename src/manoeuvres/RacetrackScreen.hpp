@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "app/CalculatorScreen.hpp"
 #include "manoeuvres/Racetrack.hpp"
+#include "manoeuvres/RateTurnScreen.hpp"
 
 class QGridLayout;
 class QGroupBox;
@@ -16,7 +16,7 @@ namespace norvane {
 
 class RacetrackPicture;
 
-class RacetrackScreen : public CalculatorScreen {
+class RacetrackScreen : public RateTurnScreen {
   Q_OBJECT
  public:
   explicit RacetrackScreen(QWidget* parent = nullptr);
@@ -28,15 +28,20 @@ class RacetrackScreen : public CalculatorScreen {
 
  private:
   QGridLayout* buildInputs();
-  // The turn, bank and rate choices under `left`, each kept while the program runs.
+  // A box for `q` in the next row of `grid`, under `caption`, holding `text` at first.
+  InputBox* addInput(QGridLayout* grid, const QString& caption, const Quantity& q, const char* text);
+  // The turn direction, bank and rate choices under `left`.
   void buildOptions(QVBoxLayout* left);
   QGroupBox* buildResults();
   void setTabOrders();
 
+  InputBox* course_ = nullptr;
+  InputBox* tas_ = nullptr;
+  InputBox* windDirection_ = nullptr;
+  InputBox* windSpeed_ = nullptr;
+  InputBox* leg_ = nullptr;
   std::array<QRadioButton*, 2> optTurn_{};
-  std::array<QRadioButton*, 4> optBank_{};
-  std::array<QRadioButton*, 2> optRate_{};
-  std::array<QLabel*, kRacetrackResults> dataR_{};
+  std::array<QLabel*, kRacetrackResults> results_{};  // by RacetrackResultIndex
   RacetrackPicture* picture_ = nullptr;
 };
 

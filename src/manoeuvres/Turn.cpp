@@ -13,25 +13,15 @@ constexpr double kKnotToMs = kNm / 3600.0;
 
 }  // namespace
 
-RateTurn ComputeRateTurn(double tas, int16_t maxBankIndex, bool standardRate) {
-  double maxBank = 0;
-  switch (maxBankIndex) {
-    case 0: maxBank = 20; break;
-    case 1: maxBank = 25; break;
-    case 2: maxBank = 30; break;
-    default: maxBank = 0; break;
-  }
-  maxBank *= kDegToRad;
-  const double w = (standardRate ? 3.0 : 1.5) * kDegToRad;
+RateTurn ComputeRateTurn(double tas, std::optional<double> maxBank, double rate) {
   const double v = tas * kKnotToMs;
-  const double b = std::atan(w * v / kG0);
-
-  double bank = b, rate = w;
-  if (maxBank != 0 && b > maxBank) {
-    bank = maxBank;
-    rate = std::tan(maxBank) * kG0 / v;
+  double omega = rate * kDegToRad;
+  double bank = std::atan(omega * v / kG0);
+  if (maxBank && bank > *maxBank * kDegToRad) {
+    bank = *maxBank * kDegToRad;
+    omega = std::tan(bank) * kG0 / v;
   }
-  return {rate * kRadToDeg, bank * kRadToDeg, v / rate};
+  return {omega * kRadToDeg, bank * kRadToDeg, v / omega};
 }
 
 TurnAnticipation ComputeTurnAnticipation(double interceptAngle, double distance, double radiusNm) {
@@ -55,9 +45,9 @@ std::string RadiusCaption(RadiusUnit unit) {
   return "Radius (NM)";
 }
 
-TurnTexts CalculateTurnTexts(double tas, int16_t maxBankIndex, bool standardRate, RadiusUnit unit,
+TurnTexts CalculateTurnTexts(double tas, std::optional<double> maxBank, double rate, RadiusUnit unit,
                              std::optional<double> interceptAngle, std::optional<double> distance) {
-  const RateTurn turn = ComputeRateTurn(tas, maxBankIndex, standardRate);
+  const RateTurn turn = ComputeRateTurn(tas, maxBank, rate);
   TurnTexts t;
   t.bankValue = turn.bank;
   t.rateValue = turn.rate;

@@ -7,17 +7,20 @@
 #include <optional>
 #include <string>
 
+#include "manoeuvres/ManoeuvreInputs.hpp"
+
 namespace norvane {
 
-inline constexpr int kTurnTasMin = 50;          // kt
-inline constexpr int kTurnTasMax = 1500;
-inline constexpr int kInterceptAngleMin = 10;   // degrees
-inline constexpr int kInterceptAngleMax = 90;
-inline constexpr double kInterceptDistanceMin = 5;   // NM
-inline constexpr double kInterceptDistanceMax = 50;
+inline constexpr Quantity kTurnTas = WholeKnots("True air speed", 50, 1500);
+// The anticipation's inputs: both or neither.
+inline constexpr Quantity kInterceptAngle = OptionalInput(WholeDegrees("Interception angle", 10, 90));
+inline constexpr Quantity kInterceptDistance =
+    OptionalInput(DecimalInput("Distance to station at beginning of turn", 5, 50, "NM", 0));
 
-// Maximum-bank choices: 0 = 20, 1 = 25, 2 = 30 degrees; any other index means no limit.
-inline constexpr int16_t kMaxBankUnlimited = 3;
+// The choices the screens offer, in their order: a maximum bank of 20, 25 or 30 degrees or none,
+// and half the standard rate or the standard rate (deg/s).
+inline constexpr std::optional<double> kMaxBankChoices[] = {20.0, 25.0, 30.0, std::nullopt};
+inline constexpr double kTurnRateChoices[] = {1.5, 3.0};
 
 struct RateTurn {
   double rate = 0;    // degrees per second
@@ -25,10 +28,9 @@ struct RateTurn {
   double radius = 0;  // metres
 };
 
-// The standard-rate (3 deg/s) or half-standard-rate (1.5 deg/s) turn at `tas` knots. When the
-// rate needs more bank than the chosen maximum, the turn is flown at the maximum bank and the
-// rate drops to g tan(bank) / V.
-RateTurn ComputeRateTurn(double tas, int16_t maxBankIndex, bool standardRate);
+// The turn at `rate` deg/s and `tas` knots. When the rate needs more bank than `maxBank` degrees
+// (nullopt: no limit), the turn is flown at the maximum bank and the rate drops to g tan(bank) / V.
+RateTurn ComputeRateTurn(double tas, std::optional<double> maxBank, double rate);
 
 struct TurnAnticipation {
   bool possible = false;     // false when the turn cannot be completed inside the distance
@@ -58,7 +60,7 @@ struct TurnTexts {
 };
 
 // Anticipation is computed only when both interceptAngle and distance are given.
-TurnTexts CalculateTurnTexts(double tas, int16_t maxBankIndex, bool standardRate, RadiusUnit unit,
+TurnTexts CalculateTurnTexts(double tas, std::optional<double> maxBank, double rate, RadiusUnit unit,
                              std::optional<double> interceptAngle, std::optional<double> distance);
 
 }  // namespace norvane

@@ -13,17 +13,13 @@
 #include "manoeuvres/Turn.hpp"
 
 namespace norvane {
-namespace {
 
-// Option choices kept while the program runs: 30 degrees and standard rate at first.
-int gMaxBank = 2;
-int gRate = 1;
-int gRadiusUnit = 0;
-
-}  // namespace
-
-TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Turn parameters"), parent) {
-  buildInputs();
+TurnScreen::TurnScreen(QWidget* parent) : RateTurnScreen(6, "frmData6", tr("Turn parameters"), parent) {
+  tas_ = addBox(kTurnTas);
+  interceptAngle_ = addBox(kInterceptAngle);
+  interceptDistance_ = addBox(kInterceptDistance);
+  for (InputBox* b : {tas_, interceptAngle_, interceptDistance_})
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance("000000") + 16);
   // Left: TAS and the options; right: the effective turn and its load factor.
   QVBoxLayout* left = buildOptions();
   QVBoxLayout* right = buildResults();
@@ -34,46 +30,21 @@ TurnScreen::TurnScreen(QWidget* parent) : CalculatorScreen(6, "frmData6", tr("Tu
   contentLayout()->addWidget(buildAnticipation());
   setHelpText(tr("Anticipation angle for intercepting a given radial under known angle and distance at a specific "
                  "turn rate"));
-  setTabOrder(box(0), box(1));
-  setTabOrder(box(1), box(2));
-  setTabOrder(box(2), calculateButton());
-  setTabOrder(calculateButton(), closeButton());
-  connectOptions();
-}
-
-void TurnScreen::buildInputs() {
-  BoxRule tasRule{KeyMode::UnsignedInt, double(kTurnTasMin), double(kTurnTasMax)};
-  tasRule.maxLength = 4;
-  BoxRule angleRule{KeyMode::UnsignedInt, double(kInterceptAngleMin), double(kInterceptAngleMax)};
-  angleRule.maxLength = 2;
-  angleRule.allowEmpty = true;  // only the anticipation needs it
-  BoxRule distRule{KeyMode::UnsignedReal, kInterceptDistanceMin, kInterceptDistanceMax};
-  distRule.maxLength = 5;
-  distRule.allowEmpty = true;
-  InputBox* tas = addBox(tasRule, tr("True air speed (50 to 1500 kts)"));
-  InputBox* angle = addBox(angleRule, tr("Interception angle (10 to 90°)"));
-  InputBox* dist = addBox(distRule, tr("Distance to station at beginning of turn (5 to 50 NM)"));
-  for (InputBox* b : {tas, angle, dist}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("000000") + 16);
+  setTabOrders();
 }
 
 QVBoxLayout* TurnScreen::buildOptions() {
   auto* left = new QVBoxLayout;
   auto* tasRow = new QHBoxLayout;
   QLabel* tasCaption = makeCaption(tr("TAS (kts)"), "lbldata0");
-  tasCaption->setBuddy(box(0));
+  tasCaption->setBuddy(tas_);
   tasRow->addWidget(tasCaption);
-  tasRow->addWidget(box(0));
+  tasRow->addWidget(tas_);
   tasRow->addStretch();
   left->addLayout(tasRow);
-
-  left->addWidget(makeOptionGroup(tr("Max bank (ul=unlimited)"), "FrameMaxBank", "Optbankinput",
-                                  {tr("20°"), tr("25°"), tr("30°"), tr("ul")}, optBank_)
-                      .frame);
-  optBank_[3]->setToolTip(tr("Unlimited: the bank that the turn rate needs"));
-
-  left->addWidget(makeOptionGroup(tr("Turn rate (deg/s)"), "FrameIFRTR", "OptTRinput",
-                                  {tr("1.5 (1/2 std)"), tr("3 (std)")}, optRate_)
-                      .frame);
+  // 30 degrees and the standard rate at first.
+  left->addWidget(makeMaxBankGroup(2));
+  left->addWidget(makeRateGroup(1));
   left->addStretch();
   return left;
 }
@@ -81,17 +52,13 @@ QVBoxLayout* TurnScreen::buildOptions() {
 QVBoxLayout* TurnScreen::buildResults() {
   auto* frameResults = makeFrame(tr("Effective turn parameters"), "FrameResults");
   auto* rl = new QGridLayout(frameResults);
-  dataR_[0] = makeResult("dataR0", tr("Effective bank angle (°)"));
-  dataR_[1] = makeResult("dataR1", tr("Effective turn rate (°/s)"));
-  dataR_[2] = makeResult("dataR2", tr("Turn radius"));
-  rl->addWidget(makeCaption(tr("Bank (°)"), "lbldata3"), 0, 0);
-  rl->addWidget(dataR_[0], 0, 1);
-  rl->addWidget(makeCaption(tr("Rate (°/s)"), "lbldata4"), 1, 0);
-  rl->addWidget(dataR_[1], 1, 1);
-  radiusCaption_ = makeCaption(QString(), "lbldata5");
-  rl->addWidget(radiusCaption_, 2, 0);
-  rl->addWidget(dataR_[2], 2, 1);
-  // The radius unit: a row of its own under the radius, no frame.
+  addResultRows(rl,
+                {{tr("Bank (°)"), "dataR0", tr("Effective bank angle (°)"), "lbldata3"},
+                 {tr("Rate (°/s)"), "dataR1", tr("Effective turn rate (°/s)"), "lbldata4"},
+                 {QString(), "dataR2", tr("Turn radius"), "lbldata5"}},
+                &results_[kBank]);
+  radiusCaption_ = findChild<QLabel*>("lbldata5");
+  // The radius unit: a row of its own under the radius, no frame; nautical miles at first.
   auto* unitRow = new QHBoxLayout;
   auto* unitGroup = new QButtonGroup(this);
   const char* const unitCaptions[3] = {"NM", "m", "ft"};
@@ -104,12 +71,15 @@ QVBoxLayout* TurnScreen::buildResults() {
   }
   unitRow->addStretch();
   rl->addLayout(unitRow, 3, 0, 1, 2);
+  rUnit_[0]->setChecked(true);
+  radiusCaption_->setText(Q(RadiusCaption(RadiusUnit::NauticalMiles)));
+  connect(unitGroup, &QButtonGroup::idClicked, this, &TurnScreen::rUnitClick);
 
   auto* frameG = makeFrame(tr("Turn g-force"), "Framegf");
   auto* gl = new QHBoxLayout(frameG);
-  dataR_[5] = makeResult("dataR5", tr("Load factor in the level turn"));
+  results_[kGLoad] = makeResult("dataR5", tr("Load factor in the level turn"));
   gl->addWidget(makeCaption(tr("g-load"), "lbldata8"));
-  gl->addWidget(dataR_[5]);
+  gl->addWidget(results_[kGLoad]);
 
   auto* right = new QVBoxLayout;
   right->addWidget(frameResults);
@@ -122,79 +92,65 @@ QGroupBox* TurnScreen::buildAnticipation() {
   auto* frameTAA = makeFrame(tr("Turn anticipation angle"), "FrameTAA");
   auto* al = new QGridLayout(frameTAA);
   QLabel* angleCaption = makeCaption(tr("Intercept angle (°)"), "lbldata1");
-  angleCaption->setBuddy(box(1));
+  angleCaption->setBuddy(interceptAngle_);
   QLabel* distCaption = makeCaption(tr("Distance (NM)"), "lbldata2");
-  distCaption->setBuddy(box(2));
-  dataR_[3] = makeResult("dataR3", tr("Turn anticipation angle (°)"));
-  dataR_[4] = makeResult("dataR4", tr("Distance to station at end of turn (NM)"));
+  distCaption->setBuddy(interceptDistance_);
   al->addWidget(angleCaption, 0, 0);
-  al->addWidget(box(1), 0, 1);
-  al->addWidget(makeCaption(tr("Anticipation (°)"), "lbldata6"), 0, 3);
-  al->addWidget(dataR_[3], 0, 4);
+  al->addWidget(interceptAngle_, 0, 1);
   al->addWidget(distCaption, 1, 0);
-  al->addWidget(box(2), 1, 1);
-  al->addWidget(makeCaption(tr("Final distance (NM)"), "lbldata7"), 1, 3);
-  al->addWidget(dataR_[4], 1, 4);
+  al->addWidget(interceptDistance_, 1, 1);
+  addResultRows(al,
+                {{tr("Anticipation (°)"), "dataR3", tr("Turn anticipation angle (°)"), "lbldata6"},
+                 {tr("Final distance (NM)"), "dataR4", tr("Distance to station at end of turn (NM)"), "lbldata7"}},
+                &results_[kAnticipation], 0, 3);
   al->setColumnMinimumWidth(2, 12);
   al->setColumnStretch(2, 1);
   return frameTAA;
 }
 
-void TurnScreen::connectOptions() {
-  // The kept options; a change recalculates when results are shown.
-  optBank_[gMaxBank]->setChecked(true);
-  optRate_[gRate]->setChecked(true);
-  rUnit_[gRadiusUnit]->setChecked(true);
-  radiusCaption_->setText(Q(RadiusCaption(static_cast<RadiusUnit>(gRadiusUnit))));
-  connect(optBank_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
-    gMaxBank = id;
-    recalculateIfShown();
-  });
-  connect(optRate_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
-    gRate = id;
-    recalculateIfShown();
-  });
-  connect(rUnit_[0]->group(), &QButtonGroup::idClicked, this, &TurnScreen::rUnitClick);
+void TurnScreen::setTabOrders() {
+  setTabOrder(tas_, interceptAngle_);
+  setTabOrder(interceptAngle_, interceptDistance_);
+  setTabOrder(interceptDistance_, calculateButton());
+  setTabOrder(calculateButton(), closeButton());
 }
 
 void TurnScreen::rUnitClick(int index) {
-  gRadiusUnit = index;
   radiusCaption_->setText(Q(RadiusCaption(static_cast<RadiusUnit>(index))));
   recalculateIfShown();
 }
 
 void TurnScreen::boxEdited(int index) {
-  if (index == 0) {
+  if (box(index) == tas_) {
     CalculatorScreen::boxEdited(index);
     return;
   }
   // The anticipation inputs only invalidate the anticipation.
-  dataR_[3]->clear();
-  dataR_[4]->clear();
+  results_[kAnticipation]->clear();
+  results_[kFinalDistance]->clear();
 }
 
 bool TurnScreen::calculate() {
   std::optional<double> angle, dist;
-  if (!box(1)->isEmpty() && !box(2)->isEmpty()) {
-    angle = box(1)->value();
-    dist = box(2)->value();
+  if (!interceptAngle_->isEmpty() && !interceptDistance_->isEmpty()) {
+    angle = interceptAngle_->value();
+    dist = interceptDistance_->value();
   }
-  const int16_t bankIndex = static_cast<int16_t>(gMaxBank);
-  const TurnTexts t = CalculateTurnTexts(box(0)->value(), bankIndex, gRate == 1,
-                                         static_cast<RadiusUnit>(gRadiusUnit), angle, dist);
-  dataR_[0]->setText(LocaleText(t.bank));
-  dataR_[1]->setText(LocaleText(t.rate));
-  dataR_[2]->setText(LocaleText(t.radius));
-  dataR_[5]->setText(LocaleText(t.gLoad));
-  dataR_[3]->setText(LocaleText(t.anticipation));
-  dataR_[4]->setText(LocaleText(t.finalDistance));
+  const auto unit = static_cast<RadiusUnit>(rUnit_[0]->group()->checkedId());
+  const TurnTexts t = CalculateTurnTexts(tas_->value(), maxBank(), rate(), unit, angle, dist);
+  results_[kBank]->setText(LocaleText(t.bank));
+  results_[kRate]->setText(LocaleText(t.rate));
+  results_[kRadius]->setText(LocaleText(t.radius));
+  results_[kGLoad]->setText(LocaleText(t.gLoad));
+  results_[kAnticipation]->setText(LocaleText(t.anticipation));
+  results_[kFinalDistance]->setText(LocaleText(t.finalDistance));
   return true;
 }
 
 void TurnScreen::prepareScreenshot() {
-  box(0)->setText("120");
-  box(1)->setText("90");
-  box(2)->setText("5");
+  tas_->setText("120");
+  interceptAngle_->setText("90");
+  interceptDistance_->setText("5");
   runCalculate();
 }
 

@@ -2,7 +2,9 @@
 // frmData6 "Turn parameters": bank, rate, radius and load factor of a rate turn limited by a
 // maximum bank, and the turn anticipation for intercepting a radial.
 
-#include "app/CalculatorScreen.hpp"
+#include <array>
+
+#include "manoeuvres/RateTurnScreen.hpp"
 
 class QGroupBox;
 class QRadioButton;
@@ -10,7 +12,7 @@ class QVBoxLayout;
 
 namespace norvane {
 
-class TurnScreen : public CalculatorScreen {
+class TurnScreen : public RateTurnScreen {
   Q_OBJECT
  public:
   explicit TurnScreen(QWidget* parent = nullptr);
@@ -21,19 +23,20 @@ class TurnScreen : public CalculatorScreen {
   void boxEdited(int index) override;
 
  private:
-  void buildInputs();
   QVBoxLayout* buildOptions();
   QVBoxLayout* buildResults();
   QGroupBox* buildAnticipation();
-  // Checks the kept options and connects their changes.
-  void connectOptions();
+  void setTabOrders();
   void rUnitClick(int index);
 
-  QRadioButton* optBank_[4];
-  QRadioButton* optRate_[2];
+  InputBox* tas_;
+  InputBox* interceptAngle_;
+  InputBox* interceptDistance_;
   QRadioButton* rUnit_[3];
   QLabel* radiusCaption_;
-  QLabel* dataR_[6];
+  // The results in the order of their names dataR0 to dataR5.
+  enum Result { kBank, kRate, kRadius, kAnticipation, kFinalDistance, kGLoad, kResults };
+  std::array<QLabel*, kResults> results_{};
 };
 
 }  // namespace norvane

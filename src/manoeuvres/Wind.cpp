@@ -43,7 +43,7 @@ UnknownWind ComputeUnknownWind(double tas, double groundSpeed, double track, dou
   r.windDirection =
       Norm360((ArcTan2(tas * std::sin(d), tas * std::cos(d) - groundSpeed) + track * kDegToRad) * kRadToDeg);
 
-  r.inconsistent = std::fabs(r.drift) >= 90 || r.windSpeed > kWindSpeedMax;
+  r.inconsistent = std::fabs(r.drift) >= 90 || r.windSpeed > kWindSpeed.max;
   return r;
 }
 

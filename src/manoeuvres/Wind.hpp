@@ -6,15 +6,18 @@
 
 #include <string>
 
+#include "manoeuvres/ManoeuvreInputs.hpp"
+
 namespace norvane {
 
-// Admissible inputs of the wind calculations (whole knots and whole degrees).
-inline constexpr int kWindAirSpeedMin = 50;     // TAS and ground speed, kt
-inline constexpr int kWindAirSpeedMax = 1500;
-inline constexpr int kWindSpeedMin = 0;         // wind speed, kt
-inline constexpr int kWindSpeedMax = 150;
-inline constexpr int kWindAngleMin = 0;         // tracks, headings, wind directions, degrees
-inline constexpr int kWindAngleMax = 360;
+// The inputs of the wind calculations: whole knots and whole degrees.
+inline constexpr Quantity kWindTas = WholeKnots("True air speed", 50, 1500);
+inline constexpr Quantity kWindGroundSpeed = WholeKnots("Ground speed", 50, 1500);
+inline constexpr Quantity kWindSpeed = WholeKnots("Wind speed", 0, 150);
+inline constexpr Quantity kWindTrack = WholeDegrees("Route track");
+inline constexpr Quantity kWindDirection = WholeDegrees("Wind direction");
+inline constexpr Quantity kWindHeading = WholeDegrees("Current heading");
+inline constexpr Quantity kRunwayHeading = WholeDegrees("Runway heading");
 
 inline constexpr const char* kTooStrongWindText = "Too strong wind for course";
 inline constexpr const char* kInconsistentWindText = "Inconsistent results, check input";

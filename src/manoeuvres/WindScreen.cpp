@@ -15,29 +15,23 @@
 namespace norvane {
 namespace {
 
-// The chosen mode is kept while the program runs and selected again when the screen reopens.
-int gMode = 0;
-
 struct BoxText {
   const char* caption;
-  const char* tip;
-  int maxLength;
-  int min, max;
+  const Quantity* quantity;
 };
 
-constexpr BoxText kTas{"TAS (kts)", "True air speed (50 to 1500 kts)", 4, kWindAirSpeedMin, kWindAirSpeedMax};
-constexpr BoxText kTrack{"Route track (°)", "Route track (0 to 360°)", 3, kWindAngleMin, kWindAngleMax};
-constexpr BoxText kWindSpeed{"Wind speed (kts)", "Wind speed (0 to 150 kts)", 3, kWindSpeedMin, kWindSpeedMax};
-constexpr BoxText kWindDir{"Wind direction (°)", "Wind direction (0 to 360°)", 3, kWindAngleMin, kWindAngleMax};
-constexpr BoxText kGroundSpeed{"Ground speed (kts)", "Ground speed (50 to 1500 kts)", 4, kWindAirSpeedMin,
-                               kWindAirSpeedMax};
-constexpr BoxText kHeading{"Aircraft heading (°)", "Current heading (0 to 360°)", 3, kWindAngleMin, kWindAngleMax};
-constexpr BoxText kRunway{"Runway heading (°)", "Runway heading (0 to 360°)", 3, kWindAngleMin, kWindAngleMax};
+// The runway mode does without the TAS: its hidden box may stay empty.
+constexpr Quantity kUnusedTas = OptionalInput(kWindTas);
+
+constexpr BoxText kTas{"TAS (kts)", &kWindTas};
+constexpr BoxText kTrack{"Route track (°)", &kWindTrack};
+constexpr BoxText kWindSpeedBox{"Wind speed (kts)", &kWindSpeed};
+constexpr BoxText kWindDir{"Wind direction (°)", &kWindDirection};
 
 const BoxText kBoxes[3][4] = {
-    {kTas, kTrack, kWindSpeed, kWindDir},
-    {kTas, kGroundSpeed, kTrack, kHeading},
-    {kTas, kRunway, kWindSpeed, kWindDir},  // box 0 hidden
+    {kTas, kTrack, kWindSpeedBox, kWindDir},
+    {kTas, {"Ground speed (kts)", &kWindGroundSpeed}, kTrack, {"Aircraft heading (°)", &kWindHeading}},
+    {{"TAS (kts)", &kUnusedTas}, {"Runway heading (°)", &kRunwayHeading}, kWindSpeedBox, kWindDir},
 };
 
 struct ResultText {
@@ -57,12 +51,6 @@ const ResultText kResults[3][4] = {
     {{"Crosswind (kts)", "Crosswind (kts, right is positive)"}, {"Head/Tail wind (kts)", kHeadTailTip}, {"", ""}, {"", ""}},
 };
 
-BoxRule RuleFor(const BoxText& b) {
-  BoxRule r{KeyMode::UnsignedInt, double(b.min), double(b.max)};
-  r.maxLength = b.maxLength;
-  return r;
-}
-
 }  // namespace
 
 WindScreen::WindScreen(QWidget* parent) : CalculatorScreen(5, "frmData5", tr("Wind calculations"), parent) {
@@ -74,26 +62,26 @@ WindScreen::WindScreen(QWidget* parent) : CalculatorScreen(5, "frmData5", tr("Wi
       makeOptionGroup(tr("Wind calculation"), "FrameOpt", "Optknown",
                       {tr("Known enroute wind"), tr("Unknown enroute wind"), tr("Runway wind calculator")}, optknown_,
                       Qt::Vertical);
-  connect(group, &QButtonGroup::idClicked, this, &WindScreen::optknownClick);
+  connect(group, &QButtonGroup::idClicked, this, &WindScreen::setMode);
 
   auto* inputs = new QGridLayout;
   for (int i = 0; i < 4; ++i) {
-    lbldata_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(i));
-    InputBox* b = addBox(RuleFor(kBoxes[0][i]));
-    b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16);
-    lbldata_[i]->setBuddy(b);
-    inputs->addWidget(lbldata_[i], i, 0);
-    inputs->addWidget(b, i, 1);
+    inputCaptions_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(i));
+    inputs_[i] = addBox(*kBoxes[kKnownWind][i].quantity);
+    inputs_[i]->setFixedWidth(inputs_[i]->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16);
+    inputCaptions_[i]->setBuddy(inputs_[i]);
+    inputs->addWidget(inputCaptions_[i], i, 0);
+    inputs->addWidget(inputs_[i], i, 1);
   }
   inputs->setColumnStretch(2, 1);
 
   auto* frameResults = makeFrame(tr("Results"), "FrameResults");
   auto* rl = new QGridLayout(frameResults);
-  for (int k = 1; k <= 4; ++k) {
-    lbldata_[3 + k] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(3 + k));
-    dataR_[k] = makeResult(QStringLiteral("dataR%1").arg(k));
-    rl->addWidget(lbldata_[3 + k], k - 1, 0);
-    rl->addWidget(dataR_[k], k - 1, 1);
+  for (int i = 0; i < 4; ++i) {
+    resultCaptions_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(4 + i));
+    results_[i] = makeResult(QStringLiteral("dataR%1").arg(1 + i));
+    rl->addWidget(resultCaptions_[i], i, 0);
+    rl->addWidget(results_[i], i, 1);
   }
 
   auto* top = new QHBoxLayout;
@@ -104,73 +92,59 @@ WindScreen::WindScreen(QWidget* parent) : CalculatorScreen(5, "frmData5", tr("Wi
   top->addLayout(left, 1);
   contentLayout()->addLayout(top);
   contentLayout()->addWidget(frameResults);
-  setTabOrder(box(3), calculateButton());
+  setTabOrder(inputs_[3], calculateButton());
   setTabOrder(calculateButton(), closeButton());
 
-  // Load: select the kept mode, which sets the captions and empties the boxes.
-  optknown_[gMode]->setChecked(true);
-  optknownClick(gMode);
+  // The known wind at first, which sets the captions and empties the boxes.
+  optknown_[kKnownWind]->setChecked(true);
+  setMode(kKnownWind);
 }
 
-int WindScreen::mode() const { return gMode; }
+WindScreen::Mode WindScreen::mode() const { return static_cast<Mode>(optknown_[0]->group()->checkedId()); }
 
-void WindScreen::SetDisplayOptions() {
-  const int m = gMode;
+void WindScreen::setMode(int mode) {
+  clearData();
   for (int i = 0; i < 4; ++i) {
-    const BoxText& b = kBoxes[m][i];
-    lbldata_[i]->setText(tr(b.caption));
-    box(i)->setToolTip(tr(b.tip));
-    box(i)->setRule(RuleFor(b));
+    const BoxText& b = kBoxes[mode][i];
+    inputCaptions_[i]->setText(tr(b.caption));
+    inputs_[i]->setQuantity(*b.quantity);
+    inputs_[i]->clear();
+    // Clearing an already empty box emits no change, so the flag follows the box here: a TAS box
+    // left valid by the runway mode must not arm Calculate once it is needed again.
+    setInputValid(i, inputs_[i]->isValid());
+    const ResultText& r = kResults[mode][i];
+    resultCaptions_[i]->setText(tr(r.caption));
+    results_[i]->setToolTip(tr(r.tip));
   }
-  for (int k = 1; k <= 4; ++k) {
-    const ResultText& r = kResults[m][k - 1];
-    lbldata_[3 + k]->setText(tr(r.caption));
-    dataR_[k]->setToolTip(tr(r.tip));
-  }
-  const bool full = m != 2;
-  for (QWidget* w : {static_cast<QWidget*>(lbldata_[0]), static_cast<QWidget*>(box(0)),
-                     static_cast<QWidget*>(lbldata_[6]), static_cast<QWidget*>(lbldata_[7]),
-                     static_cast<QWidget*>(dataR_[3]), static_cast<QWidget*>(dataR_[4])})
+  const bool full = mode != kRunwayWind;
+  for (QWidget* w : std::initializer_list<QWidget*>{inputCaptions_[0], inputs_[0], resultCaptions_[2],
+                                                    resultCaptions_[3], results_[2], results_[3]})
     w->setVisible(full);
 }
 
-void WindScreen::optknownClick(int index) {
-  gMode = index;
-  SetDisplayOptions();
-  clearData();
-  // Clearing an already empty box emits no change, so set every flag from its box: a TAS box
-  // left valid by the runway mode must not arm Calculate once it is needed again.
-  for (int i = 0; i < 4; ++i) {
-    box(i)->clear();
-    setInputValid(i, box(i)->isValid());
-  }
-  // The hidden TAS box must not keep Calculate disabled.
-  if (gMode == 2) setInputValid(0, true);
-}
-
 bool WindScreen::calculate() {
-  const double v0 = box(0)->value(), v1 = box(1)->value(), v2 = box(2)->value(), v3 = box(3)->value();
+  const auto v = [this](int row) { return inputs_[row]->value(); };
   WindTexts t;
-  switch (gMode) {
-    case 0: t = KnownWindTexts(v0, v1, v2, v3); break;
-    case 1: t = UnknownWindTexts(v0, v1, v2, v3); break;
-    default: t = RunwayWindTexts(v1, v2, v3); break;
+  switch (mode()) {
+    case kKnownWind: t = KnownWindTexts(v(0), v(1), v(2), v(3)); break;
+    case kUnknownWind: t = UnknownWindTexts(v(0), v(1), v(2), v(3)); break;
+    case kRunwayWind: t = RunwayWindTexts(v(1), v(2), v(3)); break;
   }
   if (!t.message.empty()) {
     showError(Q(t.message));
     return false;
   }
-  for (int k = 0; k < t.count; ++k) dataR_[k + 1]->setText(LocaleText(t.text[k]));
+  for (int k = 0; k < t.count; ++k) results_[k]->setText(LocaleText(t.text[k]));
   return true;
 }
 
 void WindScreen::prepareScreenshot() {
-  if (gMode != 0) {
-    optknown_[0]->setChecked(true);
-    optknownClick(0);
+  if (mode() != kKnownWind) {
+    optknown_[kKnownWind]->setChecked(true);
+    setMode(kKnownWind);
   }
   const char* const example[4] = {"100", "0", "30", "90"};
-  for (int i = 0; i < 4; ++i) box(i)->setText(example[i]);
+  for (int i = 0; i < 4; ++i) inputs_[i]->setText(example[i]);
   runCalculate();
 }
 

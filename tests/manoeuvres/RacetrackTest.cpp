@@ -13,9 +13,9 @@ namespace {
 
 constexpr double kRad = M_PI / 180;
 
-RacetrackResult Solve(double course, double tas, double wd, double ws, bool right = true, int16_t bank = 1,
-                      bool standard = true, double leg = 1) {
-  return ComputeRacetrack({course, tas, wd, ws, leg, right, bank, standard});
+RacetrackResult Solve(double course, double tas, double wd, double ws, bool right = true,
+                      std::optional<double> bank = 25, double rate = 3, double leg = 1) {
+  return ComputeRacetrack({course, tas, wd, ws, leg, right, bank, rate});
 }
 
 // Flies the solved pattern in small time steps, heading by heading, in an earth frame (north,
@@ -69,15 +69,15 @@ TEST(Racetrack, NoWindIsTheTextbookPattern) {
 TEST(Racetrack, CrossHeadAndTailWind) {
   // Wind from the right of a north course: the outbound heading corrects into the wind by about
   // three times the inbound drift.
-  const RacetrackResult x = Solve(360, 120, 90, 20, true, kMaxBankUnlimited);
+  const RacetrackResult x = Solve(360, 120, 90, 20, true, std::nullopt);
   const double wca = x.value[kRtInboundHeading];
   EXPECT_NEAR(wca, std::asin(20.0 / 120) / kRad, 1e-9);
   EXPECT_NEAR(x.value[kRtOutboundCorrection], -3 * wca, 0.1 * 3 * wca);
   // A head wind inbound is a tail wind outbound, which carries the aircraft out faster, and the
   // turns drift it back towards the roll-out point: a shorter outbound leg (the pilots' rule).
   // 100 kt inbound: 1.667 NM leg, 0.667 NM drift in the 2 minutes of turns, 1 NM at 140 kt out.
-  EXPECT_NEAR(Solve(360, 120, 360, 20, true, kMaxBankUnlimited).value[kRtOutboundTime], 3600 / 140.0, 1e-9);
-  EXPECT_NEAR(Solve(360, 120, 180, 20, true, kMaxBankUnlimited).value[kRtOutboundTime], 3 * 3600 / 100.0, 1e-9);
+  EXPECT_NEAR(Solve(360, 120, 360, 20, true, std::nullopt).value[kRtOutboundTime], 3600 / 140.0, 1e-9);
+  EXPECT_NEAR(Solve(360, 120, 180, 20, true, std::nullopt).value[kRtOutboundTime], 3 * 3600 / 100.0, 1e-9);
 
   EXPECT_EQ(Solve(360, 100, 360, 60).error, kNoRacetrackText);  // drifts past the roll-out point
   EXPECT_EQ(Solve(360, 100, 90, 120).error, kTooStrongWindText);
@@ -91,16 +91,16 @@ TEST(Racetrack, SimulatedCircuitReturnsToTheFix) {
     for (double ws : {0, 20, 60})
       for (double wd : {0, 70, 135, 200, 290})
         for (bool right : {true, false})
-          for (int16_t bank = 0; bank < 4; ++bank)
-            for (bool standard : {true, false}) {
-              const double course = 215, leg = standard ? 1 : 1.5;
-              const RacetrackResult r = Solve(course, tas, wd, ws, right, bank, standard, leg);
+          for (std::optional<double> bank : kMaxBankChoices)
+            for (double rate : kTurnRateChoices) {
+              const double course = 215, leg = rate == 3 ? 1 : 1.5;
+              const RacetrackResult r = Solve(course, tas, wd, ws, right, bank, rate, leg);
               if (!r.error.empty()) {
                 EXPECT_EQ(r.error, kNoRacetrackText);
                 continue;
               }
               const Flown f = Fly(r, course, tas, wd, ws, right, leg);
-              SCOPED_TRACE(testing::Message() << tas << " " << ws << "@" << wd << " " << right << bank << standard);
+              SCOPED_TRACE(testing::Message() << tas << " " << ws << "@" << wd << " " << right << bank.value_or(0) << rate);
               EXPECT_LT(std::fabs(f.crossNm), 0.01);
               EXPECT_LT(f.missNm, 0.01);
               ++flown;

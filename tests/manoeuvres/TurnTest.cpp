@@ -11,16 +11,16 @@
 using namespace norvane;
 
 namespace {
-constexpr int16_t kUl = kMaxBankUnlimited;
+constexpr std::nullopt_t kUl = std::nullopt;
 std::vector<test::GoldenRow> Rows(const char* kind) { return test::ReadGolden("manoeuvres/data/turn-texts.txt", kind); }
 }  // namespace
 
 TEST(Turn, RateTurnTexts) {
-  const std::map<std::string, int16_t> banks{{"20", 0}, {"25", 1}, {"30", 2}, {"ul", kUl}, {"7", 7}};
+  const std::map<std::string, std::optional<double>> banks{{"20", 20}, {"25", 25}, {"30", 30}, {"ul", kUl}};
   const std::map<std::string, RadiusUnit> units{
       {"NM", RadiusUnit::NauticalMiles}, {"m", RadiusUnit::Metres}, {"ft", RadiusUnit::Feet}};
   for (const test::GoldenRow& r : Rows("rate")) {
-    const TurnTexts t = CalculateTurnTexts(r.Num(0), banks.at(r[1]), r[2] == "3", units.at(r[3]), std::nullopt, std::nullopt);
+    const TurnTexts t = CalculateTurnTexts(r.Num(0), banks.at(r[1]), r.Num(2), units.at(r[3]), std::nullopt, std::nullopt);
     EXPECT_EQ(std::vector<std::string>({t.bank, t.rate, t.radius, t.gLoad, t.anticipation, t.finalDistance}),
               std::vector<std::string>({r[4], r[5], r[6], r[7], "", ""})) << r.where;
   }
@@ -29,30 +29,29 @@ TEST(Turn, RateTurnTexts) {
 // Coordinated level turn: radius V^2 / (g tan(bank)), rate V / radius, load factor 1/cos(bank),
 // and the bank never exceeds the chosen maximum.
 TEST(Turn, RateTurnObeysLevelTurnPhysics) {
-  const double maxBank[] = {20, 25, 30, 90};
   for (double tas = 50; tas <= 1500; tas += 35)
-    for (int16_t i = 0; i < 4; ++i)
-      for (bool standard : {false, true}) {
-        const RateTurn t = ComputeRateTurn(tas, i, standard);
+    for (std::optional<double> maxBank : {std::optional<double>(20), {25}, {30}, {}})
+      for (double wanted : {1.5, 3.0}) {
+        const RateTurn t = ComputeRateTurn(tas, maxBank, wanted);
         const double v = tas * 1852 / 3600;
         const double bank = t.bank * kDegToRad;
         EXPECT_NEAR(t.radius, v * v / (9.80665 * std::tan(bank)), 1e-9 * t.radius);
         EXPECT_NEAR(t.rate * kDegToRad * t.radius, v, 1e-9 * v);
-        EXPECT_LE(t.bank, maxBank[i] + 1e-12);
-        const double wanted = standard ? 3.0 : 1.5;
-        if (t.bank < maxBank[i] - 1e-9) EXPECT_NEAR(t.rate, wanted, 1e-12);  // rate turn flown
-        else EXPECT_LT(t.rate, wanted);                                         // bank-limited
+        const double limit = maxBank.value_or(90);
+        EXPECT_LE(t.bank, limit + 1e-12);
+        if (t.bank < limit - 1e-9) EXPECT_NEAR(t.rate, wanted, 1e-12);  // rate turn flown
+        else EXPECT_LT(t.rate, wanted);                                  // bank-limited
       }
 }
 
 TEST(Turn, AnticipationTexts) {
   for (const test::GoldenRow& r : Rows("anticipation")) {
-    const TurnTexts t = CalculateTurnTexts(r.Num(0), kUl, r[1] == "3", RadiusUnit::NauticalMiles, r.Num(2), r.Num(3));
+    const TurnTexts t = CalculateTurnTexts(r.Num(0), kUl, r.Num(1), RadiusUnit::NauticalMiles, r.Num(2), r.Num(3));
     EXPECT_EQ(t.anticipation, r[4]) << r.where;
     EXPECT_EQ(t.finalDistance, r[5]) << r.where;
   }
   // One of the two inputs alone gives no anticipation.
-  EXPECT_EQ(CalculateTurnTexts(120, kUl, true, RadiusUnit::NauticalMiles, 90.0, std::nullopt).anticipation, "");
+  EXPECT_EQ(CalculateTurnTexts(120, kUl, 3, RadiusUnit::NauticalMiles, 90.0, std::nullopt).anticipation, "");
 }
 
 // Independent plane geometry: station at the origin, the aircraft intercepts the inbound radial
