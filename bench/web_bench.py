@@ -4,6 +4,7 @@ gzipped, the time from navigation to ready in headless Chromium with a fresh pro
 and with the site in the service worker's cache (second visit), and the time per calculation.
 
     bench/web_bench.py [SITE] [RUNS]
+    bench/web_bench.py --screenshot PNG [SITE]   # the README's picture: the holding screen on a tablet
 """
 import gzip
 import os
@@ -14,8 +15,21 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..'
 from web_test import Page  # noqa: E402  (the test's loopback server and browser)
 
 here = os.path.dirname(os.path.abspath(__file__))
+shot = sys.argv.pop(1) and sys.argv.pop(1) if len(sys.argv) > 2 and sys.argv[1] == '--screenshot' else None
 site = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, '..', 'build', 'web', 'site')
 runs = int(sys.argv[2]) if len(sys.argv) > 2 else 5
+
+if shot:
+    page = Page(site, '1180,820')
+    try:
+        page.open('holding')
+        page.fill({'--outbound': '90', '--track': '200'})
+        page.calculate()
+        page.d.save_screenshot(shot)
+    finally:
+        page.d.quit()
+        page.stop_server()
+    sys.exit(0)
 
 print('Transfer size (gzip -9 of each file):')
 total = 0
