@@ -43,13 +43,15 @@ for root, _, files in os.walk(site):
         print(f'  {os.path.relpath(path, site):28} {len(raw) / 1024:8.1f} KiB  {packed / 1024:8.1f} KiB gzipped')
 print(f'  {"all":28} {"":8}           {total / 1024:8.1f} KiB gzipped')
 
-first, second = [], []
+first, second, marks = [], [], []
 calc_ms = form_ms = None
 for i in range(runs):
     page = Page(site, '1024,768')  # a fresh profile each time
     try:
         page.open()
         first.append(page.js('return window.norvane.readyMs'))
+        marks.append(page.js('return ["responseEnd", "domInteractive"].map(k => performance.getEntriesByType("navigation")[0][k])'
+                             '.concat(["norvane-module", "norvane-described"].map(m => performance.getEntriesByName(m)[0].startTime))'))
         page.wait('return navigator.serviceWorker.controller !== null')
         page.open()
         second.append(page.js('return window.norvane.readyMs'))
@@ -69,6 +71,9 @@ for i in range(runs):
 
 print(f'Navigation to ready, fresh profile (median of {runs}): {statistics.median(first):.0f} ms '
       f'(runs: {", ".join(f"{v:.0f}" for v in first)})')
+stages = [statistics.median(m[i] for m in marks) for i in range(4)]
+print('  of which (medians, ms after navigation start): page received {:.0f}, parsed {:.0f}, module running {:.0f}, '
+      'catalogue read {:.0f}'.format(*stages))
 print(f'Navigation to ready, second visit from the cache (median of {runs}): {statistics.median(second):.0f} ms')
 print(f'One calculation through window.norvane.cli (racetrack, mean of 500): {calc_ms:.3f} ms')
 print(f'One calculation through the form, results and picture drawn (mean of 100): {form_ms:.3f} ms')

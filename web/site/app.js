@@ -249,7 +249,9 @@ class App {
 
 async function start() {
   const cli = await loadCli();
+  performance.mark('norvane-module');
   const described = cli(['describe', '--json']);
+  performance.mark('norvane-described');
   const catalogue = JSON.parse(described.stdout).commands;
   window.norvane = {cli, catalogue, readyMs: 0};
   $('loading').hidden = true;
