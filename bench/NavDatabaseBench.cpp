@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "services/NavDBBuilder.hpp"
-#include "services/NavDatabase.hpp"
+#include "waypoints/NavDBBuilder.hpp"
+#include "waypoints/NavDatabase.hpp"
 
 using namespace norvane;
 namespace fs = std::filesystem;

@@ -20,8 +20,11 @@ set(NORVANE_CALCULATOR_SOURCES
   src/sun/SunTimes.cpp
   src/tools/UnitConversion.cpp
   src/tools/TinyCalculator.cpp
-  src/services/MetarDecoder.cpp
-  src/services/ServerText.cpp
+  src/tools/FlightComputer.cpp
+  src/weather/MetarDecoder.cpp
+  src/weather/MetarJson.cpp
+  src/weather/MetarText.cpp
+  src/online/ServerText.cpp
 )
 # norvane-cli's parser and its calculator commands (not the waypoint database nor the network ones).
 set(NORVANE_CLI_CALCULATOR_SOURCES
@@ -35,6 +38,7 @@ set(NORVANE_CLI_CALCULATOR_SOURCES
   src/cli/ManoeuvreCommands.cpp
   src/cli/SunCommands.cpp
   src/cli/ToolCommands.cpp
+  src/cli/TsdCommand.cpp
   src/cli/MetarCommand.cpp
 )
 

@@ -13,7 +13,8 @@ void RegisterAllScreens(ScreenRegistry& registry) {
   RegisterNavigationScreens(registry);
   RegisterSunScreens(registry);
   RegisterToolScreens(registry);
-  RegisterServiceScreens(registry);
+  RegisterWeatherScreens(registry);
+  RegisterOnlineScreens(registry);
   RegisterAppScreens(registry);
 }
 

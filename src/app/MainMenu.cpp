@@ -29,7 +29,19 @@ const std::array<const char*, MainMenu::kItemCount> MainMenu::kCaptions = {
     "Point from track-distance", "Radial intersection",   "Magnetic variation",   "Sunrise and sunset",
     "Unit conversions",      "Stall speed calculation",   "Racetrack calculator", "Holding entry calculator",
     "Tiny math calculator",  "Airport weather",           "Aviation data links",  "Options and default",
+    "Time, speed, distance and fuel",
 };
+
+namespace {
+
+// Items 0-9 form the left column and 10-19 the right one; later items take full-width rows below.
+constexpr int kColumnRows = 10;
+constexpr int kColumnItems = 2 * kColumnRows;
+// An item's place in reading order, row by row (0, 10, 1, 11, ... 9, 19, 20), and back.
+constexpr int ReadingPlace(int k) { return k < kColumnItems ? (k % kColumnRows) * 2 + k / kColumnRows : k; }
+constexpr int ItemAtReadingPlace(int p) { return p < kColumnItems ? p / 2 + (p % 2) * kColumnRows : p; }
+
+}  // namespace
 
 // One menu entry: a coloured frame (menushape<k>) holding its caption (menutitle<k>).
 class MenuItem : public QFrame {
@@ -84,7 +96,8 @@ MainMenu::MainMenu(const ScreenRegistry& registry, QWidget* parent) : QWidget(pa
       item->setCursor(Qt::ArrowCursor);
     }
     items_[k] = item;
-    grid->addWidget(item, k % 10, k / 10);
+    if (k < kColumnItems) grid->addWidget(item, k % kColumnRows, k / kColumnRows);
+    else grid->addWidget(item, kColumnRows + k - kColumnItems, 0, 1, 2);
     item->setColor(kMenuIdle);
   }
   root->addLayout(grid);
@@ -334,30 +347,24 @@ void MainMenu::keyPressEvent(QKeyEvent* e) {
 }
 
 void MainMenu::step(int key) {
-  int step = 0;
+  // Up and Down walk the items in index order and wrap around at both ends; Left and Right walk
+  // them in reading order (so Right from item 15 reaches item 6) and stop at the first and last.
+  const int last = kItemCount - 1;
+  const int old = hiIndex_;
+  int k = old;
   switch (key) {
-    case Qt::Key_Up: step = -1; break;
-    case Qt::Key_Down: step = 1; break;
+    case Qt::Key_Up: k = old == 0 ? last : old - 1; break;
+    case Qt::Key_Down: k = old == last ? 0 : old + 1; break;
     case Qt::Key_Left:
-      if (hiIndex_ == 0) return;
-      step = -10;
+    case Qt::Key_Right: {
+      const int place = ReadingPlace(old) + (key == Qt::Key_Right ? 1 : -1);
+      if (place < 0 || place > last) return;
+      k = ItemAtReadingPlace(place);
       break;
-    case Qt::Key_Right:
-      if (hiIndex_ == 19) return;
-      step = 10;
-      break;
+    }
     default: return;
   }
-  const int old = hiIndex_;
   if (old != currentForm_) setItemColor(old, kMenuIdle);
-  int k = old + step;
-  if (k < 0) {
-    if (key == Qt::Key_Left) k += 19;
-    if (k < 0) k = 19;
-  } else if (k > 19) {
-    if (key == Qt::Key_Right) k -= 19;
-    if (k > 19) k = 0;
-  }
   hiIndex_ = k;
   hiByMouse_ = false;
   if (k != currentForm_) setItemColor(k, kMenuHighlight);

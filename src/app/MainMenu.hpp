@@ -1,7 +1,7 @@
 #pragma once
-// frmMenu: the program's main window. Twenty items in two columns open the calculator screens,
-// one at a time, beside the menu; a timer runs the first-tick tasks and keeps the open screen
-// attached to the menu.
+// frmMenu: the program's main window. Twenty items in two columns and one full-width item below
+// them open the calculator screens, one at a time, beside the menu; a timer runs the first-tick
+// tasks and keeps the open screen attached to the menu.
 
 #include <QPoint>
 #include <QWidget>
@@ -22,7 +22,7 @@ class MenuItem;
 class MainMenu : public QWidget {
   Q_OBJECT
  public:
-  static constexpr int kItemCount = 20;
+  static constexpr int kItemCount = 21;
   static const std::array<const char*, kItemCount> kCaptions;
 
   explicit MainMenu(const ScreenRegistry& registry, QWidget* parent = nullptr);

@@ -35,7 +35,8 @@ void RegisterAtmosphereScreens(ScreenRegistry& registry);  // 0, 1, 2, 3, 4, 13
 void RegisterNavigationScreens(ScreenRegistry& registry);  // 7, 8, 9, 10
 void RegisterManoeuvreScreens(ScreenRegistry& registry);   // 5, 6, 15
 void RegisterSunScreens(ScreenRegistry& registry);         // 11
-void RegisterToolScreens(ScreenRegistry& registry);        // 12, 16
-void RegisterServiceScreens(ScreenRegistry& registry);     // 17, 18
+void RegisterToolScreens(ScreenRegistry& registry);        // 12, 16, 20
+void RegisterWeatherScreens(ScreenRegistry& registry);     // 17
+void RegisterOnlineScreens(ScreenRegistry& registry);      // 18, update hooks
 
 }  // namespace norvane

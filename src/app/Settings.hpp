@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <string>
 
-#include "services/LinkTable.hpp"
+#include "online/LinkTable.hpp"
 
 namespace norvane {
 

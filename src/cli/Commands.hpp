@@ -15,6 +15,7 @@ void RegisterNavigationCommands(CLI::App& app);   // tracks point intersection m
 void RegisterManoeuvreCommands(CLI::App& app);    // wind turn holding
 void RegisterSunCommands(CLI::App& app);          // sun
 void RegisterToolCommands(CLI::App& app);         // convert angle calc
+void RegisterTsdCommand(CLI::App& app);           // tsd (TsdCommand.cpp)
 void RegisterServiceCommands(CLI::App& app);      // navdb weather
 void RegisterNavDBCommands(CLI::App& app);        // navdb (called by RegisterServiceCommands)
 void RegisterNavScreenCommands(CLI::App& app);    // tracks point intersection (called by RegisterNavigationCommands)

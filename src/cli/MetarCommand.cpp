@@ -11,8 +11,10 @@
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
-#include "services/MetarDecoder.hpp"
-#include "services/ServerText.hpp"
+#include "online/ServerText.hpp"
+#include "weather/MetarDecoder.hpp"
+#include "weather/MetarJson.hpp"
+#include "weather/MetarText.hpp"
 
 namespace norvane::cli {
 

@@ -7,8 +7,8 @@
 #include "app/TextFormat.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
-#include "services/NavDBBuilder.hpp"
-#include "services/NavDatabase.hpp"
+#include "waypoints/NavDBBuilder.hpp"
+#include "waypoints/NavDatabase.hpp"
 
 namespace norvane::cli {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
-#include "services/ServerAddresses.hpp"
-#include "services/WeatherClient.hpp"
+#include "online/ServerAddresses.hpp"
+#include "weather/WeatherClient.hpp"
 
 namespace norvane::cli {
 

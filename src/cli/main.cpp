@@ -64,6 +64,7 @@ int norvane::cli::RunCommandLine(int argc, char** argv) {
   RegisterManoeuvreCommands(app);
   RegisterSunCommands(app);
   RegisterToolCommands(app);
+  RegisterTsdCommand(app);
   RegisterServiceCommands(app);
   RegisterDescribeCommand(app);
 

@@ -13,7 +13,7 @@
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
-#include "services/NavDBShell.hpp"
+#include "waypoints/NavDBShell.hpp"
 
 namespace norvane {
 

@@ -8,7 +8,7 @@
 
 #include "app/CalculatorScreen.hpp"
 #include "navigation/NavCalculations.hpp"
-#include "services/WaypointImport.hpp"
+#include "waypoints/WaypointImport.hpp"
 
 class QGroupBox;
 class QLabel;

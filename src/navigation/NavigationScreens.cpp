@@ -3,7 +3,7 @@
 #include "navigation/MagVarScreen.hpp"
 #include "navigation/PointScreen.hpp"
 #include "navigation/TracksScreen.hpp"
-#include "services/NavDBShell.hpp"
+#include "waypoints/NavDBShell.hpp"
 
 namespace norvane {
 

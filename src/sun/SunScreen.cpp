@@ -19,9 +19,9 @@
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
-#include "services/NavDBShell.hpp"
-#include "services/WaypointImport.hpp"
 #include "sun/SunTimes.hpp"
+#include "waypoints/NavDBShell.hpp"
+#include "waypoints/WaypointImport.hpp"
 
 namespace norvane {
 namespace {

@@ -1,4 +1,5 @@
 #include "app/ScreenRegistry.hpp"
+#include "tools/FlightComputerScreen.hpp"
 #include "tools/TinyCalculatorScreen.hpp"
 #include "tools/UnitConversionScreen.hpp"
 
@@ -7,6 +8,7 @@ namespace norvane {
 void RegisterToolScreens(ScreenRegistry& registry) {
   registry.add(12, [] { return new UnitConversionScreen; });
   registry.add(16, [] { return new TinyCalculatorScreen; });
+  registry.add(20, [] { return new FlightComputerScreen; });
 }
 
 }  // namespace norvane

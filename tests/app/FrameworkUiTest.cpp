@@ -121,8 +121,11 @@ TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
   menu.timer()->stop();
   Show(menu);
   struct Row { int from; Qt::Key key; int to; };
-  const Row rows[] = {{15, Qt::Key_Right, 6}, {5, Qt::Key_Left, 14}, {19, Qt::Key_Down, 0}, {0, Qt::Key_Up, 19},
-                      {0, Qt::Key_Left, 0},   {19, Qt::Key_Right, 19}, {9, Qt::Key_Down, 10}};
+  // Item 20 spans the row under both columns: last in index and in reading order.
+  const Row rows[] = {{15, Qt::Key_Right, 6},  {5, Qt::Key_Left, 14},   {19, Qt::Key_Down, 20},
+                      {20, Qt::Key_Down, 0},   {0, Qt::Key_Up, 20},     {0, Qt::Key_Left, 0},
+                      {19, Qt::Key_Right, 20}, {20, Qt::Key_Right, 20}, {20, Qt::Key_Left, 19},
+                      {9, Qt::Key_Down, 10}};
   for (const Row& r : rows) {
     menu.highlight(r.from, true);
     QTest::keyClick(&menu, r.key);
@@ -265,7 +268,7 @@ TEST_F(MenuUi, TheProgramRefusesASecondInstanceAndWritesScreenshots) {
   p.start(NORVANE_BINARY, {"--screenshots", shots});
   ASSERT_TRUE(p.waitForFinished(120000));
   EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
-  for (const char* png : {"menu.png", "frmData0.png", "frmData7.png", "frmData15.png"})
+  for (const char* png : {"menu.png", "frmData0.png", "frmData7.png", "frmData15.png", "frmData20.png"})
     EXPECT_TRUE(QFile::exists(shots + "/" + png)) << png;
 }
 

@@ -34,6 +34,8 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
     EXPECT_EQ(ParseSettings(text + "\r\n").*field.at(r[1]), r.Num(2)) << r.where;
   }
   EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=  /data/europe.dat  \n").DBPath, "/data/europe.dat");
+  const std::string longPath = "/" + std::string(599, 'x');  // cut to the 511 characters a 512-byte buffer holds
+  EXPECT_EQ(ParseSettings("[NavDB]\nDBPath=" + longPath + "\n").DBPath, longPath.substr(0, 511));
   // A UTF-8 byte order mark (Windows editors) used to hide the whole first section.
   EXPECT_EQ(ParseSettings("\xEF\xBB\xBF[Options]\r\nLTOffset=5\r\n").LTOffset, 5);
 }

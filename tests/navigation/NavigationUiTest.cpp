@@ -15,10 +15,10 @@
 #include "navigation/NavCalculations.hpp"
 #include "navigation/PointScreen.hpp"
 #include "navigation/TracksScreen.hpp"
-#include "services/ImportDialog.hpp"
-#include "services/NavDBShell.hpp"
 #include "support/UiTest.hpp"
-#include "services/NavDatabase.hpp"
+#include "waypoints/ImportDialog.hpp"
+#include "waypoints/NavDBShell.hpp"
+#include "waypoints/NavDatabase.hpp"
 
 using namespace norvane;
 using namespace norvane::test;

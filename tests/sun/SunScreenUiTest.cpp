@@ -6,11 +6,11 @@
 #include <QScrollBar>
 #include <QTimer>
 
-#include "services/ImportDialog.hpp"
-#include "services/NavDBShell.hpp"
 #include "sun/SunScreen.hpp"
 #include "sun/SunTimes.hpp"
 #include "support/UiTest.hpp"
+#include "waypoints/ImportDialog.hpp"
+#include "waypoints/NavDBShell.hpp"
 
 using namespace norvane;
 using namespace norvane::test;

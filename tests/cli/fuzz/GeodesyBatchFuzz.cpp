@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "cli/GeodesyBatch.hpp"
-#include "services/fuzz/FuzzSupport.hpp"
+#include "support/FuzzSupport.hpp"
 
 using namespace norvane::cli;
 

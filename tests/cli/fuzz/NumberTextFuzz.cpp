@@ -11,7 +11,7 @@
 
 #include "app/InputRules.hpp"
 #include "cli/CliSupport.hpp"
-#include "services/fuzz/FuzzSupport.hpp"
+#include "support/FuzzSupport.hpp"
 
 using namespace norvane;
 
