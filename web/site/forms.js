@@ -16,15 +16,15 @@ export function quantityOf(option, us) {
   return us && option.us ? option.us : option;
 }
 
-// A short label from an option's help: "Distance unit: nm, km ..." -> "Distance unit".
+// A short label from an option's help: "Distance unit: nm, km ..." -> "Distance unit",
+// "Date YYYY-MM-DD, 1900-01-01 to 2100-12-31" -> "Date YYYY-MM-DD".
 function labelOf(option) {
   if (option.caption) return option.caption;
   let text = option.help || option.name;
-  for (const cut of [': ', ' (', '; ', '. ']) {
+  for (const cut of [': ', ' (', '; ', '. ', ', ']) {
     const at = text.indexOf(cut);
     if (at > 0) text = text.slice(0, at);
   }
-  if (text.length > 44 && text.indexOf(', ') > 0) text = text.slice(0, text.indexOf(', '));
   return text;
 }
 

@@ -110,7 +110,7 @@ function descent(inputs, results) {
   if (changeover > bottom && changeover < top) {
     const cy = y(changeover), cx = x0 + ((y0 - cy) / (y0 - y1)) * (x1 - x0);
     s.append(svg('circle', {cx, cy, r: 4, class: 'fix'}));
-    s.append(svg('text', {x: cx + 8, y: cy - 6, class: 'label'}, `Mach → IAS ${changeover} ft`));
+    s.append(svg('text', {x: cx + 8, y: cy + 16, class: 'label'}, `Mach → IAS ${changeover} ft`));
   }
   return s;
 }
