@@ -3,6 +3,8 @@
 // radians inside formulas. pi is the 15-digit literal used throughout the program, not M_PI:
 // results are meant to match the reference values digit for digit.
 
+#include "app/Quantity.hpp"
+
 namespace norvane {
 
 inline constexpr double kPi = 3.14159265358979;
@@ -19,5 +21,18 @@ double ArcCos(double x);
 // One correction step into [0, 360), not a modulo: -370 gives -10 and 725 gives 365.
 // Callers pass values within one turn of the range.
 double Norm360(double a);
+
+// The parts of a coordinate typed in degree, minute and second boxes, the hemisphere chosen beside
+// them. A screen names the point before the caption: "Origin latitude degrees (0 to 89)".
+inline constexpr Quantity kLatitudeDegrees{.caption = "Latitude degrees", .min = 0, .max = 89, .whole = true};
+inline constexpr Quantity kLongitudeDegrees{.caption = "Longitude degrees", .min = 0, .max = 179, .whole = true};
+inline constexpr Quantity kLatitudeMinutes{
+    .caption = "Latitude minutes", .min = 0, .max = 59, .whole = true, .optional = true};
+inline constexpr Quantity kLongitudeMinutes{
+    .caption = "Longitude minutes", .min = 0, .max = 59, .whole = true, .optional = true};
+inline constexpr Quantity kLatitudeSeconds{.caption = "Latitude seconds", .min = 0, .max = 59.99, .rangeDecimals = 2,
+                                           .maxLength = 5, .optional = true, .minDecimals = 0};
+inline constexpr Quantity kLongitudeSeconds{.caption = "Longitude seconds", .min = 0, .max = 59.99, .rangeDecimals = 2,
+                                            .maxLength = 5, .optional = true, .minDecimals = 0};
 
 }  // namespace norvane

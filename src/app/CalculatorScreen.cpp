@@ -19,6 +19,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "app/Accessibility.hpp"
 #include "app/AppContext.hpp"
 #include "app/InputRules.hpp"
 #include "app/UiHelpers.hpp"
@@ -118,6 +119,7 @@ QLabel* CalculatorScreen::makeResult(const QString& name, const QString& toolTip
   l->setTextInteractionFlags(Qt::TextSelectableByMouse);
   l->setBackgroundRole(QPalette::Base);
   l->setAutoFillBackground(true);
+  MarkResult(l);
   results_.push_back(l);
   return l;
 }
@@ -208,6 +210,7 @@ void CalculatorScreen::showError(const QString& text) { lblError_->setText(text)
 void CalculatorScreen::clearData() {
   for (QLabel* l : results_) l->clear();
   lblError_->clear();
+  NameResults(results_);
   calculated_ = false;
   resultsShown_ = false;
 }
@@ -219,6 +222,7 @@ void CalculatorScreen::boxEdited(int /*index*/) {
 void CalculatorScreen::onBoxChanged(int index) {
   if (index < static_cast<int>(inputValid_.size())) inputValid_[index] = boxes_[index]->isValid();
   if (!converting_) boxEdited(index);
+  if (live_) NameResults(results_);
   updateCalculateState();
   InputBox* b = boxes_[index];
   if (!b->isValid() && focusWidget() == b) hintBox_ = b;
@@ -232,6 +236,7 @@ void CalculatorScreen::runCalculate() {
   // A failed calculation has put its error text on show: it is recalculated like results.
   Q_ASSERT(calculated_ || !lblError_->text().isEmpty());
   resultsShown_ = true;
+  NameResults(results_);
 }
 
 void CalculatorScreen::recalculateIfShown() {
@@ -292,8 +297,10 @@ void CalculatorScreen::showEvent(QShowEvent* e) {
       setTabOrder(cmdCalculate_, cmdClose_);
     }
     orderOptionGroups();
+    NameControls(this);
     restoreInputs();
   }
+  NameResults(results_);
   QWidget::showEvent(e);
 }
 

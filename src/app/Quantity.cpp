@@ -18,7 +18,8 @@ std::string Fixed(double v, int decimals) {
 }  // namespace
 
 std::string RangeText(const Quantity& q) {
-  std::string s = Fixed(q.min, q.rangeDecimals) + " to " + Fixed(q.max, q.rangeDecimals);
+  std::string s = Fixed(q.max, q.rangeDecimals);
+  s = q.upTo ? "up to " + s : Fixed(q.min, q.minDecimals >= 0 ? q.minDecimals : q.rangeDecimals) + " to " + s;
   if (!q.unit.empty()) {
     // A degree sign (or "°C") follows the number without a blank, as on the screens.
     if (q.unit != "\u00b0") s += ' ';

@@ -12,17 +12,19 @@
 namespace norvane {
 
 struct Quantity {
-  std::string_view caption;  // "True air speed": starts the tool tip and the option help
-  double min = 0;            // inclusive
-  double max = 0;            // inclusive
-  std::string_view unit;     // as the screen writes it after the range: "kts", "°", "NM"; may be empty
-  bool whole = false;        // whole numbers only
-  int rangeDecimals = 0;     // decimals of min and max in the range text: 1 gives "0.0 to 360.0°"
-  int maxLength = 0;         // characters the box takes; 0: enough for min and max (and 2 decimals)
-  bool optional = false;     // the box may stay empty
-  std::string_view note;     // inside the brackets, before the range: "CAS ; " in "(CAS ; 20 to 300 kts)"
-  std::string_view after;    // after the brackets: " - Leave blank for automatic calculation"
-  std::string_view cliUnit;  // the unit as norvane-cli names it when it differs: "kt", "degrees"
+  std::string_view caption{};  // "True air speed": starts the tool tip and the option help
+  double min = 0;              // inclusive
+  double max = 0;              // inclusive
+  std::string_view unit{};     // as the screen writes it after the range: "kts", "°", "NM"; may be empty
+  bool whole = false;          // whole numbers only
+  int rangeDecimals = 0;       // decimals of min and max in the range text: 1 gives "0.0 to 360.0°"
+  int maxLength = 0;           // characters the box takes; 0: enough for min and max (and 2 decimals)
+  bool optional = false;       // the box may stay empty
+  std::string_view note{};     // inside the brackets, before the range: "CAS ; " in "(CAS ; 20 to 300 kts)"
+  std::string_view after{};    // after the brackets: " - Leave blank for automatic calculation"
+  std::string_view cliUnit{};  // the unit as norvane-cli names it when it differs: "kt", "degrees"
+  int minDecimals = -1;        // decimals of min when they differ from rangeDecimals: 0 gives "0 to 3.00"
+  bool upTo = false;           // the range text names the maximum alone: "up to 5400 NM"
 
   constexpr Quantity withRange(double lo, double hi) const {
     Quantity q = *this;
@@ -32,7 +34,7 @@ struct Quantity {
   }
 };
 
-// "50 to 1500 kts", "0.0 to 360.0°", "0.05 to 3.00" (no blank before a degree sign).
+// "50 to 1500 kts", "0.0 to 360.0°", "0.05 to 3.00", "up to 5400 NM" (no blank before a degree sign).
 std::string RangeText(const Quantity& q);
 // "True air speed (50 to 1500 kts)", with the note and the text after the brackets.
 std::string ToolTipText(const Quantity& q);

@@ -7,17 +7,20 @@
 
 #include "app/Angles.hpp"
 #include "app/Units.hpp"
+#include "cli/Catalogue.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 #include "cli/GeodesyBatch.hpp"
 #include "navigation/GeoMag.hpp"
+#include "navigation/NavCalculations.hpp"
 
 namespace norvane::cli {
 namespace {
 
 // The screen takes whole degrees and minutes up to 89°59' of latitude and 179°59' of longitude.
-constexpr CoordinateLimits kMagVarLimits{89 + 59 / 60.0, 179 + 59 / 60.0, "-89.9833 to 89.9833 degrees, 89°59'",
-                                         "-179.9833 to 179.9833 degrees, 179°59'"};
+constexpr CoordinateLimits kMagVarLimits{kLatitudeDegrees.max + kLatitudeMinutes.max / 60,
+                                         kLongitudeDegrees.max + kLongitudeMinutes.max / 60,
+                                         "-89.9833 to 89.9833 degrees, 89°59'", "-179.9833 to 179.9833 degrees, 179°59'"};
 
 void RegisterMagVar(CLI::App& app) {
   struct Options {
@@ -31,29 +34,23 @@ void RegisterMagVar(CLI::App& app) {
               "altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, 11.0W); with --raw the "
               "signed value in degrees, east positive. A date outside the model's years adds a "
               "\"notice: TEXT\" line saying so.");
-  cmd->add_option("--at", opt->at,
-                  "Point LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27; latitude -89.9833 to "
-                  "89.9833 (89°59'), longitude -179.9833 to 179.9833 (179°59')")
-      ->required();
-  cmd->add_option("--altitude", opt->altitude, "Geodetic altitude in whole feet above the WGS 84 ellipsoid, 0 to 65000 (default 0)");
-  cmd->add_option("--date", opt->date,
-                  "Date YYYY-MM-DD (default today). Dates before the model's epoch use the epoch field, later "
-                  "ones extrapolate the secular variation");
-  cmd->add_option("--model", opt->model, "Geomagnetic model: igrf10, wmm2005, wmm2025 or igrf14 (default igrf10)")
-      ->check(CLI::IsMember(MagModelOptionNames()));
+  Describer d(cmd, {"variation", "notice"});
+  d.text("--at", opt->at, "coordinates", true,
+         "Point LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27; latitude -89.9833 to "
+         "89.9833 (89°59'), longitude -179.9833 to 179.9833 (179°59')");
+  d.number("--altitude", opt->altitude, kGeodeticAltitude, false, "(above the WGS 84 ellipsoid; default 0)");
+  d.text("--date", opt->date, "date", false,
+         "Date YYYY-MM-DD (default today). Dates before the model's epoch use the epoch field, later "
+         "ones extrapolate the secular variation");
+  d.choice("--model", opt->model, MagModelOptionNames(), "Geomagnetic model (default igrf10)");
   cmd->callback([opt] {
     const LatLon p = ParseLatLon("--at", opt->at, kMagVarLimits);
-    const auto feet = ParseNumber(opt->altitude);
-    if (!feet) throw UsageError("--altitude: expected a number of feet, got \"" + opt->altitude + "\"");
-    RequireRange("--altitude", *feet, 0, 65000, "ft");
-    // The screen's box takes whole feet.
-    if (*feet != std::floor(*feet))
-      throw UsageError("--altitude: " + opt->altitude + " is not a whole number (0 to 65000 ft)");
+    const double feet = ReadQuantity("--altitude", opt->altitude, kGeodeticAltitude);
     const Date d = opt->date.empty() ? Today() : ParseDate("--date", opt->date);
 
     const MagModel model = MagModelFromOptionName(opt->model);
     const CalendarDate date{d.year, d.month, d.day};
-    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, *feet * kFt / 1000, date, model);
+    const double variation = ComputeMagVar(p.lat * kDegToRad, p.lon * kDegToRad, feet * kFt / 1000, date, model);
     ResultPrinter printer;
     printer.Add("variation", MagVarText(variation), variation);
     if (const std::string notice = MagValidityNotice(model, date); !notice.empty()) printer.Add("notice", notice);
@@ -72,11 +69,11 @@ void RegisterBatch(CLI::App& app) {
       "input and writes one line \"DIST_NM TRK_INI TRK_FIN\" per input line: distance in nautical miles, "
       "initial and final true tracks in degrees, at full precision, ND where undefined. A line that cannot "
       "be read gives \"error: line N: ...\" in its place; the exit status is then 1.");
-  inverse->add_option("--method", *inverseMethod,
-                      "wgs84 (Vincenty geodesic on the WGS 84 ellipsoid, the default), sphere (great circle, "
-                      "1 minute of arc = 1 NM) or rhumb (rhumb line on that sphere; its constant track fills "
-                      "both track columns)")
-      ->check(CLI::IsMember({"wgs84", "sphere", "rhumb"}));
+  Describer(inverse, {"dist_nm", "trk_ini", "trk_fin"})
+      .choice("--method", *inverseMethod, {"wgs84", "sphere", "rhumb"},
+              "wgs84 (Vincenty geodesic on the WGS 84 ellipsoid, the default), sphere (great circle, "
+              "1 minute of arc = 1 NM) or rhumb (rhumb line on that sphere; its constant track fills "
+              "both track columns)");
   inverse->callback([inverseMethod] {
     const InverseMethod m = *inverseMethod == "sphere" ? InverseMethod::Sphere
                             : *inverseMethod == "rhumb" ? InverseMethod::Rhumb
@@ -96,10 +93,10 @@ void RegisterBatch(CLI::App& app) {
       "blanks or a comma between) from standard input and writes one line \"LAT2 LON2\" per input line at "
       "full precision. A line that cannot be read gives \"error: line N: ...\" in its place; the exit "
       "status is then 1.");
-  direct->add_option("--method", *directMethod,
-                     "wgs84 (Vincenty direct on the WGS 84 ellipsoid, the default) or sphere (great circle, "
-                     "1 minute of arc = 1 NM)")
-      ->check(CLI::IsMember({"wgs84", "sphere"}));
+  Describer(direct, {"lat2", "lon2"})
+      .choice("--method", *directMethod, {"wgs84", "sphere"},
+              "wgs84 (Vincenty direct on the WGS 84 ellipsoid, the default) or sphere (great circle, "
+              "1 minute of arc = 1 NM)");
   direct->callback([directMethod] {
     const long failed =
         RunDirectBatch(stdin, stdout, *directMethod == "sphere" ? DirectMethod::Sphere : DirectMethod::Wgs84);

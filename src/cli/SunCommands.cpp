@@ -1,8 +1,11 @@
-#include <cmath>
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "app/Angles.hpp"
+#include "cli/Catalogue.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 #include "app/TextFormat.hpp"
@@ -12,25 +15,11 @@ namespace norvane::cli {
 namespace {
 
 // The screen takes whole degrees and minutes up to 89°59' and 179°59'.
-constexpr CoordinateLimits kSunLimits{89 + 59 / 60.0 + 1e-9, 179 + 59 / 60.0 + 1e-9, "-89.983333 to 89.983333 degrees",
-                                      "-179.983333 to 179.983333 degrees"};
-constexpr int kMinLtOffset = -12, kMaxLtOffset = 14;
-
-int ParseTwilight(const std::string& text) {
-  for (int i = 0; const char* name : {"civil", "nautical", "astronomical"}) {
-    if (text == name) return i;
-    ++i;
-  }
-  throw UsageError("--twilight: \"" + text + "\" is not one of civil, nautical, astronomical");
-}
-
-int ParseLtOffset(const std::string& text) {
-  const auto v = ParseNumber(text);
-  if (!v || *v != std::floor(*v))
-    throw UsageError("--lt-offset: expected whole hours from -12 to 14, got \"" + text + "\"");
-  RequireRange("--lt-offset", *v, kMinLtOffset, kMaxLtOffset, "hours");
-  return static_cast<int>(*v);
-}
+constexpr CoordinateLimits kSunLimits{kLatitudeDegrees.max + kLatitudeMinutes.max / 60.0 + 1e-9,
+                                      kLongitudeDegrees.max + kLongitudeMinutes.max / 60.0 + 1e-9,
+                                      "-89.983333 to 89.983333 degrees", "-179.983333 to 179.983333 degrees"};
+// The twilight kinds in the order of the screen's list.
+const std::vector<std::string> kTwilightOptions = {"civil", "nautical", "astronomical"};
 
 }  // namespace
 
@@ -45,22 +34,19 @@ void RegisterSunCommands(CLI::App& app) {
              "after 24:00 is wrapped into the day with a notice; when the sun does not cross the\n"
              "horizon all four times read \"None\" with \"Permanent day/night\" (exit status 1).\n"
              "With --raw, times are minutes after 00:00 of the shown day.");
-  cmd->add_option("--at", opt->at,
-                  "Position LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27 "
-                  "(latitude -89.983333 to 89.983333, i.e. up to 89°59'; longitude -179.983333 to "
-                  "179.983333, i.e. up to 179°59')")
-      ->type_name("LAT,LON")
-      ->required();
-  cmd->add_option("--date", opt->date, "Date YYYY-MM-DD, 1900-01-01 to 2100-12-31 (the UTC date)")
-      ->type_name("DATE")
-      ->required();
-  cmd->add_option("--twilight", opt->twilight,
-                  "Twilight kind for dawn and dusk: civil (sun 6° below the horizon, default), "
-                  "nautical (12°) or astronomical (18°)")
+  Describer d(cmd, {"sunrise", "sunset", "dawn", "dusk", "message"});
+  d.text("--at", opt->at, "coordinates", true,
+         "Position LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27 "
+         "(latitude -89.983333 to 89.983333, i.e. up to 89°59'; longitude -179.983333 to "
+         "179.983333, i.e. up to 179°59')")
+      ->type_name("LAT,LON");
+  d.text("--date", opt->date, "date", true, "Date YYYY-MM-DD, 1900-01-01 to 2100-12-31 (the UTC date)")
+      ->type_name("DATE");
+  d.choice("--twilight", opt->twilight, kTwilightOptions,
+           "Twilight kind for dawn and dusk: civil (sun 6° below the horizon, default), "
+           "nautical (12°) or astronomical (18°)")
       ->type_name("KIND");
-  cmd->add_option("--lt-offset", opt->ltOffset,
-                  "Show local time: offset from UTC in whole hours, -12 to 14 (default: times in UTC)")
-      ->type_name("HOURS");
+  d.number("--lt-offset", opt->ltOffset, kLocalTimeOffset, false, "(default: times in UTC)")->type_name("HOURS");
   cmd->callback([opt] {
     const LatLon pos = ParseLatLon("--at", opt->at, kSunLimits);
     const Date date = ParseDate("--date", opt->date);
@@ -71,10 +57,11 @@ void RegisterSunCommands(CLI::App& app) {
     q.day = static_cast<int16_t>(date.day);
     q.month = static_cast<int16_t>(date.month);
     q.year = static_cast<int16_t>(date.year);
-    q.twilightIndex = ParseTwilight(opt->twilight);
+    q.twilightIndex = static_cast<int>(
+        std::find(kTwilightOptions.begin(), kTwilightOptions.end(), opt->twilight) - kTwilightOptions.begin());
     if (!opt->ltOffset.empty()) {
       q.localTime = true;
-      q.ltOffsetHours = ParseLtOffset(opt->ltOffset);
+      q.ltOffsetHours = static_cast<int>(ReadQuantity("--lt-offset", opt->ltOffset, kLocalTimeOffset));
     }
 
     const SunTexts t = CalculateSunTimes(q);

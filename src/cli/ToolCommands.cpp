@@ -1,9 +1,11 @@
-#include <cmath>
+#include <algorithm>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "cli/Catalogue.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 #include "tools/TinyCalculator.hpp"
@@ -11,8 +13,6 @@
 
 namespace norvane::cli {
 namespace {
-
-constexpr double kMaxConvertValue = 99999999;
 
 std::string UnitTableHelp() {
   std::string s = "Unit types and their units:\n";
@@ -38,23 +38,34 @@ int RequireUnit(const char* option, int type, const std::string& name) {
                    " (" + Join(names) + ")");
 }
 
-double RequireNumber(const std::string& option, const std::string& text) {
-  const auto v = ParseNumber(text);
-  if (!v) throw UsageError(option + ": expected a number, got \"" + text + "\"");
-  return *v;
+// Every type's unit names, each once, in the table's order: the values --from and --to may take.
+std::vector<std::string> AllUnitNames() {
+  std::vector<std::string> names;
+  for (const UnitType& t : UnitTable())
+    for (const UnitDef& u : t.units)
+      if (std::find(names.begin(), names.end(), u.name) == names.end()) names.push_back(u.name);
+  return names;
 }
 
-// Applies one degree-converter box rule (the screen's check) to a command-line value.
-double CheckDegreeBox(const std::string& option, const std::string& text, DegreeFormat format, int box) {
-  const DegreeBoxRule rule = DegreeBoxRuleFor(format, box);
-  const double v = RequireNumber(option, text);
-  const std::string range = Shortest(rule.min) + " to " + Shortest(rule.max);
-  if (rule.integer && v != std::floor(v))
-    throw UsageError(option + ": expected a whole number from " + range + ", got \"" + text + "\"");
-  if (v < rule.min || v > rule.max)
-    throw UsageError(option + ": " + Shortest(v) + " is out of range (" + range + ")");
-  return v;
+// A required choice listed in the catalogue but checked in the callback: names match ignoring
+// case too, and an unknown one is answered with the names that fit (a type's own units).
+void AddLooseChoice(Describer& d, const std::string& name, std::string& value, const std::vector<std::string>& values,
+                    const std::string& help, const std::string& typeName) {
+  CLI::Option* o = d.choice(name, value, values, help)->required()->type_name(typeName);
+  o->get_validator(0)->active(false);
+  d.entry().options.back().required = true;
 }
+
+// An option taking one number per part ("--dm D M"), listed as text naming the parts' quantities.
+CLI::Option* AddNumbers(CLI::App* cmd, Describer& d, const std::string& name, std::vector<std::string>& values,
+                        std::initializer_list<Quantity> parts, const std::string& typeName) {
+  std::string help;
+  for (const Quantity& q : parts) help += (help.empty() ? "" : "; ") + QuantityHelp(q);
+  d.entry().options.push_back({name, "text", std::nullopt, std::nullopt, {}, {}, false, typeName + ": " + help});
+  return cmd->add_option(name, values, help)->type_name(typeName)->expected(static_cast<int>(parts.size()));
+}
+
+Quantity Box(DegreeFormat format, DegreePart part) { return DegreeBoxFor(format, part).quantity; }
 
 }  // namespace
 
@@ -67,10 +78,13 @@ void RegisterToolCommands(CLI::App& app) {
       "convert", "Convert a value between two units of one quantity, e.g.\n"
                  "  norvane-cli convert --type \"Length-Distance\" --from nm --to km 100\n"
                  "  norvane-cli convert --type Temperature --from \"°C\" --to \"°F\" 0");
-  convert->add_option("--type", conv->type, "Unit type, as listed below")->type_name("TYPE")->required();
-  convert->add_option("--from", conv->from, "Unit of VALUE, one of the type's units")->type_name("UNIT")->required();
-  convert->add_option("--to", conv->to, "Unit of the result, one of the type's units")->type_name("UNIT")->required();
-  convert->add_option("VALUE", conv->value, "Value to convert, -99999999 to 99999999")->type_name("NUMBER")->required();
+  Describer dc(convert, {"result"});
+  std::vector<std::string> types;
+  for (const UnitType& t : UnitTable()) types.push_back(t.name);
+  AddLooseChoice(dc, "--type", conv->type, types, "Unit type, as listed below", "TYPE");
+  AddLooseChoice(dc, "--from", conv->from, AllUnitNames(), "Unit of VALUE, one of the type's units", "UNIT");
+  AddLooseChoice(dc, "--to", conv->to, AllUnitNames(), "Unit of the result, one of the type's units", "UNIT");
+  dc.positional("VALUE", conv->value, "number", QuantityHelp(kConvertValue), kConvertValue)->type_name("NUMBER");
   convert->footer(UnitTableHelp() + "Type and unit names are matched exactly, or else ignoring case (NM is nm).");
   convert->callback([conv] {
     const auto type = FindUnitType(conv->type);
@@ -81,8 +95,7 @@ void RegisterToolCommands(CLI::App& app) {
     }
     const int from = RequireUnit("--from", *type, conv->from);
     const int to = RequireUnit("--to", *type, conv->to);
-    const double value = RequireNumber("VALUE", conv->value);
-    RequireRange("VALUE", value, -kMaxConvertValue, kMaxConvertValue);
+    const double value = ReadQuantity("VALUE", conv->value, kConvertValue);
     const double result = ConvertUnits(*type, from, to, value);
     ResultPrinter out;
     out.Add("result", FormatConversionResult(result), result);
@@ -97,30 +110,32 @@ void RegisterToolCommands(CLI::App& app) {
   CLI::App* angle = app.add_subcommand(
       "angle", "Write an angle as decimal degrees (d), degrees and decimal minutes (dm) and degrees,\n"
                "minutes and decimal seconds (dms). Give exactly one of --d, --dm, --dms.");
-  CLI::Option* d = angle->add_option("--d", ang->d, "Decimal degrees, 0 to 180")->type_name("V");
-  CLI::Option* dm = angle->add_option("--dm", ang->dm,
-                                      "Whole degrees 0 to 180 and decimal minutes 0 to 59.999999")
-                        ->type_name("D M")
-                        ->expected(2);
-  CLI::Option* dms = angle->add_option("--dms", ang->dms,
-                                       "Whole degrees 0 to 180, whole minutes 0 to 59 and decimal "
-                                       "seconds 0 to 59.99")
-                         ->type_name("D M S")
-                         ->expected(3);
+  Describer da(angle, {"d", "dm", "dms"});
+  CLI::Option* d = da.number("--d", ang->d, Box(DegreeFormat::D, DegreePart::Degrees), false)->type_name("V");
+  CLI::Option* dm = AddNumbers(angle, da, "--dm", ang->dm,
+                               {Box(DegreeFormat::DM, DegreePart::Degrees), Box(DegreeFormat::DM, DegreePart::Minutes)},
+                               "D M");
+  CLI::Option* dms = AddNumbers(angle, da, "--dms", ang->dms,
+                                {Box(DegreeFormat::DMS, DegreePart::Degrees), Box(DegreeFormat::DMS, DegreePart::Minutes),
+                                 Box(DegreeFormat::DMS, DegreePart::Seconds)},
+                                "D M S");
   d->excludes(dm)->excludes(dms);
   dm->excludes(dms);
   angle->callback([ang, d, dm, dms] {
+    const auto read = [](const std::string& option, const std::string& text, DegreeFormat format, DegreePart part) {
+      return ReadQuantity(option, text, Box(format, part));
+    };
     double total = 0;
     if (d->count()) {
-      total = DegreesTotal(DegreeFormat::D, CheckDegreeBox("--d", ang->d, DegreeFormat::D, 0), {}, {});
+      total = DegreesTotal(DegreeFormat::D, read("--d", ang->d, DegreeFormat::D, DegreePart::Degrees), {}, {});
     } else if (dm->count()) {
-      const double deg = CheckDegreeBox("--dm degrees", ang->dm[0], DegreeFormat::DM, 0);
-      const double min = CheckDegreeBox("--dm minutes", ang->dm[1], DegreeFormat::DM, 1);
+      const double deg = read("--dm degrees", ang->dm[0], DegreeFormat::DM, DegreePart::Degrees);
+      const double min = read("--dm minutes", ang->dm[1], DegreeFormat::DM, DegreePart::Minutes);
       total = DegreesTotal(DegreeFormat::DM, deg, min, {});
     } else if (dms->count()) {
-      const double deg = CheckDegreeBox("--dms degrees", ang->dms[0], DegreeFormat::DMS, 0);
-      const double min = CheckDegreeBox("--dms minutes", ang->dms[1], DegreeFormat::DMS, 1);
-      const double sec = CheckDegreeBox("--dms seconds", ang->dms[2], DegreeFormat::DMS, 2);
+      const double deg = read("--dms degrees", ang->dms[0], DegreeFormat::DMS, DegreePart::Degrees);
+      const double min = read("--dms minutes", ang->dms[1], DegreeFormat::DMS, DegreePart::Minutes);
+      const double sec = read("--dms seconds", ang->dms[2], DegreeFormat::DMS, DegreePart::Seconds);
       total = DegreesTotal(DegreeFormat::DMS, deg, min, sec);
     } else {
       throw UsageError("angle: give one of --d V, --dm D M or --dms D M S");
@@ -143,10 +158,11 @@ void RegisterToolCommands(CLI::App& app) {
               "Operators + - * / ^ and a postfix % (per cent), parentheses; functions sin cos tan asin\n"
               "acos atan (degrees unless --rad), sqrt ln log (base 10) exp abs; the constant pi.\n"
               "Results to 12 significant digits, scientific from 1E+12 and below 1E-6.");
-  calc->add_flag("--rad", calcOpt->radians, "Trigonometry in radians instead of degrees");
-  calc->add_option("EXPRESSION", calcOpt->words, "The expression (several words are joined by blanks)")
-      ->type_name("TEXT")
-      ->required();
+  Describer dcalc(calc, {"result", "message"});
+  dcalc.flag("--rad", calcOpt->radians, "Trigonometry in radians instead of degrees");
+  const std::string expressionHelp = "The expression (several words are joined by blanks)";
+  calc->add_option("EXPRESSION", calcOpt->words, expressionHelp)->type_name("TEXT")->required();
+  dcalc.entry().options.push_back({"EXPRESSION", "text", std::nullopt, std::nullopt, {}, {}, true, expressionHelp});
   calc->callback([calcOpt] {
     std::string expression;
     for (const auto& w : calcOpt->words) expression += (expression.empty() ? "" : " ") + w;

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <tuple>
 
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
@@ -25,22 +26,14 @@ IntersectionScreen::IntersectionScreen(QWidget* parent)
 
 // Each point, its track and its magnetic variation, in the box table's order.
 void IntersectionScreen::addInputs() {
-  BoxRule track{KeyMode::UnsignedReal, 0, 360};
-  track.maxLength = 5;
-  BoxRule variation{KeyMode::SignedReal, -180, 180};
-  variation.maxLength = 6;
-  variation.allowEmpty = true;
-
   lat1_ = addCoordinate(tr("1st Lat"), tr("1st point"), false, true, "OptLato");
   lon1_ = addCoordinate(tr("1st Long"), tr("1st point"), true, true, "OptLngo");
-  track1_ = addBox(track, tr("Track from 1st point (0.0 to 360.0\u00b0)"));
-  var1_ = addBox(variation, tr("Magnetic variation at 1st point (\u00b0 ; E is positive) - Leave blank for automatic "
-                               "calculation"));
+  track1_ = addBox(kTrackFromFirstPoint);
+  var1_ = addBox(kVariationAtFirstPoint);
   lat2_ = addCoordinate(tr("2nd Lat"), tr("2nd point"), false, true, "OptLatd");
   lon2_ = addCoordinate(tr("2nd Long"), tr("2nd point"), true, true, "OptLngd");
-  track2_ = addBox(track, tr("Track from 2nd point (0.0 to 360.0\u00b0)"));
-  var2_ = addBox(variation, tr("Magnetic variation at 2nd point (\u00b0 ; E is positive) - Leave blank for automatic "
-                               "calculation"));
+  track2_ = addBox(kTrackFromSecondPoint);
+  var2_ = addBox(kVariationAtSecondPoint);
   bindVariation(var1_, lat1_, lon1_);
   bindVariation(var2_, lat2_, lon2_);
   for (InputBox* b : {track1_, var1_, track2_, var2_}) {
@@ -90,14 +83,7 @@ QGroupBox* IntersectionScreen::buildTracks() {
 
 QGroupBox* IntersectionScreen::buildResults() {
   auto* results = makeFrame(tr("Intersection coordinates"), "FrameResults");
-  auto* rl = new QGridLayout(results);
-  const QString captions[2] = {tr("Latitude"), tr("Longitude")};
-  for (int i = 0; i < 2; ++i) {
-    rl->addWidget(makeCaption(captions[i]), 0, i, Qt::AlignHCenter);
-    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
-    dataR_[i]->setMinimumWidth(dataR_[i]->fontMetrics().horizontalAdvance(QStringLiteral("Not calculable")) + 40);
-    rl->addWidget(dataR_[i], 1, i);
-  }
+  std::tie(latitude_, longitude_) = addLatLonResults(new QGridLayout(results), QStringLiteral("Not calculable"));
   return results;
 }
 
@@ -118,17 +104,19 @@ bool IntersectionScreen::calculate() {
     t2 = MagneticToTrue(t2, variation(var2_, lat2, lon2));
   }
   const GeoPoint p = RadialIntersection(lat1, lon1, t1, lat2, lon2, t2);
-  dataR_[0]->setText(LocaleText(IntersectionText(p.lat, false)));
-  dataR_[1]->setText(LocaleText(IntersectionText(p.lon, true)));
+  latitude_->setText(LocaleText(IntersectionText(p.lat, false)));
+  longitude_->setText(LocaleText(IntersectionText(p.lon, true)));
   return true;
 }
 
 void IntersectionScreen::prepareScreenshot() {
   // E. Williams' formulary example: REO on 051, BKE on 137.
-  const char* texts[16] = {"42", "36", "0", "117", "51", "57.6", "51", "", "44", "50", "24", "117", "48", "21.6", "137", ""};
-  for (int i = 0; i < 16; ++i) box(i)->setText(texts[i]);
-  lon1_.opt[1]->setChecked(true);
-  lon2_.opt[1]->setChecked(true);
+  lat1_.set("42", "36", "0", false);
+  lon1_.set("117", "51", "57.6", true);
+  track1_->setText("51");
+  lat2_.set("44", "50", "24", false);
+  lon2_.set("117", "48", "21.6", true);
+  track2_->setText("137");
   runCalculate();
 }
 

@@ -28,7 +28,8 @@ class IntersectionScreen : public NavigationScreen {
   InputBox* var1_;
   InputBox* track2_;
   InputBox* var2_;
-  QLabel* dataR_[2];
+  QLabel* latitude_;
+  QLabel* longitude_;
 };
 
 }  // namespace norvane

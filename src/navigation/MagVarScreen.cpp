@@ -17,7 +17,6 @@
 
 namespace norvane {
 namespace {
-int gModelChoice = -1;  // -1: from the Options screen's default model
 // The models of the options OptModel0..3.
 constexpr MagModel kOptionModels[kMagModelCount] = {MagModel::WMM2005, MagModel::IGRF10, MagModel::WMM2025,
                                                     MagModel::IGRF14};
@@ -50,9 +49,7 @@ MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", 
 void MagVarScreen::addInputs() {
   lat_ = addCoordinate(tr("Latitude"), QString(), false, false, "OptLat");
   lon_ = addCoordinate(tr("Longitude"), QString(), true, false, "OptLng");
-  BoxRule alt{KeyMode::UnsignedInt, 0, 65000};
-  alt.maxLength = 5;
-  altitude_ = addBox(alt, tr("Geodetic altitude (0 to 65000 ft)"), "0");
+  altitude_ = addBox(kGeodeticAltitude, "0");
   altitude_->setFixedWidth(altitude_->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 14);
   altitude_->setAlignment(Qt::AlignRight);
   defaults_.emplace_back(altitude_, QStringLiteral("0"));
@@ -103,16 +100,16 @@ QGroupBox* MagVarScreen::buildModels() {
   return modelFrame;
 }
 
-// The model chosen before while the program runs, else the default of the settings.
+// The default model of the settings, until the user chooses one while the program runs.
 void MagVarScreen::loadModel() {
-  int choice = gModelChoice;
-  for (int i = 0; i < kMagModelCount && choice < 0; ++i)
-    if (kOptionModels[i] == MagModel(App().settings.DefMVModel)) choice = i;
-  optModel_[choice < 0 ? 1 : choice]->setChecked(true);
+  int choice = 1;  // IGRF-10
   for (int i = 0; i < kMagModelCount; ++i)
-    connect(optModel_[i], &QRadioButton::toggled, this, [this, i](bool on) {
+    if (kOptionModels[i] == MagModel(App().settings.DefMVModel)) choice = i;
+  optModel_[choice]->setChecked(true);
+  followSetting(std::vector<QAbstractButton*>(optModel_, optModel_ + kMagModelCount));
+  for (QRadioButton* b : optModel_)
+    connect(b, &QRadioButton::toggled, this, [this](bool on) {
       if (!on) return;
-      gModelChoice = i;
       makeTitle();
       showNotice();
     });
@@ -146,9 +143,8 @@ bool MagVarScreen::calculate() {
 }
 
 void MagVarScreen::prepareScreenshot() {
-  const char* texts[4] = {"51", "28", "0", "28"};
-  for (int i = 0; i < 4; ++i) box(i)->setText(texts[i]);
-  lon_.opt[1]->setChecked(true);
+  lat_.set("51", "28", {}, false);
+  lon_.set("0", "28", {}, true);
   dtPicker_->setDate(QDate(2007, 6, 1));
   runCalculate();
 }

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "app/Quantity.hpp"
 #include "navigation/GeoMag.hpp"
 #include "navigation/Geodesy.hpp"
 
@@ -22,6 +23,44 @@ double UnitToNm(double value, DistanceUnit unit);
 // "NM", "km", "m", "ft".
 const char* UnitName(DistanceUnit unit);
 
+// The distance of "Point from track-distance": up to 5400 NM, or up to 10000 in the other units.
+constexpr Quantity PointDistance(DistanceUnit unit) {
+  Quantity q{.caption = "Distance from origin", .min = 0, .max = 5400, .unit = "NM", .maxLength = 7, .upTo = true};
+  if (unit == DistanceUnit::Nm) return q;
+  q.max = 10000;
+  q.unit = unit == DistanceUnit::Km ? "km" : unit == DistanceUnit::M ? "m" : "ft";
+  return q;
+}
+// True tracks from a point, 360 taken as 0.
+inline constexpr Quantity kTrackFromOrigin{.caption = "Track from origin", .min = 0, .max = 360, .unit = "\u00b0",
+                                           .rangeDecimals = 1, .maxLength = 5, .cliUnit = "degrees"};
+inline constexpr Quantity kTrackFromFirstPoint = [] {
+  Quantity q = kTrackFromOrigin;
+  q.caption = "Track from 1st point";
+  return q;
+}();
+inline constexpr Quantity kTrackFromSecondPoint = [] {
+  Quantity q = kTrackFromOrigin;
+  q.caption = "Track from 2nd point";
+  return q;
+}();
+// A magnetic variation, east positive; an empty box takes the model's.
+inline constexpr Quantity kMagneticVariation{.caption = "Magnetic variation", .min = -180, .max = 180, .unit = "\u00b0",
+                                             .maxLength = 6, .optional = true, .note = "E is positive ; ",
+                                             .after = " - Leave blank for automatic calculation", .cliUnit = "degrees"};
+inline constexpr Quantity kVariationAtFirstPoint = [] {
+  Quantity q = kMagneticVariation;
+  q.caption = "Magnetic variation at 1st point";
+  return q;
+}();
+inline constexpr Quantity kVariationAtSecondPoint = [] {
+  Quantity q = kMagneticVariation;
+  q.caption = "Magnetic variation at 2nd point";
+  return q;
+}();
+// The altitude of "Magnetic variation": whole feet above the WGS-84 ellipsoid.
+inline constexpr Quantity kGeodeticAltitude{.caption = "Geodetic altitude", .min = 0, .max = 65000, .unit = "ft", .whole = true};
+
 // Signed decimal degrees from degrees, minutes and seconds: south and west negative.
 double DmsToDegrees(double deg, double min, double sec, bool southOrWest);
 
@@ -30,6 +69,11 @@ struct MagSettings {
   int year = 2005;
   MagModel model = MagModel::IGRF10;
 };
+// The years offered for a model: its epoch year to the fourth after it.
+constexpr Quantity MagYear(MagModel model) {
+  return Quantity{.caption = "Magnetic variation year (1 January)", .whole = true}.withRange(MagModelEpoch(model),
+                                                                                             MagModelLastYear(model));
+}
 // The model and year of the settings as the screens name them: "WMM2025, 2026".
 std::string MagSettingsText(const MagSettings& m);
 

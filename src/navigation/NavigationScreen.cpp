@@ -7,9 +7,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <map>
 #include <QVBoxLayout>
 
+#include "app/Angles.hpp"
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
@@ -25,42 +25,38 @@ double NavigationScreen::Coordinate::degrees() const {
 
 CoordinateFields NavigationScreen::Coordinate::fields() const { return {deg, min, sec, opt[0], opt[1]}; }
 
+void NavigationScreen::Coordinate::set(const QString& d, const QString& m, const QString& s, bool southOrWest) const {
+  deg->setText(d);
+  min->setText(m);
+  if (sec) sec->setText(s);
+  opt[southOrWest ? 1 : 0]->setChecked(true);
+}
+
 NavigationScreen::Coordinate NavigationScreen::addCoordinate(const QString& caption, const QString& who,
                                                              bool isLongitude, bool withSeconds, const QString& optName) {
   Coordinate c;
   c.frame = makeFrame(caption);
-  const QString axis = isLongitude ? tr("longitude") : tr("latitude");
-  const auto help = [&](const QString& part, const QString& range) {
-    QString text = axis + ' ' + part + " (" + range + ")";
-    if (who.isEmpty()) text[0] = text[0].toUpper();
-    else text = who + ' ' + text;
-    return text;
+  // "Origin latitude degrees (0 to 89)"; the quantity's own caption when no point is named.
+  const auto add = [&](const Quantity& q) {
+    QString tip = QString::fromStdString(ToolTipText(q));
+    if (!who.isEmpty()) tip = who + ' ' + tip[0].toLower() + tip.mid(1);
+    return addBox(RuleOf(q), tip);
   };
-  const int maxDeg = isLongitude ? 179 : 89;
-  BoxRule deg{KeyMode::UnsignedInt, 0, double(maxDeg)};
-  deg.maxLength = isLongitude ? 3 : 2;
-  BoxRule min{KeyMode::UnsignedInt, 0, 59};
-  min.maxLength = 2;
-  min.allowEmpty = true;
-  BoxRule sec{KeyMode::UnsignedReal, 0, 59.99};
-  sec.maxLength = 5;
-  sec.allowEmpty = true;
-  c.deg = addBox(deg, help(tr("degrees"), tr("0 to %1").arg(maxDeg)));
-  c.min = addBox(min, help(tr("minutes"), tr("0 to 59")));
-  if (withSeconds) c.sec = addBox(sec, help(tr("seconds"), tr("0 to 59.99")));
+  c.deg = add(isLongitude ? kLongitudeDegrees : kLatitudeDegrees);
+  c.min = add(isLongitude ? kLongitudeMinutes : kLatitudeMinutes);
+  if (withSeconds) c.sec = add(isLongitude ? kLongitudeSeconds : kLatitudeSeconds);
 
   auto* grid = new QGridLayout(c.frame);
   grid->setHorizontalSpacing(4);
   grid->setVerticalSpacing(2);
   const int charWidth = c.deg->fontMetrics().horizontalAdvance(QLatin1Char('0'));
   int col = 0;
-  for (auto [box, label, chars] : {std::tuple{c.deg, tr("Deg"), isLongitude ? 3 : 2}, std::tuple{c.min, tr("Min"), 2},
-                                   std::tuple{c.sec, tr("Sec"), 5}}) {
+  for (auto [box, label] : {std::pair{c.deg, tr("Deg")}, std::pair{c.min, tr("Min")}, std::pair{c.sec, tr("Sec")}}) {
     if (!box) continue;
     auto* l = makeCaption(label);
     l->setBuddy(box);
     grid->addWidget(l, 0, col, Qt::AlignBottom);
-    box->setFixedWidth(charWidth * (chars + 1) + 14);
+    box->setFixedWidth(charWidth * (box->maxLength() + 1) + 14);
     box->setAlignment(Qt::AlignRight);
     grid->addWidget(box, 1, col);
     defaults_.emplace_back(box, QString());
@@ -87,16 +83,42 @@ QRadioButton* NavigationScreen::makeOption(const QString& text, const QString& n
 }
 
 void NavigationScreen::makeTrackOptions(QWidget* parent) {
-  static std::map<int, int> kept;  // menu index -> option, while the program runs
-  const auto it = kept.find(menuIndex());
-  const int choice = it != kept.end() ? it->second : (App().settings.AutoMV == 1 ? 1 : 0);
   optTRK_[0] = makeOption(tr("True"), "OptTRK0", parent);
   optTRK_[1] = makeOption(tr("Magnetic"), "OptTRK1", parent);
-  optTRK_[choice]->setChecked(true);
-  for (int i = 0; i < 2; ++i)
-    connect(optTRK_[i], &QRadioButton::toggled, this, [this, i](bool on) {
-      if (on) kept[menuIndex()] = i;
+  optTRK_[App().settings.AutoMV == 1 ? 1 : 0]->setChecked(true);
+  followSetting({optTRK_[0], optTRK_[1]});
+}
+
+void NavigationScreen::followSetting(std::vector<QAbstractButton*> buttons) {
+  const auto kept = App().screenInputs.find(objectName());
+  const bool chosen = kept != App().screenInputs.end() && kept->second.contains(buttons.front()->objectName());
+  const size_t index = settingDefaults_.size();
+  for (QAbstractButton* b : buttons)
+    connect(b, &QAbstractButton::toggled, this, [this, index](bool on) {
+      if (on) settingDefaults_[index].chosen = true;
     });
+  settingDefaults_.push_back({std::move(buttons), chosen});
+}
+
+void NavigationScreen::closeEvent(QCloseEvent* e) {
+  CalculatorScreen::closeEvent(e);  // remembers every input
+  const auto kept = App().screenInputs.find(objectName());
+  if (kept == App().screenInputs.end()) return;
+  for (const SettingDefault& d : settingDefaults_)
+    if (!d.chosen)
+      for (const QAbstractButton* b : d.buttons) kept->second.remove(b->objectName());
+}
+
+std::pair<QLabel*, QLabel*> NavigationScreen::addLatLonResults(QGridLayout* grid, const QString& widest) {
+  QLabel* labels[2];
+  const QString captions[2] = {tr("Latitude"), tr("Longitude")};
+  for (int i = 0; i < 2; ++i) {
+    grid->addWidget(makeCaption(captions[i]), 0, i, Qt::AlignHCenter);
+    labels[i] = makeResult(QStringLiteral("dataR%1").arg(i));
+    labels[i]->setMinimumWidth(labels[i]->fontMetrics().horizontalAdvance(widest) + 40);
+    grid->addWidget(labels[i], 1, i);
+  }
+  return {labels[0], labels[1]};
 }
 
 bool NavigationScreen::magneticTracks() const { return optTRK_[1]->isChecked(); }

@@ -4,12 +4,15 @@
 // writing into boxes without clearing the results.
 
 #include <QString>
+#include <utility>
 #include <vector>
 
 #include "app/CalculatorScreen.hpp"
 #include "navigation/NavCalculations.hpp"
 #include "waypoints/WaypointImport.hpp"
 
+class QAbstractButton;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QPushButton;
@@ -36,6 +39,8 @@ class NavigationScreen : public CalculatorScreen {
     // Signed decimal degrees; empty minutes or seconds count as 0.
     double degrees() const;
     CoordinateFields fields() const;
+    // Writes the boxes as a user types them and picks the hemisphere (a screenshot's position).
+    void set(const QString& d, const QString& m, const QString& s, bool southOrWest) const;
   };
 
   // Adds the boxes of one coordinate (in index order deg, min, sec) inside a frame captioned
@@ -45,10 +50,16 @@ class NavigationScreen : public CalculatorScreen {
                            const QString& optName);
   // An option button of a group whose change recalculates a shown result.
   QRadioButton* makeOption(const QString& text, const QString& name, QWidget* parent);
-  // "True" (OptTRK0) and "Magnetic" (OptTRK1) in `parent`, into optTRK_: the choice this screen kept
-  // while the program runs, at first Magnetic when the AutoMV setting is on. A change recalculates.
+  // "True" (OptTRK0) and "Magnetic" (OptTRK1) in `parent`, into optTRK_: Magnetic when the AutoMV
+  // setting is on, until the user chooses while the program runs. A change recalculates.
   void makeTrackOptions(QWidget* parent);
   bool magneticTracks() const;
+  // Option buttons whose checked default follows a setting of the Options screen: the screen keeps
+  // them for its next opening only once the user has chosen one while the program runs.
+  void followSetting(std::vector<QAbstractButton*> buttons);
+  // "Latitude" and "Longitude" over the result labels dataR0 and dataR1, each wide enough for
+  // `widest`.
+  std::pair<QLabel*, QLabel*> addLatLonResults(QGridLayout* grid, const QString& widest);
   // "Import from database", named `name`, filling lat and lon, over the label (named "lbl" +
   // `name` without its "cmd") that names the imported waypoint.
   QWidget* makeImportButton(const QString& name, const Coordinate* lat, const Coordinate* lon);
@@ -73,6 +84,7 @@ class NavigationScreen : public CalculatorScreen {
   static std::optional<double> OptionalValue(const InputBox* box);
 
   void boxEdited(int index) override;
+  void closeEvent(QCloseEvent* e) override;
   // Coordinate boxes and the texts they reset to (ClearResetData).
   std::vector<std::pair<InputBox*, QString>> defaults_;
   QRadioButton* optTRK_[2] = {nullptr, nullptr};
@@ -87,6 +99,11 @@ class NavigationScreen : public CalculatorScreen {
   void positionChanged(const QObject* source);
 
   std::vector<BoundVariation> variations_;
+  struct SettingDefault {
+    std::vector<QAbstractButton*> buttons;
+    bool chosen = false;
+  };
+  std::vector<SettingDefault> settingDefaults_;
 
   void showModel(const MagSettings& m);
 

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <tuple>
 
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
@@ -13,20 +14,6 @@
 #include "app/Units.hpp"
 
 namespace norvane {
-namespace {
-int gDistChoice = 0;
-int gModelChoice = 1;  // Spheroid
-
-QString DistanceHelp(DistanceUnit u) {
-  switch (u) {
-    case DistanceUnit::Nm: return QObject::tr("Distance from origin (up to 5400 NM)");
-    case DistanceUnit::Km: return QObject::tr("Distance from origin (up to 10000 km)");
-    case DistanceUnit::M: return QObject::tr("Distance from origin (up to 10000 m)");
-    case DistanceUnit::Ft: return QObject::tr("Distance from origin (up to 10000 ft)");
-  }
-  return {};
-}
-}  // namespace
 
 PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("Point from track-distance"), parent) {
   setHelpText(tr("Calculation based on classical sphere (GC, 1\u00b0= 60 NM) or on spheroidal model (WGS-84). "
@@ -59,16 +46,9 @@ void PointScreen::addInputs() {
   lat_ = addCoordinate(tr("Start Lat"), tr("Origin"), false, true, "OptLato");
   lon_ = addCoordinate(tr("Start Long"), tr("Origin"), true, true, "OptLngo");
 
-  BoxRule track{KeyMode::UnsignedReal, 0, 360};
-  track.maxLength = 5;
-  track_ = addBox(track, tr("Track from origin (0.0 to 360.0\u00b0)"));
-  BoxRule distance{KeyMode::UnsignedReal, 0, 5400};
-  distance.maxLength = 7;
-  distance_ = addBox(distance, DistanceHelp(DistanceUnit::Nm));
-  BoxRule variation{KeyMode::SignedReal, -180, 180};
-  variation.maxLength = 6;
-  variation.allowEmpty = true;
-  variation_ = addBox(variation, tr("Magnetic variation (\u00b0 ; E is positive) - Leave blank for automatic calculation"));
+  track_ = addBox(kTrackFromOrigin);
+  distance_ = addBox(PointDistance(DistanceUnit::Nm));
+  variation_ = addBox(kMagneticVariation);
   bindVariation(variation_, lat_, lon_);
   for (InputBox* b : {track_, distance_, variation_}) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("00000000")) + 14);
@@ -96,9 +76,7 @@ void PointScreen::buildOptions() {
     optDist_[i] = new QRadioButton(unitNames[i], distFrame);
     optDist_[i]->setObjectName(QStringLiteral("OptDist%1").arg(i));
     connect(optDist_[i], &QRadioButton::toggled, this, [this, i](bool on) {
-      if (!on) return;
-      gDistChoice = i;
-      setDistDisplay(DistanceUnit(i));
+      if (on) setDistDisplay(DistanceUnit(i));
     });
     dl->addWidget(optDist_[i], 1, i);
   }
@@ -118,29 +96,20 @@ void PointScreen::buildOptions() {
 
 void PointScreen::buildResults() {
   auto* results = makeFrame(tr("Destination coordinates"), "FrameResults");
-  auto* rl = new QGridLayout(results);
-  const QString captions[2] = {tr("Latitude"), tr("Longitude")};
-  for (int i = 0; i < 2; ++i) {
-    rl->addWidget(makeCaption(captions[i]), 0, i, Qt::AlignHCenter);
-    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
-    dataR_[i]->setMinimumWidth(dataR_[i]->fontMetrics().horizontalAdvance(QStringLiteral("W000 00 00.00")) + 40);
-    rl->addWidget(dataR_[i], 1, i);
-  }
+  std::tie(latitude_, longitude_) = addLatLonResults(new QGridLayout(results), QStringLiteral("W000 00 00.00"));
   contentLayout()->addWidget(results);
 }
 
-// The choices remembered while the program runs; a unit change converts the distance typed.
+// The defaults (kept while the program runs by the screen's remembered inputs); a unit change
+// converts the distance typed.
 void PointScreen::loadOptions() {
-  optModel_[gModelChoice]->setChecked(true);
-  optDist_[gDistChoice]->setChecked(true);
+  optModel_[1]->setChecked(true);  // Spheroid
+  optDist_[int(DistanceUnit::Nm)]->setChecked(true);
   convertOnSwitch({optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
-                  {{1, 0}, {1 / kKmPerNm, 0}, {1 / kNm, 0}, {kFt / kNm, 0}},
-                  [](int u) { return std::pair{0.0, u == 0 ? 5400.0 : 10000.0}; }, 1);
-  for (int i = 0; i < 2; ++i) {
-    connect(optModel_[i], &QRadioButton::toggled, this, [i](bool on) {
-      if (on) gModelChoice = i;
-    });
-  }
+                  {{1, 0}, {1 / kKmPerNm, 0}, {1 / kNm, 0}, {kFt / kNm, 0}}, [](int u) {
+                    const Quantity q = PointDistance(DistanceUnit(u));
+                    return std::pair{q.min, q.max};
+                  }, 1);
 }
 
 DistanceUnit PointScreen::unit() const {
@@ -151,9 +120,7 @@ DistanceUnit PointScreen::unit() const {
 
 void PointScreen::setDistDisplay(DistanceUnit u) {
   optDist_[int(u)]->setChecked(true);
-  distance_->setToolTip(DistanceHelp(u));
-  distance_->setRange(0, u == DistanceUnit::Nm ? 5400 : 10000);  // the conversion follows
-  setInputValid(7, distance_->isValid());
+  distance_->setQuantity(PointDistance(u));  // the conversion follows, and validates the box again
 }
 
 bool PointScreen::calculate() {
@@ -163,15 +130,14 @@ bool PointScreen::calculate() {
                                               UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
                                               magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);
   if (r.variationComputed) writeVariation(variation_, *r.variation);
-  dataR_[0]->setText(LocaleText(FormatLatLong(r.point.lat, false)));
-  dataR_[1]->setText(LocaleText(FormatLatLong(r.point.lon, true)));
+  latitude_->setText(LocaleText(FormatLatLong(r.point.lat, false)));
+  longitude_->setText(LocaleText(FormatLatLong(r.point.lon, true)));
   return true;
 }
 
 void PointScreen::prepareScreenshot() {
-  const char* texts[6] = {"51", "28", "39", "0", "27", "41"};
-  for (int i = 0; i < 6; ++i) box(i)->setText(texts[i]);
-  lon_.opt[1]->setChecked(true);
+  lat_.set("51", "28", "39", false);
+  lon_.set("0", "27", "41", true);
   track_->setText("288");
   distance_->setText("3000");
   runCalculate();

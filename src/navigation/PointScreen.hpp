@@ -32,7 +32,8 @@ class PointScreen : public NavigationScreen {
   InputBox* variation_;
   QRadioButton* optDist_[4];
   QRadioButton* optModel_[2];
-  QLabel* dataR_[2];
+  QLabel* latitude_;
+  QLabel* longitude_;
 };
 
 }  // namespace norvane

@@ -13,9 +13,6 @@
 #include "app/UiHelpers.hpp"
 
 namespace norvane {
-namespace {
-int gDistChoice = 0;  // kept while the program runs
-}  // namespace
 
 TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr("Tracks and distance"), parent) {
   latO_ = addCoordinate(tr("Initial Lat"), tr("Origin"), false, true, "OptLato");
@@ -43,22 +40,19 @@ TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr
 
   const OptionGroup dist = makeOptionGroup(tr("Distance unit"), "FrameDist", "OptDist",
                                            {tr("NM"), tr("km"), tr("m"), tr("ft")}, optDist_);
+  optDist_[int(DistanceUnit::Nm)]->setChecked(true);
   connect(dist.group, &QButtonGroup::idToggled, this, [this](int i, bool on) {
-    if (!on) return;
-    gDistChoice = i;
-    setDistanceUnit(DistanceUnit(i));
+    if (on) setDistanceUnit(DistanceUnit(i));
   });
   options->addWidget(dist.frame);
   contentLayout()->addLayout(options);
 
   auto* results = makeFrame(tr("Tracks and distance"), "FrameResults");
   auto* rl = new QGridLayout(results);
-  addResultTable(rl, {tr("Dist"), tr("TRK ini"), tr("TRK fin")}, {tr("GC"), tr("RL"), tr("SPH")}, "DataR", dataR_.data(),
+  addResultTable(rl, {tr("Dist"), tr("TRK ini"), tr("TRK fin")}, {tr("GC"), tr("RL"), tr("SPH")}, "DataR", table_.data(),
                  {tr("Geodesic on the WGS-84 ellipsoid"), tr("Rhumb line"),
                   tr("Great circle on the sphere (1 minute of arc = 1 NM)")});
   contentLayout()->addWidget(results);
-
-  optDist_[gDistChoice]->setChecked(true);
 }
 
 DistanceUnit TracksScreen::unit() const {
@@ -77,7 +71,7 @@ bool TracksScreen::calculate() {
 
 void TracksScreen::showResults() {
   const auto texts = TracksTexts(result_, unit());
-  for (size_t i = 0; i < texts.size(); ++i) dataR_[i]->setText(LocaleText(texts[i]));
+  for (size_t i = 0; i < texts.size(); ++i) table_[i]->setText(LocaleText(texts[i]));
 }
 
 void TracksScreen::setDistanceUnit(DistanceUnit u) {
@@ -87,10 +81,10 @@ void TracksScreen::setDistanceUnit(DistanceUnit u) {
 
 void TracksScreen::prepareScreenshot() {
   // London Heathrow to New York Kennedy.
-  const char* texts[12] = {"51", "28", "39", "0", "27", "41", "40", "38", "23", "73", "46", "44"};
-  for (int i = 0; i < 12; ++i) box(i)->setText(texts[i]);
-  lonO_.opt[1]->setChecked(true);
-  lonD_.opt[1]->setChecked(true);
+  latO_.set("51", "28", "39", false);
+  lonO_.set("0", "27", "41", true);
+  latD_.set("40", "38", "23", false);
+  lonD_.set("73", "46", "44", true);
   runCalculate();
 }
 

@@ -27,7 +27,9 @@ class TracksScreen : public NavigationScreen {
 
   Coordinate latO_, lonO_, latD_, lonD_;
   QRadioButton* optDist_[4];
-  std::array<QLabel*, 9> dataR_{};
+  // The result table in the order of TracksTexts: distance, initial and final track of the GC,
+  // RL and SPH rows.
+  std::array<QLabel*, 9> table_{};
   TracksResult result_;
 };
 

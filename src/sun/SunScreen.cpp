@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "app/Angles.hpp"
 #include "app/AppContext.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
@@ -25,22 +26,6 @@
 
 namespace norvane {
 namespace {
-
-// The offset bar spans every civil time zone in whole hours; the setting itself stays -12..12.
-constexpr int kMinLtOffset = -12, kMaxLtOffset = 14;
-
-BoxRule DegreesRule(int max) {
-  BoxRule r{KeyMode::UnsignedInt, 0, static_cast<double>(max)};
-  r.maxLength = max >= 100 ? 3 : 2;
-  return r;
-}
-
-BoxRule MinutesRule() {
-  BoxRule r{KeyMode::UnsignedInt, 0, 59};
-  r.allowEmpty = true;  // read as 0
-  r.maxLength = 2;
-  return r;
-}
 
 // One hemisphere pair in its own exclusive group, so that N/S and E/W do not exclude each other.
 void MakeHemisphere(QWidget* parent, QRadioButton* (&opt)[2], const char* name, const QString& a, const QString& b) {
@@ -63,7 +48,7 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
 
   // Load: today's date, the first twilight kind, the offset from the settings.
   twCombo_->setCurrentIndex(0);
-  const int offset = std::clamp<int>(App().settings.LTOffset, kMinLtOffset, kMaxLtOffset);
+  const int offset = std::clamp<int>(App().settings.LTOffset, kLocalTimeOffset.min, kLocalTimeOffset.max);
   ltOff_->setValue(offset);
   ltOffsetChanged(offset);
   timeSystemChanged();
@@ -74,29 +59,31 @@ SunScreen::SunScreen(QWidget* parent) : CalculatorScreen(11, "frmData11", tr("Su
 
 // The four position boxes, and degrees and minutes with the hemisphere beside them.
 void SunScreen::buildPosition() {
-  addBox(DegreesRule(89), tr("Latitude degrees (0 to 89)"));
-  addBox(MinutesRule(), tr("Latitude minutes (0 to 59)"));
-  addBox(DegreesRule(179), tr("Longitude degrees (0 to 179)"));
-  addBox(MinutesRule(), tr("Longitude minutes (0 to 59)"));
-  for (int i = 0; i < 4; ++i) box(i)->setFixedWidth(box(i)->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 16);
+  latDeg_ = addBox(kLatitudeDegrees);
+  latMin_ = addBox(kLatitudeMinutes);  // empty reads 0
+  lonDeg_ = addBox(kLongitudeDegrees);
+  lonMin_ = addBox(kLongitudeMinutes);
+  for (InputBox* b : {latDeg_, latMin_, lonDeg_, lonMin_})
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 16);
 
   // Position: degrees and minutes with the hemisphere beside them.
   auto* position = new QHBoxLayout;
-  const auto positionFrame = [&](const QString& caption, const char* frameName, int firstBox,
-                                 QRadioButton* (&opt)[2], const char* optName, const QString& a, const QString& b) {
+  const auto positionFrame = [&](const QString& caption, const char* frameName, InputBox* deg, InputBox* min,
+                                 int firstCaption, QRadioButton* (&opt)[2], const char* optName, const QString& a,
+                                 const QString& b) {
     QGroupBox* frame = makeFrame(caption, frameName);
     auto* g = new QGridLayout(frame);
-    g->addWidget(makeCaption(tr("Deg"), QStringLiteral("lbllat%1").arg(firstBox)), 0, 0);
-    g->addWidget(makeCaption(tr("Min"), QStringLiteral("lbllat%1").arg(firstBox + 1)), 0, 1);
-    g->addWidget(box(firstBox), 1, 0);
-    g->addWidget(box(firstBox + 1), 1, 1);
+    g->addWidget(makeCaption(tr("Deg"), QStringLiteral("lbllat%1").arg(firstCaption)), 0, 0);
+    g->addWidget(makeCaption(tr("Min"), QStringLiteral("lbllat%1").arg(firstCaption + 1)), 0, 1);
+    g->addWidget(deg, 1, 0);
+    g->addWidget(min, 1, 1);
     MakeHemisphere(frame, opt, optName, a, b);
     g->addWidget(opt[0], 0, 2);
     g->addWidget(opt[1], 1, 2);
     position->addWidget(frame);
   };
-  positionFrame(tr("Latitude"), "FrameLat", 0, optLat_, "OptLat", tr("N"), tr("S"));
-  positionFrame(tr("Longitude"), "FrameLng", 2, optLng_, "OptLng", tr("E"), tr("W"));
+  positionFrame(tr("Latitude"), "FrameLat", latDeg_, latMin_, 0, optLat_, "OptLat", tr("N"), tr("S"));
+  positionFrame(tr("Longitude"), "FrameLng", lonDeg_, lonMin_, 2, optLng_, "OptLng", tr("E"), tr("W"));
   contentLayout()->addLayout(position);
 }
 
@@ -139,8 +126,10 @@ void SunScreen::buildDateAndTime() {
     tl->addWidget(ttOpt_[i], 0, i);
   }
   ttOpt_[0]->setChecked(true);
-  ltOff_ = MakeValueScrollBar(frameTime, "LTOff", kMinLtOffset, kMaxLtOffset, 1, 150);
-  ltOff_->setToolTip(tr("Local time offset from UTC in whole hours (-12 to +14)"));
+  ltOff_ = MakeValueScrollBar(frameTime, "LTOff", int(kLocalTimeOffset.min), int(kLocalTimeOffset.max), 1, 150);
+  ltOff_->setToolTip(tr("Local time offset from UTC in whole hours (%1 to +%2)")
+                         .arg(kLocalTimeOffset.min)
+                         .arg(kLocalTimeOffset.max));
   ltOffsetLbl_ = new QLabel(frameTime);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");
   ltOffsetLbl_->setMinimumWidth(ltOffsetLbl_->fontMetrics().horizontalAdvance(tr("Local time offset from UTC (h): %1").arg("-12")) + 8);
@@ -153,14 +142,12 @@ void SunScreen::buildDateAndTime() {
 void SunScreen::buildResults() {
   // Results: sunrise / sunset, and the twilight kind with dawn / dusk.
   auto* results = new QHBoxLayout;
-  const char* captions[] = {"Sunrise", "Sunset", "Dawn", "Dusk"};
-  for (int i = 0; i < 4; ++i) dataR_[i] = makeResult(QStringLiteral("DataR%1").arg(i));
   frameResults_ = makeFrame(QString(), "FrameResults");
   auto* rl = new QGridLayout(frameResults_);
-  for (int i = 0; i < 2; ++i) {
-    rl->addWidget(makeCaption(tr(captions[i]), QStringLiteral("lbldata%1").arg(i)), i, 0);
-    rl->addWidget(dataR_[i], i, 1);
-  }
+  QLabel* riseSet[2];
+  addResultRows(rl, {{tr("Sunrise"), "DataR0", {}, "lbldata0"}, {tr("Sunset"), "DataR1", {}, "lbldata1"}}, riseSet);
+  sunrise_ = riseSet[0];
+  sunset_ = riseSet[1];
   rl->setRowStretch(2, 1);
   results->addWidget(frameResults_);
 
@@ -171,10 +158,10 @@ void SunScreen::buildResults() {
   for (const char* name : kTwilightNames) twCombo_->addItem(tr(name));
   twCombo_->setToolTip(tr("Civil: sun 6° below the horizon; nautical: 12°; astronomical: 18°"));
   twl->addWidget(twCombo_, 0, 0, 1, 2);
-  for (int i = 2; i < 4; ++i) {
-    twl->addWidget(makeCaption(tr(captions[i]), QStringLiteral("lbldata%1").arg(i)), i - 1, 0);
-    twl->addWidget(dataR_[i], i - 1, 1);
-  }
+  QLabel* dawnDusk[2];
+  addResultRows(twl, {{tr("Dawn"), "DataR2", {}, "lbldata2"}, {tr("Dusk"), "DataR3", {}, "lbldata3"}}, dawnDusk, 1);
+  dawn_ = dawnDusk[0];
+  dusk_ = dawnDusk[1];
   results->addWidget(frameTwilight_);
   contentLayout()->addLayout(results);
 }
@@ -197,11 +184,11 @@ void SunScreen::connectSignals() {
 }
 
 void SunScreen::setTabChain() {
-  setTabOrder(box(0), box(1));
-  setTabOrder(box(1), optLat_[0]);
-  setTabOrder(optLat_[0], box(2));
-  setTabOrder(box(2), box(3));
-  setTabOrder(box(3), optLng_[0]);
+  setTabOrder(latDeg_, latMin_);
+  setTabOrder(latMin_, optLat_[0]);
+  setTabOrder(optLat_[0], lonDeg_);
+  setTabOrder(lonDeg_, lonMin_);
+  setTabOrder(lonMin_, optLng_[0]);
   setTabOrder(optLng_[0], cmdImportInitial_);
   setTabOrder(cmdImportInitial_, dtPicker_);
   setTabOrder(dtPicker_, ttOpt_[0]);
@@ -212,8 +199,8 @@ void SunScreen::setTabChain() {
 }
 
 bool SunScreen::calculate() {
-  const double lat = box(0)->value() + box(1)->value() / 60;  // an empty minutes box reads 0
-  const double lon = box(2)->value() + box(3)->value() / 60;
+  const double lat = latDeg_->value() + latMin_->value() / 60;  // an empty minutes box reads 0
+  const double lon = lonDeg_->value() + lonMin_->value() / 60;
   SunQuery q;
   q.latitudeDeg = optLat_[1]->isChecked() ? -lat : lat;
   q.longitudeDeg = optLng_[1]->isChecked() ? -lon : lon;
@@ -225,25 +212,23 @@ bool SunScreen::calculate() {
   q.ltOffsetHours = ltOff_->value();
   q.twilightIndex = twCombo_->currentIndex();
 
+  // "Permanent day/night" is a result too ("None" four times, the notice beside them), but one
+  // that option changes clear rather than follow.
   const SunTexts t = CalculateSunTimes(q);
-  dataR_[0]->setText(Q(t.sunrise));
-  dataR_[1]->setText(Q(t.sunset));
-  dataR_[2]->setText(Q(t.dawn));
-  dataR_[3]->setText(Q(t.dusk));
+  sunrise_->setText(Q(t.sunrise));
+  sunset_->setText(Q(t.sunset));
+  dawn_->setText(Q(t.dawn));
+  dusk_->setText(Q(t.dusk));
   showError(Q(t.message));
-  return t.calculated;
+  followsOptions_ = t.calculated;
+  return true;
 }
 
 void SunScreen::boxEdited(int /*index*/) { ClearResetData(); }
 
 void SunScreen::optionChanged() {
-  if (calculated()) {
-    runCalculate();
-  } else if (resultsShown()) {
-    // "Permanent day/night" does not arm the live recalculation; its "None" must not stay on
-    // screen for a place or date it was not computed for.
-    ClearResetData();
-  }
+  if (calculated() && followsOptions_) runCalculate();
+  else if (resultsShown()) ClearResetData();
 }
 
 void SunScreen::timeSystemChanged() {
@@ -258,17 +243,17 @@ void SunScreen::ltOffsetChanged(int value) {
 
 void SunScreen::importPosition() {
   // Whole degrees and rounded minutes: this screen has no seconds boxes.
-  const CoordinateFields lat{box(0), box(1), nullptr, optLat_[0], optLat_[1]};
-  const CoordinateFields lon{box(2), box(3), nullptr, optLng_[0], optLng_[1]};
+  const CoordinateFields lat{latDeg_, latMin_, nullptr, optLat_[0], optLat_[1]};
+  const CoordinateFields lon{lonDeg_, lonMin_, nullptr, optLng_[0], optLng_[1]};
   if (ImportWaypoint(this, lat, lon, importedName_) == ImportOutcome::NoDatabase) showError(tr(kNoDatabaseText));
 }
 
 void SunScreen::prepareScreenshot() {
   // London Heathrow, 51°28' N 0°27' W.
-  box(0)->setText(QStringLiteral("51"));
-  box(1)->setText(QStringLiteral("28"));
-  box(2)->setText(QStringLiteral("0"));
-  box(3)->setText(QStringLiteral("27"));
+  latDeg_->setText(QStringLiteral("51"));
+  latMin_->setText(QStringLiteral("28"));
+  lonDeg_->setText(QStringLiteral("0"));
+  lonMin_->setText(QStringLiteral("27"));
   optLng_[1]->setChecked(true);
   runCalculate();
 }

@@ -36,6 +36,10 @@ class SunScreen : public CalculatorScreen {
   void ltOffsetChanged(int value);
   void importPosition();
 
+  InputBox* latDeg_;
+  InputBox* latMin_;
+  InputBox* lonDeg_;
+  InputBox* lonMin_;
   QRadioButton* optLat_[2];
   QRadioButton* optLng_[2];
   QDateEdit* dtPicker_;
@@ -45,7 +49,12 @@ class SunScreen : public CalculatorScreen {
   QComboBox* twCombo_;
   QGroupBox* frameResults_;
   QGroupBox* frameTwilight_;
-  QLabel* dataR_[4];
+  QLabel* sunrise_;
+  QLabel* sunset_;
+  QLabel* dawn_;
+  QLabel* dusk_;
+  // The last result follows option changes: not so after "Permanent day/night".
+  bool followsOptions_ = false;
   QPushButton* cmdImportInitial_;
   QLabel* importedName_ = nullptr;
 };

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+#include "app/Quantity.hpp"
+
 namespace norvane {
 
 // Zenith distances of the events, radians.
@@ -46,6 +48,10 @@ RiseSetMinutes GetRiseDownTime(int16_t day, int16_t month, int16_t year, double 
 // A time of day "HH:MM" from minutes, rounded to whole minutes (halves to even); whole days are
 // removed, so a value that rounds to 1440 shows as "00:00".
 std::string FormatMinutes(double minutes);
+
+// The local time offset: every civil time zone in whole hours (the Options' setting stays -12..12).
+inline constexpr Quantity kLocalTimeOffset{
+    .caption = "Local time offset from UTC", .min = -12, .max = 14, .unit = "hours", .whole = true};
 
 // One calculation of the sunrise and sunset screen.
 struct SunQuery {

@@ -98,29 +98,14 @@ std::optional<int> FindUnit(int type, std::string_view name) {
 
 // --- Degrees converter ---------------------------------------------------------------------
 
-DegreeBoxRule DegreeBoxRuleFor(DegreeFormat format, int box) {
-  DegreeBoxRule r;
-  switch (box) {
-    case 0:
-      r.max = 180;
-      r.integer = format != DegreeFormat::D;
-      r.caption = format == DegreeFormat::D ? "Decimal degrees (0 to 180)" : "Degrees (0 to 180)";
-      break;
-    case 1:
-      r.shown = format != DegreeFormat::D;
-      r.allowEmpty = true;
-      r.integer = format == DegreeFormat::DMS;
-      r.max = format == DegreeFormat::DMS ? 59 : 59.999999;
-      r.caption = format == DegreeFormat::DMS ? "Minutes (0 to 59)" : "Decimal minutes (0 to 60)";
-      break;
-    default:
-      r.shown = format == DegreeFormat::DMS;
-      r.allowEmpty = true;
-      r.max = 59.99;
-      r.caption = "Decimal seconds (0 to 60)";
-      break;
+DegreeBox DegreeBoxFor(DegreeFormat format, DegreePart part) {
+  switch (part) {
+    case DegreePart::Degrees: return {true, format == DegreeFormat::D ? kDecimalDegrees : kWholeDegrees};
+    case DegreePart::Minutes:
+      return {format != DegreeFormat::D, format == DegreeFormat::DMS ? kWholeMinutes : kDecimalMinutes};
+    case DegreePart::Seconds: return {format == DegreeFormat::DMS, kDecimalSeconds};
   }
-  return r;
+  return {};
 }
 
 double DegreesTotal(DegreeFormat format, double degrees, std::optional<double> minutes,

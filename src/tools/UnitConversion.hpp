@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/Quantity.hpp"
+
 namespace norvane {
 
 struct UnitDef {
@@ -18,6 +20,9 @@ struct UnitType {
   std::string name;  // as shown in the type list, e.g. "Length-Distance"
   std::vector<UnitDef> units;
 };
+
+// The value of the unit converter.
+inline constexpr Quantity kConvertValue{.caption = "Value to convert", .min = -99999999, .max = 99999999, .maxLength = 16};
 
 // Index of the temperature type, converted by cases rather than by factors.
 inline constexpr int kTemperatureType = 10;
@@ -50,18 +55,23 @@ std::optional<int> FindUnit(int type, std::string_view name);
 
 enum class DegreeFormat { D = 0, DM = 1, DMS = 2 };
 
-// The check of one degree-converter box in a given input format. The captions say "0 to 60"
-// while the checks stop at 59.999999 and 59.99: kept on purpose, so that a rounded 60 cannot be
-// typed.
-struct DegreeBoxRule {
-  bool shown = true;
-  bool integer = false;  // integer check (and key filter) rather than real
-  double min = 0, max = 0;
-  bool allowEmpty = false;
-  std::string caption;
+// The degree converter's boxes. The captions say "0 to 60" while the checks stop at 59.999999 and
+// 59.99 (the range text rounds them): kept on purpose, so that a rounded 60 cannot be typed.
+inline constexpr Quantity kDecimalDegrees{.caption = "Decimal degrees", .min = 0, .max = 180, .maxLength = 12};
+inline constexpr Quantity kWholeDegrees{.caption = "Degrees", .min = 0, .max = 180, .whole = true, .maxLength = 3};
+inline constexpr Quantity kDecimalMinutes{
+    .caption = "Decimal minutes", .min = 0, .max = 59.999999, .maxLength = 12, .optional = true};
+inline constexpr Quantity kWholeMinutes{
+    .caption = "Minutes", .min = 0, .max = 59, .whole = true, .maxLength = 3, .optional = true};
+inline constexpr Quantity kDecimalSeconds{
+    .caption = "Decimal seconds", .min = 0, .max = 59.99, .maxLength = 12, .optional = true};
+
+enum class DegreePart { Degrees, Minutes, Seconds };
+struct DegreeBox {
+  bool shown = true;  // the format takes this part
+  Quantity quantity;  // what the box holds (a hidden box keeps a check it passes when empty)
 };
-// box: 0 degrees, 1 minutes, 2 seconds.
-DegreeBoxRule DegreeBoxRuleFor(DegreeFormat format, int box);
+DegreeBox DegreeBoxFor(DegreeFormat format, DegreePart part);
 
 // Total decimal degrees from the boxes that the format shows; an empty minutes or seconds box
 // (nullopt) adds nothing.

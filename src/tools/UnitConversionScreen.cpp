@@ -16,33 +16,12 @@
 #include "app/UiHelpers.hpp"
 
 namespace norvane {
-namespace {
-
-constexpr int kValueBox = 0;
-constexpr int kFirstDegreeBox = 1;  // boxes 1, 2, 3: degrees, minutes, seconds
-
-BoxRule ValueRule() {
-  BoxRule r{KeyMode::SignedReal, -99999999, 99999999};
-  r.maxLength = 16;
-  return r;
-}
-
-// The screen's box rule for degree-converter box `i` (0 degrees, 1 minutes, 2 seconds).
-BoxRule DegreeRule(DegreeFormat format, int i) {
-  const DegreeBoxRule d = DegreeBoxRuleFor(format, i);
-  BoxRule r{d.integer ? KeyMode::UnsignedInt : KeyMode::UnsignedReal, d.min, d.max};
-  r.allowEmpty = d.allowEmpty;
-  r.maxLength = d.integer ? 3 : 12;
-  return r;
-}
-
-}  // namespace
 
 UnitConversionScreen::UnitConversionScreen(QWidget* parent)
     : CalculatorScreen(12, "frmData12", tr("Unit conversions"), parent) {
   setLive(true);
-  addBox(ValueRule(), tr("Value to convert (-99999999 to 99999999)"));
-  for (int i = 0; i < 3; ++i) addBox(DegreeRule(DegreeFormat::D, i));
+  value_ = addBox(kConvertValue);
+  for (auto [part, input] : degreeInputs()) input->box = addBox(DegreeBoxFor(DegreeFormat::D, part).quantity);
 
   auto* columns = new QHBoxLayout;
   columns->addWidget(buildTypeList());
@@ -63,6 +42,10 @@ UnitConversionScreen::UnitConversionScreen(QWidget* parent)
   listUT_->setCurrentRow(0);
   optDin_[0]->setChecked(true);
   degreeFormatChosen(DegreeFormat::D);
+}
+
+std::array<std::pair<DegreePart, UnitConversionScreen::DegreeInput*>, 3> UnitConversionScreen::degreeInputs() {
+  return {{{DegreePart::Degrees, &degrees_}, {DegreePart::Minutes, &minutes_}, {DegreePart::Seconds, &seconds_}}};
 }
 
 // The unit types, all twelve in view.
@@ -88,7 +71,7 @@ QGroupBox* UnitConversionScreen::buildConverter() {
   frameUC_ = makeFrame(QString(), "FrameUC");
   auto* ucl = new QGridLayout(frameUC_);
   ucl->addWidget(makeCaption(tr("Value"), "lblValue"), 0, 0);
-  ucl->addWidget(box(kValueBox), 0, 1, 1, 3);
+  ucl->addWidget(value_, 0, 1, 1, 3);
   fCmb_ = new QComboBox(frameUC_);
   fCmb_->setObjectName("FCmb");
   tCmb_ = new QComboBox(frameUC_);
@@ -98,9 +81,9 @@ QGroupBox* UnitConversionScreen::buildConverter() {
   ucl->addWidget(fCmb_, 1, 1);
   ucl->addWidget(makeCaption(tr("To"), "lblTo"), 1, 2);
   ucl->addWidget(tCmb_, 1, 3);
-  dataR_ = makeResult("DataR", tr("Converted value"));
+  converted_ = makeResult("DataR", tr("Converted value"));
   ucl->addWidget(makeCaption(tr("Result"), "lblResult"), 2, 0);
-  ucl->addWidget(dataR_, 2, 1, 1, 3);
+  ucl->addWidget(converted_, 2, 1, 1, 3);
   return frameUC_;
 }
 
@@ -119,12 +102,14 @@ QGroupBox* UnitConversionScreen::buildDegrees() {
   }
   dinRow->addStretch();
   dgl->addLayout(dinRow, 0, 0, 1, 2);
-  for (int i = 0; i < 3; ++i) {
-    degCaption_[i] = makeCaption(QString(), QStringLiteral("lblDeg%1").arg(i + 1));
+  int row = 1;
+  for (auto [part, input] : degreeInputs()) {
+    input->caption = makeCaption(QString(), QStringLiteral("lblDeg%1").arg(row));
     // Room for the longest caption of every format, so switching does not resize the window.
-    degCaption_[i]->setMinimumWidth(degCaption_[i]->fontMetrics().horizontalAdvance(tr("Decimal degrees (0 to 180)")) + 4);
-    dgl->addWidget(degCaption_[i], i + 1, 0);
-    dgl->addWidget(box(kFirstDegreeBox + i), i + 1, 1);
+    input->caption->setMinimumWidth(
+        input->caption->fontMetrics().horizontalAdvance(QString::fromStdString(ToolTipText(kDecimalDegrees))) + 4);
+    dgl->addWidget(input->caption, row, 0);
+    dgl->addWidget(input->box, row++, 1);
   }
   labelDC1_ = makeResult("LabelDC1");
   labelDC2_ = makeResult("LabelDC2");
@@ -142,14 +127,14 @@ QGroupBox* UnitConversionScreen::buildDegrees() {
 }
 
 void UnitConversionScreen::setTabChain() {
-  setTabOrder(listUT_, box(kValueBox));
-  setTabOrder(box(kValueBox), fCmb_);
+  setTabOrder(listUT_, value_);
+  setTabOrder(value_, fCmb_);
   setTabOrder(fCmb_, tCmb_);
   setTabOrder(tCmb_, optDin_[0]);
-  setTabOrder(optDin_[0], box(1));
-  setTabOrder(box(1), box(2));
-  setTabOrder(box(2), box(3));
-  setTabOrder(box(3), closeButton());
+  setTabOrder(optDin_[0], degrees_.box);
+  setTabOrder(degrees_.box, minutes_.box);
+  setTabOrder(minutes_.box, seconds_.box);
+  setTabOrder(seconds_.box, closeButton());
 }
 
 DegreeFormat UnitConversionScreen::degreeFormat() const {
@@ -170,31 +155,27 @@ void UnitConversionScreen::unitTypeChosen(int type) {
   // From the first unit to the second: a conversion that shows something for any value.
   fCmb_->setCurrentIndex(0);
   tCmb_->setCurrentIndex(1);
-  box(kValueBox)->clear();  // invalid until a value is typed: the result stays empty
-  dataR_->clear();
+  value_->clear();  // invalid until a value is typed: the result stays empty
+  converted_->clear();
 }
 
 void UnitConversionScreen::ConvertUnits() {
-  InputBox* value = box(kValueBox);
-  if (!value->isValid() || value->isEmpty() || fCmb_->currentIndex() < 0 || tCmb_->currentIndex() < 0) {
-    dataR_->clear();
+  if (!value_->isValid() || value_->isEmpty() || fCmb_->currentIndex() < 0 || tCmb_->currentIndex() < 0) {
+    converted_->clear();
     return;
   }
   const double result = norvane::ConvertUnits(listUT_->currentRow(), fCmb_->currentIndex(), tCmb_->currentIndex(),
-                                              value->value());
-  dataR_->setText(LocaleText(FormatConversionResult(result)));
+                                              value_->value());
+  converted_->setText(LocaleText(FormatConversionResult(result)));
 }
 
 void UnitConversionScreen::degreeFormatChosen(DegreeFormat format) {
-  for (int i = 0; i < 3; ++i) {
-    const DegreeBoxRule d = DegreeBoxRuleFor(format, i);
-    InputBox* b = box(kFirstDegreeBox + i);
-    degCaption_[i]->setText(tr(d.caption.c_str()));
-    degCaption_[i]->setVisible(d.shown);
-    b->setVisible(d.shown);
-    b->setToolTip(tr(d.caption.c_str()));
-    b->setRule(DegreeRule(format, i));  // re-validates the text under the new check
-    setInputValid(kFirstDegreeBox + i, b->isValid() || !d.shown);
+  for (auto [part, input] : degreeInputs()) {
+    const DegreeBox d = DegreeBoxFor(format, part);
+    input->caption->setText(QString::fromStdString(ToolTipText(d.quantity)));
+    input->caption->setVisible(d.shown);
+    input->box->setVisible(d.shown);
+    input->box->setQuantity(d.quantity);  // re-validates the text under the new check
   }
   // The two result forms are the ones that are not the input format.
   static const char* const kForms[] = {"In D", "In D-M", "In D-M-S"};
@@ -204,45 +185,37 @@ void UnitConversionScreen::degreeFormatChosen(DegreeFormat format) {
   ConvertDegrees();
 }
 
+// Live: the Calculate flags play no part; only the boxes the format shows count here.
 void UnitConversionScreen::ConvertDegrees() {
   const DegreeFormat format = degreeFormat();
-  bool valid = !box(kFirstDegreeBox)->isEmpty();
-  for (int i = 0; i < 3; ++i)
-    if (DegreeBoxRuleFor(format, i).shown && !box(kFirstDegreeBox + i)->isValid()) valid = false;
+  bool valid = !degrees_.box->isEmpty();
+  for (auto [part, input] : degreeInputs())
+    if (DegreeBoxFor(format, part).shown && !input->box->isValid()) valid = false;
   if (!valid) {
     labelDC1_->clear();
     labelDC2_->clear();
     return;
   }
-  const auto optional = [this](int i) -> std::optional<double> {
-    InputBox* b = box(kFirstDegreeBox + i);
-    return b->isEmpty() ? std::nullopt : std::optional<double>(b->value());
-  };
-  const double total = DegreesTotal(format, box(kFirstDegreeBox)->value(), optional(1), optional(2));
+  const auto optional = [](const InputBox* b) { return b->isEmpty() ? std::nullopt : std::optional<double>(b->value()); };
+  const double total = DegreesTotal(format, degrees_.box->value(), optional(minutes_.box), optional(seconds_.box));
   const DegreeTexts t = norvane::ConvertDegrees(format, total);
   labelDC1_->setText(LocaleText(t.first));
   labelDC2_->setText(LocaleText(t.second));
 }
 
 void UnitConversionScreen::boxEdited(int index) {
-  if (index == kValueBox) {
-    ConvertUnits();
-  } else {
-    // A hidden box never blocks: only the boxes of the chosen format count.
-    const bool shown = DegreeBoxRuleFor(degreeFormat(), index - kFirstDegreeBox).shown;
-    if (!shown) setInputValid(index, true);
-    ConvertDegrees();
-  }
+  if (box(index) == value_) ConvertUnits();
+  else ConvertDegrees();
 }
 
 void UnitConversionScreen::prepareScreenshot() {
   listUT_->setCurrentRow(9);  // Speed
-  box(kValueBox)->setText(QStringLiteral("100"));
+  value_->setText(QStringLiteral("100"));
   optDin_[2]->setChecked(true);
   degreeFormatChosen(DegreeFormat::DMS);
-  box(1)->setText(QStringLiteral("45"));
-  box(2)->setText(QStringLiteral("30"));
-  box(3)->setText(LocaleText("15.5"));
+  degrees_.box->setText(QStringLiteral("45"));
+  minutes_.box->setText(QStringLiteral("30"));
+  seconds_.box->setText(LocaleText("15.5"));
 }
 
 }  // namespace norvane

@@ -3,6 +3,9 @@
 // decimal degrees, degrees-minutes and degrees-minutes-seconds. Both work live: every valid edit
 // and every change of unit or format converts at once; there is no Calculate button.
 
+#include <array>
+#include <utility>
+
 #include "app/CalculatorScreen.hpp"
 #include "tools/UnitConversion.hpp"
 
@@ -34,14 +37,21 @@ class UnitConversionScreen : public CalculatorScreen {
   void unitTypeChosen(int type);
   void degreeFormatChosen(DegreeFormat format);
   DegreeFormat degreeFormat() const;
+  // One box of the degrees converter with its caption.
+  struct DegreeInput {
+    InputBox* box = nullptr;
+    QLabel* caption = nullptr;
+  };
+  std::array<std::pair<DegreePart, DegreeInput*>, 3> degreeInputs();
 
+  InputBox* value_;
+  DegreeInput degrees_, minutes_, seconds_;
   QListWidget* listUT_;
   QGroupBox* frameUC_;
   QComboBox* fCmb_;
   QComboBox* tCmb_;
-  QLabel* dataR_;
+  QLabel* converted_;
   QRadioButton* optDin_[3];
-  QLabel* degCaption_[3];
   QLabel* dcCaption_[2];
   QLabel* labelDC1_;
   QLabel* labelDC2_;

@@ -12,6 +12,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "app/Accessibility.hpp"
 #include "app/UiHelpers.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "online/Internet.hpp"
@@ -110,6 +111,9 @@ void WeatherScreen::buildReport() {
   lblR_->setObjectName("LblR");
   lblR_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   lblR_->setMinimumHeight(lblR_->fontMetrics().lineSpacing() + 4);  // no jump when it fills
+  lblR_->setProperty("norvaneCaption", tr("Report"));
+  MarkResult(lblR_);
+  NameResults({lblR_});
   contentLayout()->addWidget(lblR_);
 
   textWeather_ = new QPlainTextEdit(this);
@@ -131,6 +135,7 @@ void WeatherScreen::buildReport() {
   textDecoded_->setMinimumSize(textWeather_->minimumSize());
   tabWeather_ = new QTabWidget(this);
   tabWeather_->setObjectName("TabWeather");
+  tabWeather_->setAccessibleName(tr("Report"));
   tabWeather_->addTab(textWeather_, tr("&Raw"));
   tabWeather_->addTab(textDecoded_, tr("&Decoded"));
   contentLayout()->addWidget(tabWeather_);
@@ -165,6 +170,7 @@ void WeatherScreen::cancelFetch() {
   transfer_ = nullptr;
   cmdCancel_->setEnabled(false);
   lblR_->clear();
+  NameResults({lblR_});
   textWeather_->clear();
   textDecoded_->clear();
   report_.clear();
@@ -175,6 +181,7 @@ void WeatherScreen::getWeather() {
   const std::string code = S(inboxICAO_->text());
   if (!IsIcaoCode(code) || busy()) return;
   lblR_->clear();
+  NameResults({lblR_});
   report_.clear();
   setWeatherText(tr("..Getting data.."), kValidText);
   cmdGetWeather_->setEnabled(false);
@@ -198,6 +205,7 @@ void WeatherScreen::showResult(int code) {
   if (w.code == 0) {
     // UTF-8 cleaned of control characters by the reader (SafeServerText).
     lblR_->setText(QString::fromStdString(RecordedText(w)));
+    NameResults({lblR_});
     // A TAF one change group per line, whatever line breaks the server kept.
     const bool taf = optW_[1]->isChecked();
     setWeatherText(QString::fromStdString(taf ? ReportLines(w.report) : w.report), kValidText);

@@ -1,5 +1,6 @@
 // The screen framework, the main menu and the Options screen's effects, driven with real key and
 // mouse events; the program itself for the single instance and the screenshots.
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QGroupBox>
@@ -7,13 +8,18 @@
 #include <QLabel>
 #include <QLockFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <memory>
+#include <set>
 
 #include "app/AboutDialog.hpp"
 #include "app/CalculatorScreen.hpp"
@@ -371,5 +377,76 @@ TEST_F(MenuUi, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
     EXPECT_EQ(Text(*new AboutDialog(&menu), "LblSettingsNotice"), notice);
     EXPECT_TRUE(menu.close());
     EXPECT_EQ(ReadWhole(App().settingsFile()), bytes);
+  }
+}
+
+// Every numeric box of every screen names, in its tool tip, the range its rule checks, whichever
+// option is chosen: a hand-written "(50 to 1500 kts)" or a unit switch that moves the range but not
+// the tip would tell the user one thing and check another.
+TEST_F(UiFixture, EveryBoxSaysTheRangeItChecks) {
+  ScreenRegistry registry;
+  RegisterAllScreens(registry);
+  // Numbers as the tips write them ("-500", "0.05", "1 500 000"), rounded to the digits shown
+  // ("0 to 60" for a check that stops at 59.99); "up to 5400" starts at 0.
+  const QString number = QStringLiteral("([-+]?\\d{1,3}(?: \\d{3})+|[-+]?\\d+(?:\\.\\d+)?)");
+  const QRegularExpression range("(?:" + number + "|up) to " + number);
+  const auto near = [](QString shown, double rule) {
+    shown.remove(QLatin1Char(' '));
+    const qsizetype point = shown.indexOf(QLatin1Char('.'));
+    const int decimals = point < 0 ? 0 : int(shown.size() - point - 1);
+    return std::abs(shown.toDouble() - rule) <= 0.5 * std::pow(10.0, -decimals);
+  };
+  std::set<std::string> wrong;  // one line per box and tool tip
+  for (const auto& [index, factory] : registry.all()) {
+    std::unique_ptr<CalculatorScreen> screen(factory());
+    screen->show();
+    const auto check = [&] {
+      for (InputBox* b : screen->findChildren<InputBox*>()) {
+        const KeyMode mode = b->rule().mode;
+        if (mode == KeyMode::Letters || mode == KeyMode::LettersDigits || !b->isVisibleTo(screen.get())) continue;
+        const QRegularExpressionMatch m = range.match(b->toolTip());
+        const QString from = m.captured(1).isEmpty() ? QStringLiteral("0") : m.captured(1);
+        if (!m.hasMatch() || !near(from, b->rule().min) || !near(m.captured(2), b->rule().max))
+          wrong.insert((screen->objectName() + "/" + b->objectName() + " \"" + b->toolTip() + "\" checks " +
+                        QString::number(b->rule().min) + " to " + QString::number(b->rule().max))
+                           .toStdString());
+      }
+    };
+    check();
+    for (QRadioButton* r : screen->findChildren<QRadioButton*>()) {
+      if (!r->isEnabled() || !r->isVisibleTo(screen.get())) continue;
+      r->click();
+      check();
+    }
+  }
+  for (const std::string& w : wrong) ADD_FAILURE() << w;
+}
+
+// A screen reader finds every focusable control of every screen by its caption, and reads a
+// result with its caption ("Bank (°): 25"), not a bare number.
+TEST_F(UiFixture, EveryScreenIsReadableByItsAccessibilityTree) {
+  ScreenRegistry registry;
+  RegisterAllScreens(registry);
+  for (const auto& [index, factory] : registry.all()) {
+    std::unique_ptr<CalculatorScreen> screen(factory());
+    screen->show();
+    screen->prepareScreenshot();
+    const std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* a) {
+      if (!a) return;
+      const QAccessible::State state = a->state();
+      if (state.focusable && !state.invisible) {
+        EXPECT_FALSE(a->text(QAccessible::Name).trimmed().isEmpty())
+            << screen->objectName().toStdString() << ": unnamed " << a->object()->metaObject()->className() << " "
+            << a->object()->objectName().toStdString();
+      }
+      for (int i = 0; i < a->childCount(); ++i) walk(a->child(i));
+    };
+    walk(QAccessible::queryAccessibleInterface(screen.get()));
+    for (QLabel* r : screen->findChildren<QLabel*>()) {
+      if (!r->property("norvaneResult").toBool() || r->text().isEmpty()) continue;
+      const QString name = r->accessibleName();
+      EXPECT_TRUE(name.endsWith(": " + r->text()) && name.size() > r->text().size() + 2)
+          << screen->objectName().toStdString() << "/" << r->objectName().toStdString() << ": " << name.toStdString();
+    }
   }
 }

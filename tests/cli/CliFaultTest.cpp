@@ -109,7 +109,7 @@ TEST(CliFaults, MalformedNumbersAndDatesAreRefused) {
   struct Row { std::vector<std::string> args; const char* err; };
   const Row rows[] = {
       {{"magvar", "--at", "+-51,0"}, "error: --at: expected LAT,LON"},
-      {{"magvar", "--at", "51,0", "--altitude", "+-5"}, "error: --altitude: expected a number of feet, got \"+-5\""},
+      {{"magvar", "--at", "51,0", "--altitude", "+-5"}, "error: --altitude: expected a number, got \"+-5\""},
       {{"magvar", "--at", "51,0", "--date", "2006- 3-14"}, "error: --date: expected a date YYYY-MM-DD, got \"2006- 3-14\""},
       {{"sun", "--at", "51,0", "--date", "2006-+3-14"}, "error: --date: expected a date YYYY-MM-DD, got \"2006-+3-14\""},
   };

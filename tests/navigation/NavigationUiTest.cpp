@@ -65,31 +65,53 @@ const double kEgllLat = 51 + 28 / 60.0 + 14.2 / 3600, kEgllLon = -(27 / 60.0 + 4
 
 }  // namespace
 
-// Declared first: in a run of the whole binary nothing has chosen a track option yet.
-TEST_F(NavigationUi, AutoMagneticSettingAndTheKeptChoices) {
+// Options are kept per screen while the program runs; those whose default is a setting follow the
+// Options screen until the user chooses.
+TEST_F(NavigationUi, ChoicesKeptAndDefaultsThatFollowTheSettings) {
   App().settings.AutoMV = 1;
   {
     PointScreen p;
     IntersectionScreen i;
+    MagVarScreen m;
+    for (QWidget* w : std::initializer_list<QWidget*>{&p, &i, &m}) Show(*w);
     EXPECT_TRUE(Checked(p, "OptTRK1"));
     EXPECT_TRUE(Checked(i, "OptTRK1"));
-    Show(p);
+    EXPECT_TRUE(Checked(m, "OptModel1"));  // IGRF-10, the settings' model
     Click(p, "OptTRK0");
     Click(p, "Optmodel0");
     Click(p, "OptDist2");
+    for (QWidget* w : std::initializer_list<QWidget*>{&p, &i, &m}) w->close();  // as the user leaves them
   }
-  PointScreen again;  // each screen keeps its own choices while the program runs
-  IntersectionScreen other;
+  PointScreen again;
+  Show(again);
   EXPECT_TRUE(Checked(again, "OptTRK0"));
   EXPECT_TRUE(Checked(again, "Optmodel0"));
   EXPECT_TRUE(Checked(again, "OptDist2"));
-  EXPECT_TRUE(Checked(other, "OptTRK1"));
+  App().settings.AutoMV = 0;
+  App().settings.DefMVModel = int(MagModel::WMM2025);
+  {
+    IntersectionScreen i;
+    MagVarScreen m;
+    Show(i);
+    Show(m);
+    EXPECT_TRUE(Checked(i, "OptTRK0"));
+    EXPECT_TRUE(Checked(m, "OptModel2"));
+    Click(m, "OptModel0");
+    i.close();
+    m.close();
+  }
+  App().settings.DefMVModel = int(MagModel::IGRF14);
+  MagVarScreen m;
+  Show(m);
+  EXPECT_TRUE(Checked(m, "OptModel0"));
   {
     TracksScreen t;
     Show(t);
     Click(t, "OptDist3");
+    t.close();
   }
   TracksScreen t;
+  Show(t);
   EXPECT_TRUE(Checked(t, "OptDist3"));
 }
 
@@ -106,7 +128,6 @@ TEST_F(NavigationUi, TracksImportCalculateUnitsAndMagneticSettings) {
   EXPECT_EQ(Texts(s, "InBox", 6, 6), (std::vector<std::string>{"51", "38", "46", "0", "9", "6"}));
   EXPECT_TRUE(Checked(s, "OptLngd0"));
   Click(s, "OptTRK0");
-  Click(s, "OptDist0");
   Calculate(s);
   const double lat2 = 51 + 38 / 60.0 + 46 / 3600.0, lon2 = 9 / 60.0 + 6 / 3600.0;
   const TracksResult t = ComputeTracks(kEgllLat, kEgllLon, lat2, lon2, nullptr);
@@ -165,7 +186,6 @@ TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   ASSERT_TRUE(ImportVia(s, "cmdImportInitial", "EGLL"));
   EXPECT_EQ(Text(s, "lblImportInitial"), "EGLL airport");  // the import names the waypoint
   Click(s, "Optmodel0");
-  Click(s, "OptDist0");  // before the distance: the choices kept from an earlier test would convert it
   Type(s, 6, "90");
   Type(s, 7, "100");
   Click(s, "OptTRK1");  // magnetic, variation left blank
@@ -181,6 +201,8 @@ TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   App().settings.DefMVYear = 2028;
   Click(s, "OptDist1");  // km: the distance is converted, the point recomputed with the variation in the box
   EXPECT_EQ(Text(s, "InBox7"), "185.2");
+  EXPECT_EQ(Box(s, 7)->toolTip(), "Distance from origin (up to 10000 km)");
+  EXPECT_EQ(Box(s, 2)->toolTip(), "Origin latitude seconds (0 to 59.99)");
   const PointResult k = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100, false, &igrf2005, -2.6);
   EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(k.point.lon, true));
   EXPECT_EQ(Text(s, "lblModel"), "(IGRF-14, 2028)");

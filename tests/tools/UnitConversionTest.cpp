@@ -67,16 +67,21 @@ TEST(DegreeConversion, ShowsTheTwoFormsThatAreNotTheInput) {
 }
 
 TEST(DegreeConversion, BoxChecksFollowTheInputFormat) {
-  // The checks stop below 60: a value that rounds to 60 cannot be typed.
-  struct Row { DegreeFormat format; int box; bool shown, integer; double max; } rows[] = {
-      {DegreeFormat::D, 0, true, false, 180},          {DegreeFormat::DM, 0, true, true, 180},
-      {DegreeFormat::DM, 1, true, false, 59.999999},   {DegreeFormat::DMS, 1, true, true, 59},
-      {DegreeFormat::DMS, 2, true, false, 59.99},      {DegreeFormat::D, 1, false, false, 59.999999},
+  // The checks stop below 60, the captions say 60: a value that rounds to 60 cannot be typed.
+  struct Row { DegreeFormat format; DegreePart part; bool shown, whole; double max; const char* caption; } rows[] = {
+      {DegreeFormat::D, DegreePart::Degrees, true, false, 180, "Decimal degrees (0 to 180)"},
+      {DegreeFormat::DM, DegreePart::Degrees, true, true, 180, "Degrees (0 to 180)"},
+      {DegreeFormat::DM, DegreePart::Minutes, true, false, 59.999999, "Decimal minutes (0 to 60)"},
+      {DegreeFormat::DMS, DegreePart::Minutes, true, true, 59, "Minutes (0 to 59)"},
+      {DegreeFormat::DMS, DegreePart::Seconds, true, false, 59.99, "Decimal seconds (0 to 60)"},
+      {DegreeFormat::D, DegreePart::Minutes, false, false, 59.999999, "Decimal minutes (0 to 60)"},
   };
   for (const Row& r : rows) {
-    const DegreeBoxRule rule = DegreeBoxRuleFor(r.format, r.box);
-    EXPECT_EQ(std::tuple(rule.shown, rule.integer, rule.min, rule.max, rule.allowEmpty),
-              std::tuple(r.shown, r.integer, 0.0, r.max, r.box != 0)) << int(r.format) << " " << r.box;
+    const DegreeBox box = DegreeBoxFor(r.format, r.part);
+    const Quantity& q = box.quantity;
+    EXPECT_EQ(std::tuple(box.shown, q.whole, q.min, q.max, q.optional, ToolTipText(q)),
+              std::tuple(r.shown, r.whole, 0.0, r.max, r.part != DegreePart::Degrees, std::string(r.caption)))
+        << int(r.format) << " " << int(r.part);
   }
 }
 
