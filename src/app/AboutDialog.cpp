@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "app/AppContext.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 
@@ -28,7 +29,7 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
   if (!App().settingsNotice.isEmpty()) {
     auto* notice = new QLabel(App().settingsNotice, this);
     notice->setObjectName("LblSettingsNotice");
-    notice->setStyleSheet(QStringLiteral("color: rgb(192, 0, 0)"));
+    notice->setStyleSheet(QStringLiteral("color: %1").arg(Colours().invalidText.name()));
     root->addWidget(notice);
   }
   extension_ = new QVBoxLayout;

@@ -1,7 +1,8 @@
 #include "app/AppContext.hpp"
 
-#include <QCoreApplication>
+#include <QApplication>
 
+#include "app/MainMenu.hpp"
 #include "app/Platform.hpp"
 #include "app/UiHelpers.hpp"
 
@@ -22,7 +23,14 @@ std::string LoadSettings(AppContext& ctx) {
     ctx.settingsNotice = QCoreApplication::translate("Settings", "The settings file is read-only; your changes are not saved");
   else
     ctx.settingsNotice.clear();
+  UseColours(ctx.settings.Colours == 1);
   return error;
+}
+
+void UseColours(bool night) {
+  App().night = night;
+  QApplication::setPalette(night ? NightPalette() : DayPalette());
+  if (App().menu) App().menu->applyColours();
 }
 
 ShellHooks& Hooks() {

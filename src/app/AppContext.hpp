@@ -27,6 +27,8 @@ struct AppContext {
   // user's settings by defaults.
   QString settingsNotice;
   bool keepSettingsFile = false;
+  // The night colour scheme is in use (the Colours setting, or --night for screenshots).
+  bool night = false;
 
   std::string settingsFile() const { return appPath + kSettingsFileName; }
 };
@@ -34,9 +36,14 @@ struct AppContext {
 // The one context of this process.
 AppContext& App();
 
-// Reads Norvane.ini into ctx.settings at start-up and sets settingsNotice / keepSettingsFile.
+// Reads Norvane.ini into ctx.settings at start-up, sets settingsNotice / keepSettingsFile and
+// uses the colours it names.
 // Returns why the file could not be read, "" when it could (or does not exist yet).
 std::string LoadSettings(AppContext& ctx);
+
+// Chooses the colour scheme (Colours()) and gives the application its palette; the Fusion style
+// honours it, so every window, dialog and message box follows. The menu repaints its items.
+void UseColours(bool night);
 
 // Seams for services that live outside the shell. Each is optional: an unset hook means the
 // service is not part of this build, and the shell behaves as if no database / no update

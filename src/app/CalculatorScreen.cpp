@@ -51,7 +51,7 @@ CalculatorScreen::CalculatorScreen(int menuIndex, const QString& formName, const
   lblError_->setObjectName("lblError");
   lblError_->setWordWrap(true);
   lblError_->setMinimumWidth(160);
-  SetTextColor(lblError_, kInvalidText);
+  SetTextColor(lblError_, Colours().invalidText);
   bottom->addWidget(lblError_, 1);
   cmdCalculate_ = new QPushButton(tr("Calculate"), this);
   cmdCalculate_->setObjectName("cmdCalculate");
@@ -77,11 +77,16 @@ void CalculatorScreen::setInputValid(int index, bool valid) {
   updateCalculateState();
 }
 
+void CalculatorScreen::setInputValid(const InputBox* box, bool valid) {
+  const auto it = std::find(boxes_.begin(), boxes_.end(), box);
+  if (it != boxes_.end()) setInputValid(static_cast<int>(it - boxes_.begin()), valid);
+}
+
 void CalculatorScreen::updateCalculateState() {
   const bool armed = allInputsValid();
   cmdCalculate_->setEnabled(armed);
   if (armed) {
-    SetBackground(cmdCalculate_, cmdCalculate_->hasFocus() ? kFocusedCalculate : kCalculateArmed);
+    SetBackground(cmdCalculate_, cmdCalculate_->hasFocus() ? Colours().focusedCalculate : Colours().calculateArmed);
   } else {
     cmdCalculate_->setPalette(QPalette());
     cmdCalculate_->setAutoFillBackground(false);
@@ -163,6 +168,15 @@ void CalculatorScreen::addResultRows(QGridLayout* grid, std::initializer_list<Re
   }
 }
 
+void CalculatorScreen::addResultRows(QGridLayout* grid, std::initializer_list<ResultRow> rows,
+                                     std::initializer_list<QLabel**> out, int row, int column) {
+  Q_ASSERT(rows.size() == out.size());
+  std::vector<QLabel*> labels(rows.size());
+  addResultRows(grid, rows, labels.data(), row, column);
+  auto member = out.begin();
+  for (QLabel* l : labels) **member++ = l;
+}
+
 void CalculatorScreen::addResultTable(QGridLayout* grid, const QStringList& columns, const QStringList& rows,
                                       const QString& name, QLabel** out, const QStringList& rowToolTips) {
   const int n = static_cast<int>(columns.size());
@@ -196,7 +210,7 @@ void CalculatorScreen::showHint() {
   if (hintBox_ && !hint) hintBox_ = nullptr;
   const QString text = hint ? hintBox_->toolTip() : helpText_;
   if (lblHelp_->text() != text) lblHelp_->setText(text);
-  SetTextColor(lblHelp_, hint ? kInvalidText : palette().color(QPalette::WindowText));
+  SetTextColor(lblHelp_, hint ? Colours().invalidText : palette().color(QPalette::WindowText));
   lblHelp_->setVisible(!text.isEmpty());
 }
 
@@ -308,7 +322,7 @@ void CalculatorScreen::markFocus(QPushButton* b, bool focused) {
   if (b == cmdCalculate_) {
     updateCalculateState();
   } else if (focused) {
-    SetBackground(b, kFocusedButton);
+    SetBackground(b, Colours().focusedButton);
   } else {
     b->setPalette(QPalette());
     b->setAutoFillBackground(false);

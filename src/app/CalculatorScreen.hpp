@@ -76,6 +76,7 @@ class CalculatorScreen : public QWidget {
   bool allInputsValid() const;
   // Sets one InputValid flag directly (e.g. a hidden box that must not block Calculate).
   void setInputValid(int index, bool valid);
+  void setInputValid(const InputBox* box, bool valid);
 
   // Runs Calculate if every box is valid (the button's click).
   void runCalculate();
@@ -130,6 +131,9 @@ class CalculatorScreen : public QWidget {
   };
   void addResultRows(QGridLayout* grid, std::initializer_list<ResultRow> rows, QLabel** out, int row = 0,
                      int column = 0);
+  // The same, each label written to its own member: addResultRows(grid, rows, {&tas_, &gs_}).
+  void addResultRows(QGridLayout* grid, std::initializer_list<ResultRow> rows, std::initializer_list<QLabel**> out,
+                     int row = 0, int column = 0);
   // A table of results: column headers across the top, row captions (with their tool tips) down the
   // side, the result labels named `<name><r * columns + c>` written to `out` in that order.
   void addResultTable(QGridLayout* grid, const QStringList& columns, const QStringList& rows, const QString& name,

@@ -69,7 +69,7 @@ void InputBox::validate() {
       break;
   }
   // An empty box keeps the invalid colour even where empty is allowed (there is no text to see).
-  SetTextColor(this, ok && !t.empty() ? kValidText : kInvalidText);
+  SetTextColor(this, ok && !t.empty() ? Colours().validText : Colours().invalidText);
   if (ok != valid_) {
     valid_ = ok;
     emit validityChanged(ok);

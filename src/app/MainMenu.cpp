@@ -65,6 +65,8 @@ class MenuItem : public QFrame {
     color_ = c;
     SetBackground(this, c);
     SetBackground(title_, c);
+    // By night the outline is dim: in the text colour it would draw a bright box round every item.
+    setForegroundRole(Colours().night ? QPalette::Light : QPalette::NoRole);
   }
   QColor color() const { return color_; }
 
@@ -98,7 +100,7 @@ MainMenu::MainMenu(const ScreenRegistry& registry, QWidget* parent) : QWidget(pa
     items_[k] = item;
     if (k < kColumnItems) grid->addWidget(item, k % kColumnRows, k / kColumnRows);
     else grid->addWidget(item, kColumnRows + k - kColumnItems, 0, 1, 2);
-    item->setColor(kMenuIdle);
+    item->setColor(Colours().menuIdle);
   }
   root->addLayout(grid);
 
@@ -146,11 +148,16 @@ void MainMenu::setItemColor(int k, const QColor& c) {
 
 QColor MainMenu::itemColor(int k) const { return items_[k]->color(); }
 
+void MainMenu::applyColours() {
+  for (int k = 0; k < kItemCount; ++k)
+    setItemColor(k, k == currentForm_ ? Colours().menuOpen : k == hiIndex_ ? Colours().menuHighlight : Colours().menuIdle);
+}
+
 void MainMenu::highlight(int k, bool byKeyboard) {
-  if (hiIndex_ >= 0 && hiIndex_ != k && hiIndex_ != currentForm_) setItemColor(hiIndex_, kMenuIdle);
+  if (hiIndex_ >= 0 && hiIndex_ != k && hiIndex_ != currentForm_) setItemColor(hiIndex_, Colours().menuIdle);
   hiIndex_ = k;
   hiByMouse_ = !byKeyboard;
-  if (k >= 0 && k != currentForm_) setItemColor(k, kMenuHighlight);
+  if (k >= 0 && k != currentForm_) setItemColor(k, Colours().menuHighlight);
 }
 
 void MainMenu::chooseItem(int k) {
@@ -158,7 +165,7 @@ void MainMenu::chooseItem(int k) {
   if (!registry_.has(k)) return;  // not built in this version: the item opens nothing
   if (screen_) screen_->close();  // its unload returns its item to idle
   highlight(k, true);
-  setItemColor(k, kMenuOpen);
+  setItemColor(k, Colours().menuOpen);
   currentForm_ = k;
   if ((k >= 7 && k <= 11) || k == 19) labelDB_->setEnabled(false);
   screen_ = registry_.create(k);
@@ -224,7 +231,7 @@ void MainMenu::placeAt(const QPoint& topLeft) {
 }
 
 void MainMenu::onScreenUnloaded(int k) {
-  setItemColor(k, kMenuIdle);
+  setItemColor(k, Colours().menuIdle);
   if (currentForm_ == k) {
     currentForm_ = -1;
     screen_ = nullptr;
@@ -295,7 +302,7 @@ void MainMenu::onTick() {
     for (MenuItem* item : items_)
       if (under == item || under == item->title()) overItem = true;
     if (!overItem) {
-      if (hiIndex_ != currentForm_) setItemColor(hiIndex_, kMenuIdle);
+      if (hiIndex_ != currentForm_) setItemColor(hiIndex_, Colours().menuIdle);
       hiIndex_ = -1;
     }
   }
@@ -364,10 +371,10 @@ void MainMenu::step(int key) {
     }
     default: return;
   }
-  if (old != currentForm_) setItemColor(old, kMenuIdle);
+  if (old != currentForm_) setItemColor(old, Colours().menuIdle);
   hiIndex_ = k;
   hiByMouse_ = false;
-  if (k != currentForm_) setItemColor(k, kMenuHighlight);
+  if (k != currentForm_) setItemColor(k, Colours().menuHighlight);
 }
 
 bool MainMenu::eventFilter(QObject* watched, QEvent* event) {

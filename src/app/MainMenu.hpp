@@ -52,6 +52,8 @@ class MainMenu : public QWidget {
   // Item colour helper: paints the frame and the caption of item k.
   void setItemColor(int k, const QColor& c);
   QColor itemColor(int k) const;
+  // Repaints the items in the colours in use (after UseColours).
+  void applyColours();
 
  signals:
   void screenOpened(int k);

@@ -18,6 +18,7 @@
 #include "app/MainMenu.hpp"
 #include "app/TextFormat.hpp"
 #include "app/UiHelpers.hpp"
+#include "sun/SunTimes.hpp"
 #include "navigation/GeoMag.hpp"
 
 namespace norvane {
@@ -30,7 +31,14 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
 
   auto* top = new QHBoxLayout;
   top->addWidget(buildProgramOptions());
-  top->addWidget(buildUnits());
+  for (QGroupBox* frame :
+       {makeOptionGroup(tr("Default unit system"), "FrameUnits", "OptMetricUS", {tr("Metric"), tr("US units")},
+                        optMetricUS_, Qt::Vertical).frame,
+        makeOptionGroup(tr("Colours"), "FrameColours", "OptColours", {tr("Day"), tr("Night")}, optColours_,
+                        Qt::Vertical).frame}) {
+    static_cast<QBoxLayout*>(frame->layout())->addStretch();
+    top->addWidget(frame);
+  }
   contentLayout()->addLayout(top);
   contentLayout()->addWidget(buildMagVar());
   contentLayout()->addWidget(buildLtOffset());
@@ -52,19 +60,6 @@ QGroupBox* OptionsScreen::buildProgramOptions() {
   pl->addWidget(checkRemindPos_);
   pl->addWidget(checkAutoUpdate_);
   return program;
-}
-
-QGroupBox* OptionsScreen::buildUnits() {
-  auto* units = makeFrame(tr("Default unit system"), "FrameUnits");
-  auto* ul = new QVBoxLayout(units);
-  optMetricUS_[0] = new QRadioButton(tr("Metric"), units);
-  optMetricUS_[1] = new QRadioButton(tr("US units"), units);
-  for (int i = 0; i < 2; ++i) {
-    optMetricUS_[i]->setObjectName(QStringLiteral("OptMetricUS%1").arg(i));
-    ul->addWidget(optMetricUS_[i]);
-  }
-  ul->addStretch();
-  return units;
 }
 
 QGroupBox* OptionsScreen::buildMagVar() {
@@ -94,7 +89,7 @@ QGroupBox* OptionsScreen::buildLtOffset() {
   auto* lt = makeFrame(tr("Local time offset from UTC"), "FrameLT");
   auto* ll = new QHBoxLayout(lt);
   ll->addWidget(new QLabel(tr("LT offset (h)"), lt));
-  ltOff_ = MakeValueScrollBar(lt, "LTOff", -12, 12, 1, 160);
+  ltOff_ = MakeValueScrollBar(lt, "LTOff", int(kLocalTimeOffset.min), int(kLocalTimeOffset.max), 1, 160);
   ll->addWidget(ltOff_, 1);
   ltOffsetLbl_ = new QLabel(lt);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");
@@ -156,6 +151,7 @@ void OptionsScreen::loadSettings() {
   checkRemindPos_->setChecked(s.RemindPosition == 1);
   checkAutoUpdate_->setChecked(s.AutoUpdateCheck == 1);
   optMetricUS_[s.DefaultUnitSystem == 1 ? 1 : 0]->setChecked(true);
+  optColours_[s.Colours == 1 ? 1 : 0]->setChecked(true);
   const MagModel model = s.DefMVModel >= 0 && s.DefMVModel < kMagModelCount ? MagModel(s.DefMVModel) : MagModel::IGRF10;
   defMVOpt_[int(model)]->setChecked(true);
   showModelYears(model);
@@ -195,7 +191,9 @@ void OptionsScreen::save() {
   s.DefMVYear = static_cast<int16_t>(mvCombo_->currentText().toInt());
   s.AutoMV = checkAutoMV_->isChecked() ? 1 : 0;
   s.LTOffset = static_cast<int16_t>(ltOff_->value());
+  s.Colours = optColours_[1]->isChecked() ? 1 : 0;
   if (App().menu) App().menu->applySynchronize();
+  UseColours(s.Colours == 1);
   close();
 }
 

@@ -26,7 +26,6 @@ class OptionsScreen : public CalculatorScreen {
 
  private:
   QGroupBox* buildProgramOptions();
-  QGroupBox* buildUnits();
   QGroupBox* buildMagVar();
   QGroupBox* buildLtOffset();
   QGroupBox* buildDatabase();
@@ -43,6 +42,7 @@ class OptionsScreen : public CalculatorScreen {
   QCheckBox* checkRemindPos_;
   QCheckBox* checkAutoUpdate_;
   QRadioButton* optMetricUS_[2];
+  QRadioButton* optColours_[2];  // day, night
   QRadioButton* defMVOpt_[4];
   QComboBox* mvCombo_;
   QCheckBox* checkAutoMV_;

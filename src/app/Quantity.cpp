@@ -15,21 +15,36 @@ std::string Fixed(double v, int decimals) {
   return s;
 }
 
+// One end of the range as the screen writes it.
+std::string End(const Quantity& q, double v, int decimals) {
+  std::string s = Fixed(v, decimals);
+  if (q.grouped) {
+    const size_t begin = s[0] == '-' ? 1 : 0;
+    const size_t end = std::min(s.find('.'), s.size());
+    if (end - begin >= 5)
+      for (size_t i = end; i > begin + 3; i -= 3) s.insert(i - 3, " ");
+  }
+  if (q.plusSign && v > 0) s.insert(0, "+");
+  return s;
+}
+
 }  // namespace
 
 std::string RangeText(const Quantity& q) {
-  std::string s = Fixed(q.max, q.rangeDecimals);
-  s = q.upTo ? "up to " + s : Fixed(q.min, q.minDecimals >= 0 ? q.minDecimals : q.rangeDecimals) + " to " + s;
+  std::string s = End(q, q.max, q.rangeDecimals);
+  s = q.upTo ? "up to " + s : End(q, q.min, q.minDecimals >= 0 ? q.minDecimals : q.rangeDecimals) + " to " + s;
   if (!q.unit.empty()) {
     // A degree sign (or "°C") follows the number without a blank, as on the screens.
-    if (q.unit != "\u00b0") s += ' ';
+    if (!q.unit.starts_with("\u00b0")) s += ' ';
     s += q.unit;
   }
   return s;
 }
 
 std::string ToolTipText(const Quantity& q) {
-  return std::string(q.caption) + " (" + std::string(q.note) + RangeText(q) + ")" + std::string(q.after);
+  const std::string inside = std::string(q.note) + RangeText(q) + std::string(q.remark) + ")";
+  if (q.captionInBrackets) return "(" + std::string(q.caption) + " " + inside + std::string(q.after);
+  return std::string(q.caption) + " (" + inside + std::string(q.after);
 }
 
 std::string_view CliUnit(const Quantity& q) { return q.cliUnit.empty() ? q.unit : q.cliUnit; }

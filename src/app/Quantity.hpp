@@ -25,6 +25,10 @@ struct Quantity {
   std::string_view cliUnit{};  // the unit as norvane-cli names it when it differs: "kt", "degrees"
   int minDecimals = -1;        // decimals of min when they differ from rangeDecimals: 0 gives "0 to 3.00"
   bool upTo = false;           // the range text names the maximum alone: "up to 5400 NM"
+  std::string_view remark{};   // inside the brackets, after the range: ", tail wind positive"
+  bool grouped = false;        // numbers of five digits or more in groups of three: "1 500 000"
+  bool plusSign = false;       // a plus sign before a positive end: "-90 to +40°C"
+  bool captionInBrackets = false;  // the tool tip opens with the bracket: "(Geometric altitude -500 to 85999 m)"
 
   constexpr Quantity withRange(double lo, double hi) const {
     Quantity q = *this;
@@ -34,9 +38,10 @@ struct Quantity {
   }
 };
 
-// "50 to 1500 kts", "0.0 to 360.0°", "0.05 to 3.00", "up to 5400 NM" (no blank before a degree sign).
+// "50 to 1500 kts", "0.0 to 360.0°", "-75 to 55°C", "0.05 to 3.00", "up to 5400 NM" (no blank before a
+// degree sign).
 std::string RangeText(const Quantity& q);
-// "True air speed (50 to 1500 kts)", with the note and the text after the brackets.
+// "True air speed (50 to 1500 kts)", with the note, the remark and the text after the brackets.
 std::string ToolTipText(const Quantity& q);
 // The unit as the command line names it: cliUnit, else unit.
 std::string_view CliUnit(const Quantity& q);

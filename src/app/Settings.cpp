@@ -1,5 +1,7 @@
 #include "app/Settings.hpp"
 
+#include "sun/SunTimes.hpp"
+
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
@@ -122,7 +124,8 @@ Settings ParseSettings(const std::string& text) {
   s.DefMVYear = ReadInt(p, "Options", "DefMVYear", MagModelEpoch(model), MagModelLastYear(model),
                         static_cast<int16_t>(MagModelEpoch(model)));
   s.AutoMV = ReadInt(p, "Options", "AutoMV", 0, 1, 0);
-  s.LTOffset = ReadInt(p, "Options", "LTOffset", -12, 12, 0);
+  s.LTOffset = ReadInt(p, "Options", "LTOffset", int(kLocalTimeOffset.min), int(kLocalTimeOffset.max), 0);
+  s.Colours = ReadInt(p, "Options", "Colours", 0, 1, 0);
   s.IniTop = ReadInt(p, "WinPos", "IniTop", 0, 32000, 0);
   s.IniLeft = ReadInt(p, "WinPos", "IniLeft", 0, 32000, 0);
   s.DBPath = ReadText(p, "NavDB", "DBPath");
@@ -179,6 +182,8 @@ std::string SerializeSettings(const Settings& s) {
   line("DefMVModel=" + num(s.DefMVModel));
   line("AutoMV=" + num(s.AutoMV));
   line("LTOffset=" + num(s.LTOffset));
+  // A later key: absent for the day, so that a file written by an older version stays as it was.
+  if (s.Colours != 0) line("Colours=" + num(s.Colours));
   line("");
   line("[WinPos]");
   line("IniTop=" + num(s.IniTop));

@@ -2,6 +2,7 @@
 // Small Qt helpers shared by the screens: colours, the open-file dialog, text conversion.
 
 #include <QColor>
+#include <QPalette>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
@@ -15,15 +16,34 @@ class QScrollBar;
 
 namespace norvane {
 
-inline const QColor kValidText(0, 128, 0);
-inline const QColor kInvalidText(192, 0, 0);
-inline const QColor kCalculateArmed(208, 255, 208);
-inline const QColor kMenuIdle(208, 208, 208);
-inline const QColor kMenuHighlight(255, 240, 224);
-inline const QColor kMenuOpen(255, 208, 208);
-// The push button that has the keyboard focus: Enter or Space presses it.
-inline const QColor kFocusedButton(176, 208, 255);
-inline const QColor kFocusedCalculate(128, 224, 128);
+// The colours the program paints with. By day: the system's look with the program's own accents
+// (the valid and invalid text, the armed Calculate button, the menu items). By night: a dark, dim
+// palette for every window, in which every text keeps a contrast of at least 4.5:1.
+struct ColourScheme {
+  bool night;
+  QColor validText, invalidText;  // input boxes, error texts
+  QColor calculateArmed;
+  // The push button that has the keyboard focus: Enter or Space presses it.
+  QColor focusedButton, focusedCalculate;
+  QColor menuIdle, menuHighlight, menuOpen;
+  QColor marked;  // background of a result label that the screen points out
+  // Pictures: the paper, its frame and grid, the main ink, secondary texts and lines.
+  QColor paper, frame, grid, ink, darkLabel, label, quietLabel, course;
+  QColor entry[3];      // direct, teardrop, parallel sectors
+  QColor entryText[3];  // their names, drawn over the sectors
+  QColor track;         // the typed track to the fix
+  QColor wind;
+  QColor path, changeover, changeoverText;  // descent profile
+};
+
+extern const ColourScheme kDayColours;
+extern const ColourScheme kNightColours;
+
+// The scheme in use: App().night chooses.
+const ColourScheme& Colours();
+// The application palettes of the two schemes.
+QPalette DayPalette();
+QPalette NightPalette();
 
 inline QString Q(const std::string& s) { return QString::fromStdString(s); }
 inline std::string S(const QString& s) { return s.toStdString(); }

@@ -82,6 +82,8 @@ int main(int argc, char** argv) {
                                  QStringLiteral("Write one PNG of the menu and of each screen into DIR, then exit."),
                                  QStringLiteral("DIR"));
   parser.addOption(shots);
+  const QCommandLineOption night(QStringLiteral("night"), QStringLiteral("With --screenshots: in the night colours."));
+  parser.addOption(night);
   parser.process(app);
   const bool screenshotMode = parser.isSet(shots);
 
@@ -107,6 +109,10 @@ int main(int argc, char** argv) {
   const std::string settingsError = LoadSettings(ctx);
   if (!settingsError.empty()) Warn(Q(settingsError) + QLatin1Char('\n') + ctx.settingsNotice);
   if (Hooks().afterSettingsRead) Hooks().afterSettingsRead();
+  if (screenshotMode) {  // the colours asked for, whatever the settings say (they are not written)
+    ctx.settings.Colours = parser.isSet(night) ? 1 : 0;
+    UseColours(parser.isSet(night));
+  }
 
   MainMenu menu(registry);
   menu.placeAt(QPoint(ctx.settings.IniLeft / 15, ctx.settings.IniTop / 15));

@@ -13,24 +13,16 @@ namespace {
 ShownValue Shown(double v, std::string_view mask) { return {FormatMask(v, mask), v}; }
 ShownValue Special(std::string_view text) { return {std::string(text), std::nullopt}; }
 
-std::string IntText(double v) { return FormatMask(v, "0"); }
+// The scroll bar value of a sea-level pressure (hPa or inHg).
+int MslpScrollValue(double p, bool us) { return static_cast<int>(std::lround(us ? (p - 29.92) * 100 : p - 1013)); }
 
 }  // namespace
 
 // ---- Atmosphere data -------------------------------------------------------------------------
 
-InputRange AtmosphereAltitudeRange(bool feet, bool geopotential) {
-  if (feet) return geopotential ? InputRange{-1500, 278385} : InputRange{-1500, 282150};
-  return geopotential ? InputRange{-500, 84852} : InputRange{-500, 85999};
+std::pair<int, int> MslpScrollRange(bool us) {
+  return {MslpScrollValue(Mslp(us).min, us), MslpScrollValue(Mslp(us).max, us)};
 }
-
-std::string AtmosphereAltitudeToolTip(bool feet, bool geopotential) {
-  const InputRange r = AtmosphereAltitudeRange(feet, geopotential);
-  return "(" + std::string(geopotential ? "Geopotential altitude " : "Geometric altitude ") + IntText(r.min) +
-         " to " + IntText(r.max) + " " + (feet ? "ft" : "m") + ")";
-}
-
-InputRange MslpScrollRange(bool us) { return us ? InputRange{-423, 209} : InputRange{-143, 71}; }
 
 double MslpHpaFromScroll(int value, bool us) {
   if (value == 0) return kP0Hpa;
@@ -40,14 +32,6 @@ double MslpHpaFromScroll(int value, bool us) {
 std::string MslpScrollText(int value, bool us) {
   if (value == 0) return "Std";
   return us ? FormatMask(value / 100.0 + 29.92, "0.00") : std::to_string(1013 + value);
-}
-
-InputRange MslpRange(bool us) { return us ? InputRange{25.69, 32.01} : InputRange{870, 1084}; }
-
-std::array<std::string_view, kAtmosphereResults> AtmosphereDataMasks(bool us, bool scientific) {
-  if (scientific) return {"0.0", "0.0000E+0", "0.0000E+0", "0.0", "0.0000E+0", "0.0000E+0", "0.0000E+0"};
-  return {"0.0", us ? "0.0000" : "0.000", us ? "0.0000000" : "0.000000", "0.0", "0.0000000", "0.0000000",
-          "0.0000000"};
 }
 
 AtmosphereDataResult ComputeAtmosphereData(const AtmosphereDataInput& in) {
@@ -67,18 +51,18 @@ AtmosphereDataResult ComputeAtmosphereData(const AtmosphereDataInput& in) {
     density /= kSlugFt3;
     sound /= kKmPerNm;
   }
-  const auto masks = AtmosphereDataMasks(in.us, in.scientific);
-  const double values[kAtmosphereResults] = {t, p, density, sound, theta, delta, sigma};
-  AtmosphereDataResult out;
-  for (int i = 0; i < kAtmosphereResults; ++i) out.results[i] = Shown(values[i], masks[i]);
-  return out;
+  // The scientific format for pressure, density and the ratios; temperature and sound keep theirs.
+  const auto scientificOr = [&in](std::string_view mask) { return in.scientific ? "0.0000E+0" : mask; };
+  return {Shown(t, "0.0"),
+          Shown(p, scientificOr(in.us ? "0.0000" : "0.000")),
+          Shown(density, scientificOr(in.us ? "0.0000000" : "0.000000")),
+          Shown(sound, "0.0"),
+          Shown(theta, scientificOr("0.0000000")),
+          Shown(delta, scientificOr("0.0000000")),
+          Shown(sigma, scientificOr("0.0000000"))};
 }
 
 // ---- Speed calculations ----------------------------------------------------------------------
-
-InputRange SpeedInputRange(SpeedInput kind) {
-  return kind == SpeedInput::Mach ? InputRange{0, 3.00} : InputRange{0, 1500};
-}
 
 SpeedCalculationResult ComputeSpeeds(const SpeedCalculationInput& in) {
   // The flight level is a pressure altitude: FL * 100 ft, used as geopotential metres.
@@ -147,10 +131,6 @@ ChangeoverResult ComputeChangeover(double ias, double mach) {
 
 // ---- Density altitude ------------------------------------------------------------------------
 
-InputRange QnhRange(bool us) { return us ? InputRange{25.69, 32.01} : InputRange{870, 1084}; }
-
-InputRange AirTemperatureRange(bool us) { return us ? InputRange{-103, 131} : InputRange{-75, 55}; }
-
 double SaturationVapourPressure(double t) {
   // Herman Wobus's fit of saturation vapour pressure over water; valid from -50 to 100 C.
   static constexpr double c[] = {0.99999683,      -0.0090826951,  7.8736169e-05,  -6.1117958e-07,
@@ -189,10 +169,6 @@ DensityAltitudeResult ComputeDensityAltitude(const DensityAltitudeInput& in) {
 }
 
 // ---- Stall speed -----------------------------------------------------------------------------
-
-InputRange WingAreaRange(bool us) { return us ? InputRange{100, 10000} : InputRange{10, 1000}; }
-
-InputRange WeightRange(bool us) { return us ? InputRange{1000, 1500000} : InputRange{500, 700000}; }
 
 StallSpeedResult ComputeStallSpeed(const StallSpeedInput& in) {
   const double massFactor = in.us ? kKgPerLb : 1.0;

@@ -41,17 +41,15 @@ AtmosphereScreen::AtmosphereScreen(QWidget* parent)
 
 void AtmosphereScreen::buildAltitude() {
   // Altitude, its kind and its unit.
-  BoxRule altRule{KeyMode::SignedReal, -500, 85999};
-  altRule.maxLength = 8;
-  InputBox* alt = addBox(altRule);
-  alt->setFixedWidth(alt->fontMetrics().horizontalAdvance("-0000000") + 16);
+  altitude_ = addBox(AtmosphereAltitude(false, false));
+  altitude_->setFixedWidth(altitude_->fontMetrics().horizontalAdvance("-0000000") + 16);
 
   auto* top = new QHBoxLayout;
   auto* altCol = new QVBoxLayout;
   altCaption_ = makeCaption(QString(), "lblAlt");
-  altCaption_->setBuddy(alt);
+  altCaption_->setBuddy(altitude_);
   altCol->addWidget(altCaption_);
-  altCol->addWidget(alt);
+  altCol->addWidget(altitude_);
   altCol->addStretch();
   top->addLayout(altCol);
 
@@ -80,9 +78,9 @@ void AtmosphereScreen::buildNonStandard() {
   auto* nl = new QGridLayout(frameNSA);
   disaCaption_ = makeCaption(tr("Delta ISA (°C)"), "lblDISA");
   disaScroll_ = MakeScroll(frameNSA, "DISAScroll");
-  disaScroll_->setRange(static_cast<int>(kDisaRange.min), static_cast<int>(kDisaRange.max));
+  disaScroll_->setRange(static_cast<int>(kDisa.min), static_cast<int>(kDisa.max));
   disaData_ = makeCaption(QString(), "DISAData");
-  const QString disaTip = tr("Temperature offset from standard atmosphere (-90 to +40°C)");
+  const QString disaTip = Q(ToolTipText(kDisa));
   for (QWidget* w : {static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(disaScroll_),
                      static_cast<QWidget*>(disaData_)})
     w->setToolTip(disaTip);
@@ -122,31 +120,35 @@ void AtmosphereScreen::buildOutputOptions() {
 
 void AtmosphereScreen::buildResults() {
   // The four quantities (captions follow the output units), and the three ratios in their own frame.
-  static const char* const kTips[4] = {"Static air temperature", "Ambient air pressure", "Ambient air density",
-                                       "Speed of sound"};
   auto* resultRow = new QHBoxLayout;
   auto* rl = new QGridLayout;
-  for (int i = 0; i < 4; ++i) {
-    lbldata_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(i));
-    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i), tr(kTips[i]));
-    lbldata_[i]->setToolTip(tr(kTips[i]));
-    rl->addWidget(lbldata_[i], i, 0);
-    rl->addWidget(dataR_[i], i, 1);
-  }
-  rl->setRowStretch(4, 1);
+  int row = 0;
+  const auto quantityRow = [&](QLabel** caption, const QString& toolTip) {
+    *caption = makeCaption(QString(), QStringLiteral("lbldata%1").arg(row));
+    (*caption)->setToolTip(toolTip);
+    QLabel* result = makeResult(QStringLiteral("dataR%1").arg(row), toolTip);
+    rl->addWidget(*caption, row, 0);
+    rl->addWidget(result, row++, 1);
+    return result;
+  };
+  temperature_ = quantityRow(&temperatureCaption_, tr("Static air temperature"));
+  pressure_ = quantityRow(&pressureCaption_, tr("Ambient air pressure"));
+  density_ = quantityRow(&densityCaption_, tr("Ambient air density"));
+  sound_ = quantityRow(&soundCaption_, tr("Speed of sound"));
+  rl->setRowStretch(row, 1);
   resultRow->addLayout(rl);
   auto* frameRatio = makeFrame(tr("Standard ratio"), "FrameRatio");
   addResultRows(new QGridLayout(frameRatio),
                 {{tr("Standard temperature ratio (theta)"), "dataR4", {}, "lbldata4"},
                  {tr("Standard pressure ratio (delta)"), "dataR5", {}, "lbldata5"},
                  {tr("Standard density ratio (sigma)"), "dataR6", {}, "lbldata6"}},
-                &dataR_[4]);
+                {&theta_, &delta_, &sigma_});
   resultRow->addWidget(frameRatio);
   contentLayout()->addLayout(resultRow);
 }
 
 void AtmosphereScreen::setTabOrders() {
-  setTabOrder(box(0), optAlt_[0]);
+  setTabOrder(altitude_, optAlt_[0]);
   setTabOrder(optAlt_[0], optAltUnits_[0]);
   setTabOrder(optAltUnits_[0], checkNSA_);
   setTabOrder(checkNSA_, disaScroll_);
@@ -166,15 +168,15 @@ void AtmosphereScreen::load() {
   setUnitCaptions();
   setAltMinMax();
   nsaChanged();
-  box(0)->setText(QStringLiteral("0"));
+  altitude_->setText(QStringLiteral("0"));
 }
 
 void AtmosphereScreen::connectSignals() {
   connect(optAlt_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   // Metres and feet: a unit change converts the altitude.
-  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, box(0), {{1, 0}, {kFt, 0}}, [this](int u) {
-    const InputRange r = AtmosphereAltitudeRange(u == 1, geopotential());
-    return std::pair{r.min, r.max};
+  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, altitude_, {{1, 0}, {kFt, 0}}, [this](int u) {
+    const Quantity q = AtmosphereAltitude(u == 1, geopotential());
+    return std::pair{q.min, q.max};
   }, 1);
   connect(optAltUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
@@ -198,22 +200,21 @@ bool AtmosphereScreen::geopotential() const { return optAlt_[1]->isChecked(); }
 bool AtmosphereScreen::us() const { return optUnits_[1]->isChecked(); }
 
 void AtmosphereScreen::setAltMinMax() {
-  const InputRange r = AtmosphereAltitudeRange(feet(), geopotential());
   altCaption_->setText(tr("Altitude (%1)").arg(feet() ? "ft" : "m"));
-  box(0)->setToolTip(Q(AtmosphereAltitudeToolTip(feet(), geopotential())));
-  box(0)->setRange(r.min, r.max);
-  setInputValid(0, box(0)->isValid());
+  altitude_->setQuantity(AtmosphereAltitude(feet(), geopotential()));
+  setInputValid(altitude_, altitude_->isValid());
 }
 
 void AtmosphereScreen::setUnitCaptions() {
   const bool u = us();
-  static const char* const kMetric[4] = {"Temperature (°C)", "Pressure (hPa)", "Density (kg/m3)", "Sound (km/h)"};
-  static const char* const kUs[4] = {"Temperature (°F)", "Pressure (inHg)", "Density (sl/ft3)", "Sound (kts)"};
-  for (int i = 0; i < 4; ++i) lbldata_[i]->setText(tr(u ? kUs[i] : kMetric[i]));
+  temperatureCaption_->setText(u ? tr("Temperature (°F)") : tr("Temperature (°C)"));
+  pressureCaption_->setText(u ? tr("Pressure (inHg)") : tr("Pressure (hPa)"));
+  densityCaption_->setText(u ? tr("Density (sl/ft3)") : tr("Density (kg/m3)"));
+  soundCaption_->setText(u ? tr("Sound (kts)") : tr("Sound (km/h)"));
   mslpCaption_->setText(u ? tr("MSLP (inHg)") : tr("MSLP (hPa)"));
-  const InputRange r = MslpScrollRange(u);
+  const auto [lo, hi] = MslpScrollRange(u);
   resetting_ = true;
-  mslpScroll_->setRange(static_cast<int>(r.min), static_cast<int>(r.max));
+  mslpScroll_->setRange(lo, hi);
   mslpScroll_->setValue(0);
   resetting_ = false;
   mslpScroll_->setPageStep(u ? 10 : 5);
@@ -223,12 +224,9 @@ void AtmosphereScreen::setUnitCaptions() {
 void AtmosphereScreen::altitudeOptionChanged() {
   // A new altitude type keeps the number (a unit change has converted it already); it is
   // validated anew against the new range.
-  const bool wasCalculated = calculated();
   setAltMinMax();
-  const QString t = box(0)->text();
-  if (t.isEmpty() || t == QLatin1String("-")) return;
-  clearData();
-  if (wasCalculated && box(0)->isValid()) runCalculate();
+  if (altitude_->isValid()) recalculateIfShown();
+  else clearData();
 }
 
 void AtmosphereScreen::nsaChanged() {
@@ -253,7 +251,7 @@ void AtmosphereScreen::updateScrollLabels() {
 
 bool AtmosphereScreen::calculate() {
   AtmosphereDataInput in;
-  in.altitude = box(0)->value();
+  in.altitude = altitude_->value();
   in.feet = feet();
   in.geopotential = geopotential();
   in.us = us();
@@ -263,7 +261,11 @@ bool AtmosphereScreen::calculate() {
     in.mslpHpa = MslpHpaFromScroll(mslpScroll_->value(), in.us);
   }
   const AtmosphereDataResult r = ComputeAtmosphereData(in);
-  for (int i = 0; i < kAtmosphereResults; ++i) dataR_[i]->setText(LocaleText(r.results[i].text));
+  const std::pair<QLabel*, const ShownValue&> shown[] = {{temperature_, r.temperature}, {pressure_, r.pressure},
+                                                          {density_, r.density},         {sound_, r.sound},
+                                                          {theta_, r.theta},             {delta_, r.delta},
+                                                          {sigma_, r.sigma}};
+  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
   return true;
 }
 

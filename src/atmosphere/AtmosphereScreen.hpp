@@ -31,7 +31,7 @@ class AtmosphereScreen : public CalculatorScreen {
   bool feet() const;
   bool geopotential() const;
   bool us() const;
-  // Altitude range, caption and tool tip for the chosen unit and kind (SetAltMinMax).
+  // The altitude's quantity (range and tool tip) and caption for the chosen unit and kind.
   void setAltMinMax();
   // Captions and the sea-level pressure scroll range for the output units.
   void setUnitCaptions();
@@ -39,6 +39,7 @@ class AtmosphereScreen : public CalculatorScreen {
   void nsaChanged();
   void updateScrollLabels();
 
+  InputBox* altitude_ = nullptr;
   QLabel* altCaption_ = nullptr;
   std::array<QRadioButton*, 2> optAlt_{};
   std::array<QRadioButton*, 2> optAltUnits_{};
@@ -51,8 +52,11 @@ class AtmosphereScreen : public CalculatorScreen {
   QLabel* mslpData_ = nullptr;
   QLabel* disaCaption_ = nullptr;
   QLabel* mslpCaption_ = nullptr;
-  std::array<QLabel*, 4> lbldata_{};
-  std::array<QLabel*, 7> dataR_{};
+  // The four quantities, their captions following the output units, and the three ratios.
+  QLabel *temperatureCaption_ = nullptr, *pressureCaption_ = nullptr, *densityCaption_ = nullptr,
+         *soundCaption_ = nullptr;
+  QLabel *temperature_ = nullptr, *pressure_ = nullptr, *density_ = nullptr, *sound_ = nullptr;
+  QLabel *theta_ = nullptr, *delta_ = nullptr, *sigma_ = nullptr;
   bool resetting_ = false;
 };
 

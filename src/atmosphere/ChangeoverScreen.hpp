@@ -2,8 +2,6 @@
 // frmData2 "Changeover level": the pressure altitude and flight level at which an IAS and a Mach
 // number coincide.
 
-#include <array>
-
 #include "app/CalculatorScreen.hpp"
 
 class QLabel;
@@ -19,7 +17,10 @@ class ChangeoverScreen : public CalculatorScreen {
   bool calculate() override;
 
  private:
-  std::array<QLabel*, 2> dataR_{};
+  InputBox* ias_ = nullptr;
+  InputBox* mach_ = nullptr;
+  QLabel* altitude_ = nullptr;
+  QLabel* flightLevel_ = nullptr;
 };
 
 }  // namespace norvane

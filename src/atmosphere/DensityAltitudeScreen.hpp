@@ -28,13 +28,14 @@ class DensityAltitudeScreen : public CalculatorScreen {
   void load();
   void connectSignals();
   bool us() const;
-  // Captions, tool tips and ranges of the boxes and results for the unit system.
+  // Captions and quantities of the boxes, and the pressure's caption, for the unit system.
   void setUnits();
 
   std::array<QRadioButton*, 2> optUnits_{};
-  std::array<QLabel*, 4> boxCaption_{};
-  std::array<QLabel*, 3> lbldata_{};
-  std::array<QLabel*, 3> dataR_{};
+  InputBox *qnh_ = nullptr, *temperature_ = nullptr, *dewPoint_ = nullptr, *elevation_ = nullptr;
+  QLabel *qnhCaption_ = nullptr, *temperatureCaption_ = nullptr, *dewPointCaption_ = nullptr;
+  QLabel* pressureCaption_ = nullptr;
+  QLabel *pressure_ = nullptr, *humidity_ = nullptr, *densityAltitude_ = nullptr;
 };
 
 }  // namespace norvane

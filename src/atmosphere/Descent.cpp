@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kFtPerNm = kNm / kFt;        // 6076.12 ft
 constexpr double kMaxStepFt = 100;            // longest integration step
-constexpr double kMaxRateFpm = 10000;         // the rate box's maximum
+constexpr double kMaxRateFpm = DescentGivenValue(DescentGiven::Rate).max;
 constexpr double kKtPerFpm = 60 * kFt / kNm;  // 1 ft/min in knots
 
 ShownValue Shown(double v, std::string_view mask) { return {FormatMask(v, mask), v}; }
@@ -118,15 +118,6 @@ Flight Fly(const std::vector<Level>& levels, const DescentInput& in, bool angle,
 }
 
 }  // namespace
-
-InputRange DescentGivenRange(DescentGiven given) {
-  switch (given) {
-    case DescentGiven::Angle: return {0.5, 10.0};
-    case DescentGiven::Distance: return {1, 500};
-    case DescentGiven::Rate: break;
-  }
-  return {100, kMaxRateFpm};
-}
 
 double DescentGivenDefault(DescentGiven given) {
   switch (given) {

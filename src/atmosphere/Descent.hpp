@@ -23,17 +23,35 @@
 
 namespace norvane {
 
-// What box 5 holds: the rate of descent (ft/min), the flight path angle over the ground (degrees)
+// What the given box holds: the rate of descent (ft/min), the flight path angle over the ground (degrees)
 // or the distance from top to bottom (NM).
 enum class DescentGiven : int { Rate = 0, Angle = 1, Distance = 2 };
 
-inline constexpr InputRange kDescentInitialRange{0, 65000};     // ft
-inline constexpr InputRange kDescentFinalRange{-1500, 65000};   // ft
-inline constexpr InputRange kDescentIasRange{50, 450};          // kt
-inline constexpr InputRange kDescentMachRange{0.30, 0.95};
-inline constexpr InputRange kDescentWindRange{-150, 150};       // kt, tail wind positive
-InputRange DescentGivenRange(DescentGiven given);  // 100..10000 ft/min, 0.5..10 deg, 1..500 NM
-double DescentGivenDefault(DescentGiven given);    // 2000 ft/min, 3 deg, 100 NM
+inline constexpr Quantity kDescentInitial{.caption = "Initial pressure altitude", .min = 0, .max = 65000, .unit = "ft",
+                                         .whole = true, .maxLength = 5};
+inline constexpr Quantity kDescentFinal{.caption = "Final pressure altitude", .min = -1500, .max = 65000, .unit = "ft",
+                                       .whole = true, .maxLength = 6};
+inline constexpr Quantity kDescentIas{.caption = "Indicated air speed below the changeover", .min = 50, .max = 450,
+                                     .unit = "kts", .maxLength = 6, .cliUnit = "kt"};
+inline constexpr Quantity kDescentMach{.caption = "Mach number above the changeover", .min = 0.30, .max = 0.95,
+                                      .rangeDecimals = 2, .maxLength = 5, .optional = true,
+                                      .remark = "; empty: the IAS all the way"};
+inline constexpr Quantity kDescentWind{.caption = "Wind component", .min = -150, .max = 150, .unit = "kts",
+                                      .maxLength = 6, .cliUnit = "kt", .remark = ", tail wind positive"};
+constexpr Quantity DescentGivenValue(DescentGiven given) {
+  switch (given) {
+    case DescentGiven::Angle:
+      return {.caption = "Flight path angle over the ground", .min = 0.5, .max = 10.0, .unit = "\u00b0",
+              .rangeDecimals = 1, .maxLength = 6, .cliUnit = "degrees"};
+    case DescentGiven::Distance:
+      return {.caption = "Distance from the top to the bottom of the descent", .min = 1, .max = 500, .unit = "NM",
+              .maxLength = 6};
+    case DescentGiven::Rate:
+      break;
+  }
+  return {.caption = "Rate of descent", .min = 100, .max = 10000, .unit = "ft/min", .maxLength = 6};
+}
+double DescentGivenDefault(DescentGiven given);  // 2000 ft/min, 3 deg, 100 NM
 
 inline constexpr std::string_view kDescentFinalNotBelow = "Final altitude must be below initial altitude";
 inline constexpr std::string_view kDescentRateTooHigh = "Rate of descent too high for this speed";

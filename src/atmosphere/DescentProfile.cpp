@@ -11,13 +11,6 @@
 namespace norvane {
 namespace {
 
-const QColor kPaper(252, 252, 250);
-const QColor kGrid(226, 226, 226);
-const QColor kFrame(150, 150, 150);
-const QColor kLabel(90, 90, 90);
-const QColor kPath(30, 80, 170);
-const QColor kChangeover(225, 120, 20);
-
 // A round step (1, 2, 2.5 or 5 times a power of ten) giving about `count` intervals over `span`.
 double RoundStep(double span, int count) {
   const double raw = span / count;
@@ -46,11 +39,12 @@ void DescentProfile::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.setRenderHint(QPainter::Antialiasing);
   p.setRenderHint(QPainter::TextAntialiasing);
-  p.fillRect(rect(), kPaper);
-  p.setPen(kFrame);
+  const ColourScheme& colours = Colours();
+  p.fillRect(rect(), colours.paper);
+  p.setPen(colours.frame);
   p.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
   if (!hasProfile()) {
-    p.setPen(kLabel);
+    p.setPen(colours.label);
     p.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, tr("Calculate to draw the descent profile"));
     return;
   }
@@ -72,12 +66,12 @@ void DescentProfile::paintEvent(QPaintEvent*) {
   };
 
   // Grid and scales.
-  p.setPen(QPen(kGrid, 1));
+  p.setPen(QPen(colours.grid, 1));
   for (double ft = ftLo; ft <= ftHi + ftStep * 1e-6; ft += ftStep) p.drawLine(at(0, ft), at(nmHi, ft));
   for (double nm = 0; nm <= nmHi + nmStep * 1e-6; nm += nmStep) p.drawLine(at(nm, ftLo), at(nm, ftHi));
-  p.setPen(kFrame);
+  p.setPen(colours.frame);
   p.drawRect(plot);
-  p.setPen(kLabel);
+  p.setPen(colours.label);
   for (double ft = ftLo; ft <= ftHi + ftStep * 1e-6; ft += ftStep) {
     const QPointF y = at(0, ft);
     p.drawText(QRectF(2, y.y() - fm.height() / 2, plot.left() - 8, fm.height()), Qt::AlignRight | Qt::AlignVCenter,
@@ -94,19 +88,19 @@ void DescentProfile::paintEvent(QPaintEvent*) {
   // The changeover altitude across the view, its name at the right where the path has passed below.
   if (changeoverFt_) {
     const double y = at(0, *changeoverFt_).y();
-    p.setPen(QPen(kChangeover, 1.4, Qt::DashLine));
+    p.setPen(QPen(colours.changeover, 1.4, Qt::DashLine));
     p.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
-    p.setPen(kChangeover.darker(130));
+    p.setPen(colours.changeoverText);
     p.drawText(QRectF(plot.left(), y - fm.height() - 1, plot.width() - 4, fm.height()), Qt::AlignRight | Qt::AlignBottom,
                tr("Changeover %1 ft").arg(label(*changeoverFt_, "0")));
   }
 
   QPainterPath path(at(profile_.front().distanceNm, profile_.front().altitudeFt));
   for (const DescentPoint& d : profile_) path.lineTo(at(d.distanceNm, d.altitudeFt));
-  p.setPen(QPen(kPath, 2.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  p.setPen(QPen(colours.path, 2.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   p.setBrush(Qt::NoBrush);
   p.drawPath(path);
-  p.setBrush(kPath);
+  p.setBrush(colours.path);
   p.setPen(Qt::NoPen);
   for (const DescentPoint* d : {&profile_.front(), &profile_.back()}) p.drawEllipse(at(d->distanceNm, d->altitudeFt), 3.5, 3.5);
   if (changeoverFt_) {
@@ -114,7 +108,7 @@ void DescentProfile::paintEvent(QPaintEvent*) {
     const auto near = std::min_element(profile_.begin(), profile_.end(), [&](const DescentPoint& a, const DescentPoint& b) {
       return std::fabs(a.altitudeFt - *changeoverFt_) < std::fabs(b.altitudeFt - *changeoverFt_);
     });
-    p.setBrush(kChangeover);
+    p.setBrush(colours.changeover);
     p.drawEllipse(at(near->distanceNm, near->altitudeFt), 4, 4);
   }
 }

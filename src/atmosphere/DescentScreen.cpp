@@ -22,17 +22,13 @@ namespace {
 struct GivenText {
   const char* option;
   const char* caption;
-  const char* toolTip;
   const char* mask;  // of the default typed into the box
 };
 constexpr GivenText kGivenTexts[3] = {
-    {"Rate of descent", "Rate of descent (ft/min)", "Rate of descent (100 to 10000 ft/min)", "0"},
-    {"Flight path angle", "Flight path angle (°)", "Flight path angle over the ground (0.5 to 10.0°)", "0.0"},
-    {"Distance", "Distance (NM)", "Distance from the top to the bottom of the descent (1 to 500 NM)", "0"},
+    {"Rate of descent", "Rate of descent (ft/min)", "0"},
+    {"Flight path angle", "Flight path angle (°)", "0.0"},
+    {"Distance", "Distance (NM)", "0"},
 };
-
-// The "Given" choice is kept while the program runs; the rate of descent at first.
-int gGiven = 0;
 
 }  // namespace
 
@@ -53,49 +49,33 @@ DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", 
                           "altitude"));
   contentLayout()->addWidget(profile_);
   setTabOrders();
-  optGiven_[gGiven]->setChecked(true);
-  setGiven(gGiven);
+  optGiven_[0]->setChecked(true);  // the rate of descent; a later opening restores the user's choice
+  setGiven(0);
   connectSignals();
 }
 
 QGridLayout* DescentScreen::buildInputs() {
-  const auto rule = [](KeyMode mode, const InputRange& r, int maxLength, bool allowEmpty = false) {
-    BoxRule b{mode, r.min, r.max, allowEmpty};
-    b.maxLength = maxLength;
-    return b;
-  };
-  struct Input {
-    const char* caption;
-    const char* toolTip;
-    BoxRule rule;
-    const char* text;
-  };
-  const Input inputs[5] = {
-      {"Initial altitude (ft)", "Initial pressure altitude (0 to 65000 ft)",
-       rule(KeyMode::UnsignedInt, kDescentInitialRange, 5), "35000"},
-      {"Final altitude (ft)", "Final pressure altitude (-1500 to 65000 ft)",
-       rule(KeyMode::SignedInt, kDescentFinalRange, 6), "3000"},
-      {"IAS (kts)", "Indicated air speed below the changeover (50 to 450 kts)",
-       rule(KeyMode::UnsignedReal, kDescentIasRange, 6), "250"},
-      {"Mach", "Mach number above the changeover (0.30 to 0.95; empty: the IAS all the way)",
-       rule(KeyMode::UnsignedReal, kDescentMachRange, 5, true), ""},
-      {"Wind component (kts)", "Wind component (-150 to 150 kts, tail wind positive)",
-       rule(KeyMode::SignedReal, kDescentWindRange, 6), "0"},
-  };
+  initial_ = addBox(kDescentInitial, QStringLiteral("35000"));
+  final_ = addBox(kDescentFinal, QStringLiteral("3000"));
+  ias_ = addBox(kDescentIas, QStringLiteral("250"));
+  mach_ = addBox(kDescentMach);
+  wind_ = addBox(kDescentWind, QStringLiteral("0"));
+  givenValue_ = addBox(DescentGivenValue(DescentGiven::Rate));
   auto* grid = new QGridLayout;
-  for (int i = 0; i < 5; ++i) {
-    InputBox* b = addBox(inputs[i].rule, tr(inputs[i].toolTip), LocaleText(inputs[i].text));
-    QLabel* caption = makeCaption(tr(inputs[i].caption), QStringLiteral("lblIn%1").arg(i));
-    caption->setBuddy(b);
-    grid->addWidget(caption, i, 0);
-    grid->addWidget(b, i, 1);
+  int row = 0;
+  for (auto [b, caption] : {std::pair{initial_, "Initial altitude (ft)"}, {final_, "Final altitude (ft)"},
+                            {ias_, "IAS (kts)"}, {mach_, "Mach"}, {wind_, "Wind component (kts)"}}) {
+    QLabel* l = makeCaption(tr(caption), QStringLiteral("lblIn%1").arg(row));
+    l->setBuddy(b);
+    grid->addWidget(l, row, 0);
+    grid->addWidget(b, row++, 1);
   }
-  InputBox* givenBox = addBox(rule(KeyMode::UnsignedReal, DescentGivenRange(DescentGiven::Rate), 6));
   givenCaption_ = makeCaption(QString(), "lblIn5");
-  givenCaption_->setBuddy(givenBox);
-  grid->addWidget(givenCaption_, 6, 0);
-  grid->addWidget(givenBox, 6, 1);
-  for (int i = 0; i < boxCount(); ++i) box(i)->setFixedWidth(box(i)->fontMetrics().horizontalAdvance("00000000") + 16);
+  givenCaption_->setBuddy(givenValue_);
+  grid->addWidget(givenCaption_, 6, 0);  // under the "Given" choice, in row 5
+  grid->addWidget(givenValue_, 6, 1);
+  for (InputBox* b : {initial_, final_, ias_, mach_, wind_, givenValue_})
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
   return grid;
 }
 
@@ -105,9 +85,8 @@ void DescentScreen::buildOptions(QGridLayout* grid, QVBoxLayout* left) {
   QGroupBox* frameGiven =
       makeOptionGroup(tr("Given"), "FrameGiven", "OptGiven", given, optGiven_.data(), Qt::Vertical).frame;
   grid->addWidget(frameGiven, 5, 0, 1, 2);  // the choice, then the box it governs
-  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisaRange.min),
-                                           static_cast<int>(kDisaRange.max), 10, "+000",
-                                           tr("Temperature offset from standard atmosphere (-90 to +40°C)"));
+  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
+                                           static_cast<int>(kDisa.max), 10, "+000", Q(ToolTipText(kDisa)));
   disaScroll_ = disa.bar;
   disaData_ = disa.value;
   auto* disaRow = new QHBoxLayout;
@@ -136,33 +115,38 @@ QGroupBox* DescentScreen::buildResults() {
       {"TAS top / bottom (kts)", 2, "True air speed at the top and at the bottom"},
       {"Changeover altitude (ft)", 1, "Where the Mach number gives way to the IAS, when within the descent"},
   };
+  // The labels in the order of their names (dataR<n>).
+  QLabel** const labels[] = {&altitudeToLose_, &time_,   &distance_, &rodTop_,    &rodBottom_, &angle_,
+                             &gradient_,       &meanGs_, &tasTop_,   &tasBottom_, &changeover_};
   auto* frameResults = makeFrame(tr("Descent"), "FrameResults");
   auto* rl = new QGridLayout(frameResults);
   int n = 0;
   for (int row = 0; row < 9; ++row) {
     rl->addWidget(makeCaption(tr(kResults[row].caption), QStringLiteral("lbldata%1").arg(row)), row, 0);
     for (int k = 0; k < kResults[row].values; ++k, ++n) {
-      dataR_[n] = makeResult(QStringLiteral("dataR%1").arg(n), tr(kResults[row].toolTip));
-      rl->addWidget(dataR_[n], row, 1 + k);
+      *labels[n] = makeResult(QStringLiteral("dataR%1").arg(n), tr(kResults[row].toolTip));
+      rl->addWidget(*labels[n], row, 1 + k);
     }
   }
   return frameResults;
 }
 
 void DescentScreen::setTabOrders() {
-  for (int i = 0; i + 1 < 5; ++i) setTabOrder(box(i), box(i + 1));
-  setTabOrder(box(4), optGiven_[0]);
+  setTabOrder(initial_, final_);
+  setTabOrder(final_, ias_);
+  setTabOrder(ias_, mach_);
+  setTabOrder(mach_, wind_);
+  setTabOrder(wind_, optGiven_[0]);
   setTabOrder(optGiven_[0], optGiven_[1]);  // Tab leaves the group from whichever option is checked
   setTabOrder(optGiven_[1], optGiven_[2]);
-  setTabOrder(optGiven_[2], box(5));
-  setTabOrder(box(5), disaScroll_);
+  setTabOrder(optGiven_[2], givenValue_);
+  setTabOrder(givenValue_, disaScroll_);
   setTabOrder(disaScroll_, calculateButton());
   setTabOrder(calculateButton(), closeButton());
 }
 
 void DescentScreen::connectSignals() {
   connect(optGiven_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
-    gGiven = id;
     setGiven(id);
     clearData();
   });
@@ -172,40 +156,36 @@ void DescentScreen::connectSignals() {
   });
 }
 
-int DescentScreen::given() const {
-  for (int i = 0; i < 3; ++i)
-    if (optGiven_[i]->isChecked()) return i;
-  return 0;
-}
+int DescentScreen::given() const { return optGiven_[0]->group()->checkedId(); }
 
 void DescentScreen::setGiven(int given) {
   const auto kind = static_cast<DescentGiven>(given);
   givenCaption_->setText(tr(kGivenTexts[given].caption));
-  box(5)->setToolTip(tr(kGivenTexts[given].toolTip));
-  const InputRange r = DescentGivenRange(kind);
-  box(5)->setRange(r.min, r.max);
-  box(5)->setText(LocaleText(FormatMask(DescentGivenDefault(kind), kGivenTexts[given].mask)));
+  givenValue_->setQuantity(DescentGivenValue(kind));
+  givenValue_->setText(LocaleText(FormatMask(DescentGivenDefault(kind), kGivenTexts[given].mask)));
 }
 
 bool DescentScreen::calculate() {
   DescentInput in;
-  in.initialFt = box(0)->value();
-  in.finalFt = box(1)->value();
-  in.ias = box(2)->value();
-  if (!box(3)->isEmpty()) in.mach = box(3)->value();
-  in.windKt = box(4)->value();
+  in.initialFt = initial_->value();
+  in.finalFt = final_->value();
+  in.ias = ias_->value();
+  if (!mach_->isEmpty()) in.mach = mach_->value();
+  in.windKt = wind_->value();
   in.disa = disaScroll_->value();
   in.given = static_cast<DescentGiven>(given());
-  in.value = box(5)->value();
+  in.value = givenValue_->value();
   DescentResult r = ComputeDescent(in);
   if (!r.error.empty()) {
-    clearData();
+    clearData();  // the results of an earlier calculation go with the error
     showError(Q(r.error));
-    return true;  // a Delta ISA move recalculates all the same
+    return false;
   }
-  const ShownValue* values[11] = {&r.altitudeToLose, &r.time,     &r.distance, &r.rodTop, &r.rodBottom, &r.angle,
-                                  &r.gradient,       &r.meanGs,   &r.tasTop,   &r.tasBottom, &r.changeover};
-  for (int i = 0; i < 11; ++i) dataR_[i]->setText(LocaleText(values[i]->text));
+  const std::pair<QLabel*, const ShownValue&> shown[] = {
+      {altitudeToLose_, r.altitudeToLose}, {time_, r.time},     {distance_, r.distance}, {rodTop_, r.rodTop},
+      {rodBottom_, r.rodBottom},           {angle_, r.angle},   {gradient_, r.gradient}, {meanGs_, r.meanGs},
+      {tasTop_, r.tasTop},                 {tasBottom_, r.tasBottom}, {changeover_, r.changeover}};
+  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
   profile_->setProfile(std::move(r.profile), r.changeoverFt);
   return true;
 }
@@ -217,8 +197,11 @@ void DescentScreen::clearData() {
 
 void DescentScreen::prepareScreenshot() {
   // A jet's descent: FL370 to 3000 ft at Mach 0.78 / 280 kt into a 30 kt head wind, ISA +10.
-  const char* const example[5] = {"37000", "3000", "280", "0.78", "-30"};
-  for (int i = 0; i < 5; ++i) box(i)->setText(LocaleText(example[i]));
+  initial_->setText(QStringLiteral("37000"));
+  final_->setText(QStringLiteral("3000"));
+  ias_->setText(QStringLiteral("280"));
+  mach_->setText(LocaleText("0.78"));
+  wind_->setText(QStringLiteral("-30"));
   disaScroll_->setValue(10);
   CalculatorScreen::prepareScreenshot();
 }

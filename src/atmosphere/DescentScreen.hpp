@@ -36,13 +36,18 @@ class DescentScreen : public CalculatorScreen {
   void setTabOrders();
   void connectSignals();
   int given() const;
+  // The given box's caption, quantity and default for the chosen "Given".
   void setGiven(int given);
 
+  InputBox *initial_ = nullptr, *final_ = nullptr, *ias_ = nullptr, *mach_ = nullptr, *wind_ = nullptr,
+           *givenValue_ = nullptr;
   QLabel* givenCaption_ = nullptr;
   std::array<QRadioButton*, 3> optGiven_{};
   QScrollBar* disaScroll_ = nullptr;
   QLabel* disaData_ = nullptr;
-  std::array<QLabel*, 11> dataR_{};
+  QLabel *altitudeToLose_ = nullptr, *time_ = nullptr, *distance_ = nullptr, *rodTop_ = nullptr,
+         *rodBottom_ = nullptr, *angle_ = nullptr, *gradient_ = nullptr, *meanGs_ = nullptr, *tasTop_ = nullptr,
+         *tasBottom_ = nullptr, *changeover_ = nullptr;
   DescentProfile* profile_ = nullptr;
 };
 

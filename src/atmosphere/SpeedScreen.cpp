@@ -18,15 +18,8 @@
 namespace norvane {
 namespace {
 
-struct InputText {
-  const char* caption;
-  const char* toolTip;
-};
-constexpr InputText kInputTexts[3] = {
-    {"CAS (kts)", "Calibrated air speed (0 to 1500 kts)"},
-    {"TAS (kts)", "True air speed (0 to 1500 kts)"},
-    {"Mach number", "Mach number (0 to 3.00)"},
-};
+// The speed box's caption for each input kind.
+constexpr const char* kSpeedCaptions[3] = {"CAS (kts)", "TAS (kts)", "Mach number"};
 
 }  // namespace
 
@@ -49,23 +42,19 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
 }
 
 QGridLayout* SpeedScreen::buildInputs() {
-  BoxRule flRule{KeyMode::UnsignedInt, kFlightLevelRange.min, kFlightLevelRange.max};
-  flRule.maxLength = 3;
-  BoxRule speedRule{KeyMode::UnsignedReal, 0, 1500};
-  speedRule.maxLength = 7;
-  InputBox* fl = addBox(flRule, tr("Flight level (0 to 650)"));
-  InputBox* speed = addBox(speedRule);
-  for (InputBox* b : {fl, speed}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
+  flightLevel_ = addBox(kFlightLevel);
+  speed_ = addBox(InputSpeed(SpeedInput::CAS));
+  for (InputBox* b : {flightLevel_, speed_}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
 
   auto* inputs = new QGridLayout;
   QLabel* flCaption = makeCaption(tr("Flight Level"), "lblFL");
-  flCaption->setBuddy(fl);
+  flCaption->setBuddy(flightLevel_);
   speedCaption_ = makeCaption(QString(), "lblSpeed");
-  speedCaption_->setBuddy(speed);
+  speedCaption_->setBuddy(speed_);
   inputs->addWidget(flCaption, 0, 0);
-  inputs->addWidget(fl, 0, 1);
+  inputs->addWidget(flightLevel_, 0, 1);
   inputs->addWidget(speedCaption_, 1, 0);
-  inputs->addWidget(speed, 1, 1);
+  inputs->addWidget(speed_, 1, 1);
   inputs->setColumnStretch(2, 1);
   return inputs;
 }
@@ -76,10 +65,8 @@ void SpeedScreen::buildOptions(QVBoxLayout* left) {
                       .frame);
 
   auto* disaRow = new QHBoxLayout;
-  const ValueScroll disa =
-      MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisaRange.min),
-                      static_cast<int>(kDisaRange.max), 10, "+000",
-                      tr("Temperature offset from standard atmosphere (-90 to +40°C)"));
+  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
+                                           static_cast<int>(kDisa.max), 10, "+000", Q(ToolTipText(kDisa)));
   disaScroll_ = disa.bar;
   disaScroll_->setMinimumWidth(140);
   disaData_ = disa.value;
@@ -97,40 +84,31 @@ void SpeedScreen::buildOptions(QVBoxLayout* left) {
 QVBoxLayout* SpeedScreen::buildResults() {
   auto* right = new QVBoxLayout;
   auto* frameSpeeds = makeFrame(tr("Calculated speeds"), "FrameSpeeds");
-  auto* sl = new QGridLayout(frameSpeeds);
-  static const InputText kSpeedResults[4] = {
-      {"CAS (kts)", "Calibrated air speed (kts)"},
-      {"TAS (kts)", "True air speed (kts)"},
-      {"Mach number", "Mach number"},
-      {"EAS (kts)", "Equivalent air speed (kts) [incompressible model]"},
-  };
-  for (int i = 0; i < 6; ++i) {
-    lbldata_[i] = makeCaption(QString(), QStringLiteral("lbldata%1").arg(i));
-    dataR_[i] = makeResult(QStringLiteral("dataR%1").arg(i));
-  }
-  for (int i = 0; i < 4; ++i) {
-    lbldata_[i]->setText(tr(kSpeedResults[i].caption));
-    lbldata_[i]->setToolTip(tr(kSpeedResults[i].toolTip));
-    dataR_[i]->setToolTip(tr(kSpeedResults[i].toolTip));
-    sl->addWidget(lbldata_[i], i, 0);
-    sl->addWidget(dataR_[i], i, 1);
-  }
+  addResultRows(new QGridLayout(frameSpeeds),
+                {{tr("CAS (kts)"), "dataR0", tr("Calibrated air speed (kts)"), "lbldata0"},
+                 {tr("TAS (kts)"), "dataR1", tr("True air speed (kts)"), "lbldata1"},
+                 {tr("Mach number"), "dataR2", tr("Mach number"), "lbldata2"},
+                 {tr("EAS (kts)"), "dataR3", tr("Equivalent air speed (kts) [incompressible model]"), "lbldata3"}},
+                {&cas_, &tas_, &mach_, &eas_});
   right->addWidget(frameSpeeds);
-  // TAT and q: their captions follow the units.
   auto* frameTat = makeFrame(tr("TAT and dynamic pressure"), "FrameTAT");
   auto* tl = new QGridLayout(frameTat);
-  for (int i = 4; i < 6; ++i) {
-    tl->addWidget(lbldata_[i], i - 4, 0);
-    tl->addWidget(dataR_[i], i - 4, 1);
-  }
+  tatCaption_ = makeCaption(QString(), "lbldata4");
+  tat_ = makeResult("dataR4");
+  qCaption_ = makeCaption(QString(), "lbldata5");
+  q_ = makeResult("dataR5");
+  tl->addWidget(tatCaption_, 0, 0);
+  tl->addWidget(tat_, 0, 1);
+  tl->addWidget(qCaption_, 1, 0);
+  tl->addWidget(q_, 1, 1);
   right->addWidget(frameTat);
   right->addStretch();
   return right;
 }
 
 void SpeedScreen::setTabOrders() {
-  setTabOrder(box(0), box(1));
-  setTabOrder(box(1), optInput_[0]);
+  setTabOrder(flightLevel_, speed_);
+  setTabOrder(speed_, optInput_[0]);
   setTabOrder(optInput_[0], disaScroll_);
   setTabOrder(disaScroll_, optUnits_[0]);
   setTabOrder(optUnits_[0], calculateButton());
@@ -142,8 +120,8 @@ void SpeedScreen::load() {
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setInputKind(0);
   setUnitCaptions();
-  box(0)->setText(QStringLiteral("350"));
-  box(1)->setText(QStringLiteral("250"));
+  flightLevel_->setText(QStringLiteral("350"));
+  speed_->setText(QStringLiteral("250"));
 }
 
 void SpeedScreen::connectSignals() {
@@ -161,42 +139,37 @@ void SpeedScreen::connectSignals() {
   });
 }
 
-int SpeedScreen::inputKind() const {
-  for (int i = 0; i < 3; ++i)
-    if (optInput_[i]->isChecked()) return i;
-  return 0;
-}
+int SpeedScreen::inputKind() const { return optInput_[0]->group()->checkedId(); }
 
 void SpeedScreen::setInputKind(int kind) {
-  speedCaption_->setText(tr(kInputTexts[kind].caption));
-  box(1)->setToolTip(tr(kInputTexts[kind].toolTip));
-  const InputRange r = SpeedInputRange(static_cast<SpeedInput>(kind));
-  box(1)->setRange(r.min, r.max);
-  setInputValid(1, box(1)->isValid());
+  speedCaption_->setText(tr(kSpeedCaptions[kind]));
+  speed_->setQuantity(InputSpeed(static_cast<SpeedInput>(kind)));
+  setInputValid(speed_, speed_->isValid());
 }
 
 void SpeedScreen::setUnitCaptions() {
   const bool us = optUnits_[1]->isChecked();
-  lbldata_[4]->setText(us ? tr("TAT (°F)") : tr("TAT (°C)"));
-  lbldata_[5]->setText(us ? tr("q (lb/ft2)") : tr("q (Pa)"));
+  tatCaption_->setText(us ? tr("TAT (°F)") : tr("TAT (°C)"));
+  qCaption_->setText(us ? tr("q (lb/ft2)") : tr("q (Pa)"));
   const QString tatTip = us ? tr("Total air temperature (°F)") : tr("Total air temperature (°C)");
   const QString qTip = us ? tr("Dynamic pressure (lb/ft2)") : tr("Dynamic pressure (Pa)");
-  lbldata_[4]->setToolTip(tatTip);
-  dataR_[4]->setToolTip(tatTip);
-  lbldata_[5]->setToolTip(qTip);
-  dataR_[5]->setToolTip(qTip);
+  tatCaption_->setToolTip(tatTip);
+  tat_->setToolTip(tatTip);
+  qCaption_->setToolTip(qTip);
+  q_->setToolTip(qTip);
 }
 
 bool SpeedScreen::calculate() {
   SpeedCalculationInput in;
-  in.flightLevel = box(0)->value();
+  in.flightLevel = flightLevel_->value();
   in.kind = static_cast<SpeedInput>(inputKind());
-  in.speed = box(1)->value();
+  in.speed = speed_->value();
   in.disa = disaScroll_->value();
   in.us = optUnits_[1]->isChecked();
   const SpeedCalculationResult r = ComputeSpeeds(in);
-  const ShownValue* values[6] = {&r.cas, &r.tas, &r.mach, &r.eas, &r.tat, &r.q};
-  for (int i = 0; i < 6; ++i) dataR_[i]->setText(LocaleText(values[i]->text));
+  const std::pair<QLabel*, const ShownValue&> shown[] = {{cas_, r.cas}, {tas_, r.tas}, {mach_, r.mach},
+                                                          {eas_, r.eas}, {tat_, r.tat}, {q_, r.q}};
+  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
   return true;
 }
 

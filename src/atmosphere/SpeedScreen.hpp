@@ -34,13 +34,17 @@ class SpeedScreen : public CalculatorScreen {
   void setInputKind(int kind);
   void setUnitCaptions();
 
+  InputBox* flightLevel_ = nullptr;
+  InputBox* speed_ = nullptr;
   QLabel* speedCaption_ = nullptr;
   std::array<QRadioButton*, 3> optInput_{};
   std::array<QRadioButton*, 2> optUnits_{};
   QScrollBar* disaScroll_ = nullptr;
   QLabel* disaData_ = nullptr;
-  std::array<QLabel*, 6> lbldata_{};
-  std::array<QLabel*, 6> dataR_{};
+  QLabel *cas_ = nullptr, *tas_ = nullptr, *mach_ = nullptr, *eas_ = nullptr;
+  // TAT and q: their captions follow the units.
+  QLabel *tatCaption_ = nullptr, *qCaption_ = nullptr;
+  QLabel *tat_ = nullptr, *q_ = nullptr;
 };
 
 }  // namespace norvane

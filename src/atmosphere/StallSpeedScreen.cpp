@@ -36,32 +36,26 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
 }
 
 void StallSpeedScreen::buildInputs() {
-  BoxRule clRule{KeyMode::UnsignedReal, kClMaxRange.min, kClMaxRange.max};
-  clRule.maxLength = 5;
-  BoxRule areaRule{KeyMode::UnsignedReal, 10, 1000};
-  areaRule.maxLength = 7;
-  BoxRule weightRule{KeyMode::UnsignedReal, 500, 700000};
-  weightRule.maxLength = 9;
-  BoxRule vsRule{KeyMode::UnsignedReal, kReferenceVsRange.min, kReferenceVsRange.max};
-  vsRule.maxLength = 6;
-  BoxRule altRule{KeyMode::UnsignedReal, kStallAltitudeRange.min, kStallAltitudeRange.max};
-  altRule.maxLength = 7;
-  InputBox* boxes[6] = {
-      addBox(clRule, tr("Maximum lift coefficient (0.5 to 2.5)")),
-      addBox(areaRule),
-      addBox(weightRule),
-      addBox(vsRule, tr("Stall speed at sea level and MTOW (CAS ; 20 to 300 kts)")),
-      addBox(weightRule),
-      addBox(altRule, tr("Geometric altitude (0 to 65000 ft)")),
-  };
-  for (int i = 0; i < 6; ++i) {
-    boxes[i]->setFixedWidth(boxes[i]->fontMetrics().horizontalAdvance("0000000000") + 16);
-    boxCaption_[i] = makeCaption(QString(), QStringLiteral("lblInput%1").arg(i));
-    boxCaption_[i]->setBuddy(boxes[i]);
+  // Metric quantities to begin with; setUnits() gives the unit system's.
+  clMax_ = addBox(kMaxLiftCoefficient);
+  wingArea_ = addBox(WingArea(false));
+  mtow_ = addBox(Mtow(false));
+  vs_ = addBox(kReferenceStallSpeed);
+  weight_ = addBox(CurrentWeight(false));
+  altitude_ = addBox(kStallAltitude);
+  // In the boxes' order, each caption named after its box's number.
+  const std::pair<InputBox*, QLabel**> boxes[] = {{clMax_, &clMaxCaption_}, {wingArea_, &wingAreaCaption_},
+                                                  {mtow_, &mtowCaption_},   {vs_, &vsCaption_},
+                                                  {weight_, &weightCaption_}, {altitude_, &altitudeCaption_}};
+  int n = 0;
+  for (const auto& [b, caption] : boxes) {
+    b->setFixedWidth(b->fontMetrics().horizontalAdvance("0000000000") + 16);
+    *caption = makeCaption(QString(), QStringLiteral("lblInput%1").arg(n++));
+    (*caption)->setBuddy(b);
   }
-  boxCaption_[kClMax]->setText(tr("CL max"));
-  boxCaption_[kVs]->setText(tr("Vs (KCAS)"));
-  boxCaption_[kAltitude]->setText(tr("Altitude (ft)"));
+  clMaxCaption_->setText(tr("CL max"));
+  vsCaption_->setText(tr("Vs (KCAS)"));
+  altitudeCaption_->setText(tr("Altitude (ft)"));
 }
 
 QGroupBox* StallSpeedScreen::buildReference() {
@@ -78,11 +72,11 @@ QGroupBox* StallSpeedScreen::buildReference() {
     refGroup->addButton(optRef_[i], i);
     rfl->addWidget(optRef_[i], 0, i * 2, 1, 2);
   }
-  int r = 1;
-  for (int i : {kClMax, kWingArea, kVs, kMtow}) {
-    rfl->addWidget(boxCaption_[i], r, 0, 1, 2);
-    rfl->addWidget(box(i), r, 2, 1, 2);
-    ++r;
+  int row = 1;
+  for (auto [caption, b] : {std::pair{clMaxCaption_, clMax_}, {wingAreaCaption_, wingArea_}, {vsCaption_, vs_},
+                            {mtowCaption_, mtow_}}) {
+    rfl->addWidget(caption, row, 0, 1, 2);
+    rfl->addWidget(b, row++, 2, 1, 2);
   }
   return frameRef;
 }
@@ -90,12 +84,12 @@ QGroupBox* StallSpeedScreen::buildReference() {
 QGroupBox* StallSpeedScreen::buildConditions() {
   auto* frameNow = makeFrame(tr("Current conditions"), "FrameConditions");
   auto* nl = new QGridLayout(frameNow);
-  nl->addWidget(boxCaption_[kWeight], 0, 0);
-  nl->addWidget(box(kWeight), 0, 1, 1, 2);
-  nl->addWidget(boxCaption_[kAltitude], 1, 0);
-  nl->addWidget(box(kAltitude), 1, 1, 1, 2);
-  const ValueScroll ba = MakeValueScroll(frameNow, tr("Bank (°)"), "BA", static_cast<int>(kBankRange.min),
-                                         static_cast<int>(kBankRange.max), 5, "000", tr("Bank angle (0 to 60°)"));
+  nl->addWidget(weightCaption_, 0, 0);
+  nl->addWidget(weight_, 0, 1, 1, 2);
+  nl->addWidget(altitudeCaption_, 1, 0);
+  nl->addWidget(altitude_, 1, 1, 1, 2);
+  const ValueScroll ba = MakeValueScroll(frameNow, tr("Bank (°)"), "BA", static_cast<int>(kBankAngle.min),
+                                         static_cast<int>(kBankAngle.max), 5, "000", Q(ToolTipText(kBankAngle)));
   baScroll_ = ba.bar;
   baData_ = ba.value;
   nl->addWidget(ba.caption, 2, 0);
@@ -110,30 +104,23 @@ QVBoxLayout* StallSpeedScreen::buildResults() {
   auto* right = new QVBoxLayout;
   right->addWidget(makeUnitsFrame(tr("Units"), optUnits_.data()));
   auto* frameVs = makeFrame(tr("Stall speed (Vs)"), "FrameVs");
-  auto* vl = new QGridLayout(frameVs);
-  dataR_[0] = makeResult("dataR0", tr("Straight level stall speed (TAS, kts)"));
-  dataR_[1] = makeResult("dataR1", tr("Straight level stall speed (CAS, kts)"));
-  QLabel* tasCaption = makeCaption(tr("Vs (KTAS)"), "lbldata0");
-  QLabel* casCaption = makeCaption(tr("Vs (KCAS)"), "lbldata1");
-  tasCaption->setToolTip(dataR_[0]->toolTip());
-  casCaption->setToolTip(dataR_[1]->toolTip());
-  vl->addWidget(tasCaption, 0, 0);
-  vl->addWidget(dataR_[0], 0, 1);
-  vl->addWidget(casCaption, 1, 0);
-  vl->addWidget(dataR_[1], 1, 1);
+  addResultRows(new QGridLayout(frameVs),
+                {{tr("Vs (KTAS)"), "dataR0", tr("Straight level stall speed (TAS, kts)"), "lbldata0"},
+                 {tr("Vs (KCAS)"), "dataR1", tr("Straight level stall speed (CAS, kts)"), "lbldata1"}},
+                {&ktas_, &kcas_});
   right->addWidget(frameVs);
   right->addStretch();
   return right;
 }
 
 void StallSpeedScreen::setTabOrders() {
-  setTabOrder(optRef_[0], box(kClMax));
-  setTabOrder(box(kClMax), box(kWingArea));
-  setTabOrder(box(kWingArea), box(kVs));
-  setTabOrder(box(kVs), box(kMtow));
-  setTabOrder(box(kMtow), box(kWeight));
-  setTabOrder(box(kWeight), box(kAltitude));
-  setTabOrder(box(kAltitude), baScroll_);
+  setTabOrder(optRef_[0], clMax_);
+  setTabOrder(clMax_, wingArea_);
+  setTabOrder(wingArea_, vs_);
+  setTabOrder(vs_, mtow_);
+  setTabOrder(mtow_, weight_);
+  setTabOrder(weight_, altitude_);
+  setTabOrder(altitude_, baScroll_);
   setTabOrder(baScroll_, optUnits_[0]);
   setTabOrder(optUnits_[0], calculateButton());
   setTabOrder(calculateButton(), closeButton());
@@ -145,12 +132,12 @@ void StallSpeedScreen::load() {
   optUnits_[unitSystem() == 1 ? 1 : 0]->setChecked(true);
   setUnits();
   const bool u = us();
-  box(kClMax)->setText(LocaleText("1.6"));
-  box(kWingArea)->setText(u ? QStringLiteral("174") : LocaleText("16.2"));
-  box(kMtow)->setText(u ? QStringLiteral("2450") : QStringLiteral("1111"));
-  box(kVs)->setText(QStringLiteral("48"));
-  box(kWeight)->setText(u ? QStringLiteral("2200") : QStringLiteral("1000"));
-  box(kAltitude)->setText(QStringLiteral("0"));
+  clMax_->setText(LocaleText("1.6"));
+  wingArea_->setText(u ? QStringLiteral("174") : LocaleText("16.2"));
+  mtow_->setText(u ? QStringLiteral("2450") : QStringLiteral("1111"));
+  vs_->setText(QStringLiteral("48"));
+  weight_->setText(u ? QStringLiteral("2200") : QStringLiteral("1000"));
+  altitude_->setText(QStringLiteral("0"));
   setReference();
 }
 
@@ -161,20 +148,13 @@ void StallSpeedScreen::connectSignals() {
   });
   // A unit change converts the numbers: the same wing and weights in the other unit.
   const std::vector<QAbstractButton*> units{optUnits_[0], optUnits_[1]};
-  const auto weightRange = [](int u) {
-    const InputRange r = WeightRange(u == 1);
-    return std::pair{r.min, r.max};
-  };
-  convertOnSwitch(units, box(kWingArea), {{1, 0}, {kFt * kFt, 0}}, [](int u) {
-    const InputRange r = WingAreaRange(u == 1);
-    return std::pair{r.min, r.max};
-  }, 1);
-  for (int i : {kMtow, kWeight}) convertOnSwitch(units, box(i), {{1, 0}, {kKgPerLb, 0}}, weightRange, 0);
+  convertOnSwitch(units, wingArea_, {{1, 0}, {kFt * kFt, 0}},
+                  [](int u) { return std::pair{WingArea(u == 1).min, WingArea(u == 1).max}; }, 1);
+  const auto weightRange = [](int u) { return std::pair{Mtow(u == 1).min, Mtow(u == 1).max}; };
+  for (InputBox* b : {mtow_, weight_}) convertOnSwitch(units, b, {{1, 0}, {kKgPerLb, 0}}, weightRange, 0);
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
-    const bool wasCalculated = calculated();
     setUnits();
-    clearData();
-    if (wasCalculated && allInputsValid()) runCalculate();
+    recalculateIfShown();
   });
   connect(baScroll_, &QScrollBar::valueChanged, this, [this](int v) {
     baData_->setText(QString::number(v));
@@ -187,54 +167,46 @@ bool StallSpeedScreen::fromVs() const { return optRef_[1]->isChecked(); }
 
 void StallSpeedScreen::setReference() {
   const bool vs = fromVs();
-  for (int i : {kClMax, kWingArea}) {
-    box(i)->setVisible(!vs);
-    boxCaption_[i]->setVisible(!vs);
-  }
-  box(kVs)->setVisible(vs);
-  boxCaption_[kVs]->setVisible(vs);
+  for (QWidget* w : std::initializer_list<QWidget*>{clMax_, clMaxCaption_, wingArea_, wingAreaCaption_})
+    w->setVisible(!vs);
+  vs_->setVisible(vs);
+  vsCaption_->setVisible(vs);
   refreshValidity();
 }
 
 void StallSpeedScreen::setUnits() {
   const bool u = us();
-  boxCaption_[kWingArea]->setText(u ? tr("Wing area (sqft)") : tr("Wing area (m2)"));
-  boxCaption_[kMtow]->setText(u ? tr("MTOW (lb)") : tr("MTOW (kg)"));
-  boxCaption_[kWeight]->setText(u ? tr("Weight (lb)") : tr("Weight (kg)"));
-  box(kWingArea)->setToolTip(u ? tr("Wing reference area (100 to 10000 sqft)")
-                               : tr("Wing reference area (10 to 1000 m2)"));
-  box(kMtow)->setToolTip(u ? tr("Maximum takeoff weight (1000 to 1 500 000 lb)")
-                           : tr("Maximum takeoff weight (500 to 700 000 kg)"));
-  box(kWeight)->setToolTip(u ? tr("Current weight (1000 to 1 500 000 lb)") : tr("Current weight (500 to 700 000 kg)"));
-  const InputRange area = WingAreaRange(u);
-  const InputRange weight = WeightRange(u);
-  box(kWingArea)->setRange(area.min, area.max);
-  box(kMtow)->setRange(weight.min, weight.max);
-  box(kWeight)->setRange(weight.min, weight.max);
+  wingAreaCaption_->setText(u ? tr("Wing area (sqft)") : tr("Wing area (m2)"));
+  mtowCaption_->setText(u ? tr("MTOW (lb)") : tr("MTOW (kg)"));
+  weightCaption_->setText(u ? tr("Weight (lb)") : tr("Weight (kg)"));
+  wingArea_->setQuantity(WingArea(u));
+  mtow_->setQuantity(Mtow(u));
+  weight_->setQuantity(CurrentWeight(u));
   refreshValidity();
 }
 
 void StallSpeedScreen::refreshValidity() {
-  for (int i = 0; i < boxCount(); ++i) {
-    const bool inUse = fromVs() ? (i != kClMax && i != kWingArea) : i != kVs;
-    setInputValid(i, !inUse || box(i)->isValid());
-  }
+  // The boxes of the reference data not chosen are hidden and do not block Calculate.
+  const bool vs = fromVs();
+  for (InputBox* b : {clMax_, wingArea_}) setInputValid(b, vs || b->isValid());
+  setInputValid(vs_, !vs || vs_->isValid());
+  for (InputBox* b : {mtow_, weight_, altitude_}) setInputValid(b, b->isValid());
 }
 
 bool StallSpeedScreen::calculate() {
   StallSpeedInput in;
   in.us = us();
   in.fromVs = fromVs();
-  in.clMax = box(kClMax)->value();
-  in.wingArea = box(kWingArea)->value();
-  in.vs = box(kVs)->value();
-  in.mtow = box(kMtow)->value();
-  in.weight = box(kWeight)->value();
-  in.altitudeFt = box(kAltitude)->value();
+  in.clMax = clMax_->value();
+  in.wingArea = wingArea_->value();
+  in.vs = vs_->value();
+  in.mtow = mtow_->value();
+  in.weight = weight_->value();
+  in.altitudeFt = altitude_->value();
   in.bankDeg = baScroll_->value();
   const StallSpeedResult r = ComputeStallSpeed(in);
-  dataR_[0]->setText(LocaleText(r.ktas.text));
-  dataR_[1]->setText(LocaleText(r.kcas.text));
+  ktas_->setText(LocaleText(r.ktas.text));
+  kcas_->setText(LocaleText(r.kcas.text));
   return true;
 }
 

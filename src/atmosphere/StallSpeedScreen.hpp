@@ -19,7 +19,7 @@ class StallSpeedScreen : public CalculatorScreen {
  public:
   explicit StallSpeedScreen(QWidget* parent = nullptr);
 
-  // Box indices, in the order of the box table.
+  // The boxes' numbers in their object names (InBox<n>).
   enum Box { kClMax = 0, kWingArea = 1, kMtow = 2, kVs = 3, kWeight = 4, kAltitude = 5 };
 
  protected:
@@ -42,10 +42,13 @@ class StallSpeedScreen : public CalculatorScreen {
 
   std::array<QRadioButton*, 2> optRef_{};
   std::array<QRadioButton*, 2> optUnits_{};
-  std::array<QLabel*, 6> boxCaption_{};
+  InputBox *clMax_ = nullptr, *wingArea_ = nullptr, *mtow_ = nullptr, *vs_ = nullptr, *weight_ = nullptr,
+           *altitude_ = nullptr;
+  QLabel *clMaxCaption_ = nullptr, *wingAreaCaption_ = nullptr, *mtowCaption_ = nullptr, *vsCaption_ = nullptr,
+         *weightCaption_ = nullptr, *altitudeCaption_ = nullptr;
   QScrollBar* baScroll_ = nullptr;
   QLabel* baData_ = nullptr;
-  std::array<QLabel*, 2> dataR_{};
+  QLabel *ktas_ = nullptr, *kcas_ = nullptr;
 };
 
 }  // namespace norvane

@@ -2,47 +2,36 @@
 // and airspeed screens without a window.
 #include <CLI/CLI.hpp>
 
-#include <cmath>
 #include <cstdio>
+#include <initializer_list>
 #include <memory>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "atmosphere/AtmosphereCalculations.hpp"
 #include "atmosphere/Descent.hpp"
 #include "atmosphere/StandardAtmosphere.hpp"
+#include "cli/Catalogue.hpp"
 #include "cli/CliSupport.hpp"
 #include "cli/Commands.hpp"
 
 namespace norvane::cli {
 namespace {
 
-std::string RangeText(const InputRange& r, std::string_view unit) {
-  std::string s = Shortest(r.min) + " to " + Shortest(r.max);
-  if (!unit.empty()) s += " " + std::string(unit);
-  return s;
+// The results under the command's result keys (those of its catalogue entry), in their order.
+void AddResults(ResultPrinter& out, const std::vector<std::string>& keys,
+                std::initializer_list<const ShownValue*> values) {
+  auto key = keys.begin();
+  for (const ShownValue* v : values) out.Add(*key++, v->text, v->value);
 }
 
-double Number(const std::string& option, const std::string& text, const InputRange& r, std::string_view unit) {
-  const auto v = ParseNumber(text);
-  if (!v) throw UsageError(option + ": expected a number, got \"" + text + "\"");
-  RequireRange(option, *v, r.min, r.max, unit);
-  return *v;
-}
-
-double WholeNumber(const std::string& option, const std::string& text, const InputRange& r, std::string_view unit) {
-  const double v = Number(option, text, r, unit);
-  if (v != std::floor(v))
-    throw UsageError(option + ": " + text + " is not a whole number (" + RangeText(r, unit) + ")");
-  return v;
-}
-
-void Add(ResultPrinter& out, const char* key, const ShownValue& v) { out.Add(key, v.text, v.value); }
+// "-500 to 84852" for an option's help.
+std::string Range(const Quantity& q) { return Shortest(q.min) + " to " + Shortest(q.max); }
 
 // ---- atmosphere ------------------------------------------------------------------------------
 
 struct AtmosphereArgs {
-  std::string altitude, disa, mslp;
+  std::string altitude, disa = "0", mslp;
   bool feet = false, geopotential = false, us = false, scientific = false;
 };
 
@@ -56,44 +45,34 @@ void RegisterAtmosphere(CLI::App& app) {
       "Prints temperature pressure density sound theta delta sigma (metric: C, hPa, kg/m3, km/h; "
       "--us: F, inHg, slug/ft3, kt).");
   cmd->fallthrough();
-  cmd->add_option("--altitude", a->altitude,
-                  "Altitude: metres " + RangeText(AtmosphereAltitudeRange(false, false), "") +
-                      " geometric, " + RangeText(AtmosphereAltitudeRange(false, true), "") +
-                      " geopotential; with --feet " + RangeText(AtmosphereAltitudeRange(true, false), "") +
-                      " geometric, " + RangeText(AtmosphereAltitudeRange(true, true), "") + " geopotential")
-      ->type_name("V")
-      ->required();
-  cmd->add_flag("--feet", a->feet, "Altitude in feet (default metres)");
-  cmd->add_flag("--geopotential", a->geopotential, "Altitude is geopotential (default geometric, true altitude)");
-  cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
-                      " (default 0)")
-      ->type_name("DEG");
-  cmd->add_option("--mslp", a->mslp,
-                  "Mean sea-level pressure, hPa " + RangeText(MslpRange(false), "") + ", or inHg " +
-                      RangeText(MslpRange(true), "") + " with --us (default standard, 1013.25 hPa)")
+  const std::vector<std::string> keys{"temperature", "pressure", "density", "sound", "theta", "delta", "sigma"};
+  Describer d(cmd, keys);
+  d.number("--altitude", a->altitude, AtmosphereAltitude(false, false), true,
+           "(geopotential " + Range(AtmosphereAltitude(false, true)) + "; with --feet " +
+               Range(AtmosphereAltitude(true, false)) + " geometric, " + Range(AtmosphereAltitude(true, true)) +
+               " geopotential)")
       ->type_name("V");
-  cmd->add_flag("--us", a->us, "US units: F, inHg, slug/ft3, kt (default metric)");
-  cmd->add_flag("--scientific", a->scientific,
-                "Scientific format (0.0000E+0) for pressure, density and the ratios");
-  cmd->callback([a] {
+  d.flag("--feet", a->feet, "Altitude in feet (default metres)");
+  d.flag("--geopotential", a->geopotential, "Altitude is geopotential (default geometric, true altitude)");
+  d.number("--disa", a->disa, kDisa, false, "(default 0)")->type_name("DEG");
+  d.number("--mslp", a->mslp, Mslp(false), false, "(default standard, 1013.25 hPa)", Mslp(true))->type_name("V");
+  d.flag("--us", a->us, "US units: F, inHg, slug/ft3, kt (default metric)");
+  d.flag("--scientific", a->scientific, "Scientific format (0.0000E+0) for pressure, density and the ratios");
+  cmd->callback([a, keys] {
     AtmosphereDataInput in;
     in.feet = a->feet;
     in.geopotential = a->geopotential;
     in.us = a->us;
     in.scientific = a->scientific;
-    const std::string unit = std::string(a->feet ? "ft" : "m") + (a->geopotential ? ", geopotential" : ", geometric");
-    in.altitude = Number("--altitude", a->altitude, AtmosphereAltitudeRange(a->feet, a->geopotential), unit);
-    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
+    in.altitude = ReadQuantity("--altitude", a->altitude, AtmosphereAltitude(a->feet, a->geopotential));
+    in.disa = ReadQuantity("--disa", a->disa, kDisa);
     if (!a->mslp.empty()) {
-      const double v = Number("--mslp", a->mslp, MslpRange(a->us), a->us ? "inHg" : "hPa");
+      const double v = ReadQuantity("--mslp", a->mslp, Mslp(a->us));
       in.mslpHpa = a->us ? v * kInHg : v;
     }
     const AtmosphereDataResult r = ComputeAtmosphereData(in);
-    static const char* const keys[kAtmosphereResults] = {"temperature", "pressure", "density", "sound",
-                                                         "theta",       "delta",    "sigma"};
     ResultPrinter out;
-    for (int i = 0; i < kAtmosphereResults; ++i) Add(out, keys[i], r.results[i]);
+    AddResults(out, keys, {&r.temperature, &r.pressure, &r.density, &r.sound, &r.theta, &r.delta, &r.sigma});
     ExitStatus() = out.Print();
   });
 }
@@ -101,7 +80,7 @@ void RegisterAtmosphere(CLI::App& app) {
 // ---- speed -----------------------------------------------------------------------------------
 
 struct SpeedArgs {
-  std::string fl, cas, tas, mach, disa;
+  std::string fl, cas, tas, mach, disa = "0";
   bool us = false;
 };
 
@@ -114,50 +93,36 @@ void RegisterSpeed(CLI::App& app) {
       "EAS is not defined for supersonic speeds (NA).\n"
       "Prints cas tas mach eas tat q (kt; TAT in C and q in Pa, with --us in F and lb/ft2).");
   cmd->fallthrough();
-  cmd->add_option("--fl", a->fl, "Flight level, whole number " + RangeText(kFlightLevelRange, ""))
-      ->type_name("N")
-      ->required();
-  auto* cas = cmd->add_option("--cas", a->cas,
-                              "Calibrated air speed, kt, " + RangeText(SpeedInputRange(SpeedInput::CAS), ""));
-  cas->type_name("V");
-  auto* tas = cmd->add_option("--tas", a->tas,
-                              "True air speed, kt, " + RangeText(SpeedInputRange(SpeedInput::TAS), ""));
-  tas->type_name("V");
-  auto* mach = cmd->add_option("--mach", a->mach,
-                               "Mach number, " + RangeText(SpeedInputRange(SpeedInput::Mach), ""));
-  mach->type_name("M");
+  const std::vector<std::string> keys{"cas", "tas", "mach", "eas", "tat", "q"};
+  Describer d(cmd, keys);
+  d.number("--fl", a->fl, kFlightLevel, true)->type_name("N");
+  auto* cas = d.number("--cas", a->cas, InputSpeed(SpeedInput::CAS), false)->type_name("V");
+  auto* tas = d.number("--tas", a->tas, InputSpeed(SpeedInput::TAS), false)->type_name("V");
+  auto* mach = d.number("--mach", a->mach, InputSpeed(SpeedInput::Mach), false)->type_name("M");
   cas->excludes(tas)->excludes(mach);
   tas->excludes(mach);
-  cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
-                      " (default 0)")
-      ->type_name("DEG");
-  cmd->add_flag("--us", a->us, "TAT in degrees F and q in lb/ft2 (default C and Pa)");
-  cmd->callback([a] {
+  d.number("--disa", a->disa, kDisa, false, "(default 0)")->type_name("DEG");
+  d.flag("--us", a->us, "TAT in degrees F and q in lb/ft2 (default C and Pa)");
+  cmd->callback([a, keys] {
     SpeedCalculationInput in;
     in.us = a->us;
-    in.flightLevel = WholeNumber("--fl", a->fl, kFlightLevelRange, "");
+    in.flightLevel = ReadQuantity("--fl", a->fl, kFlightLevel);
     if (!a->cas.empty()) {
       in.kind = SpeedInput::CAS;
-      in.speed = Number("--cas", a->cas, SpeedInputRange(in.kind), "kt");
+      in.speed = ReadQuantity("--cas", a->cas, InputSpeed(in.kind));
     } else if (!a->tas.empty()) {
       in.kind = SpeedInput::TAS;
-      in.speed = Number("--tas", a->tas, SpeedInputRange(in.kind), "kt");
+      in.speed = ReadQuantity("--tas", a->tas, InputSpeed(in.kind));
     } else if (!a->mach.empty()) {
       in.kind = SpeedInput::Mach;
-      in.speed = Number("--mach", a->mach, SpeedInputRange(in.kind), "");
+      in.speed = ReadQuantity("--mach", a->mach, InputSpeed(in.kind));
     } else {
       throw UsageError("one of --cas, --tas or --mach is required");
     }
-    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
+    in.disa = ReadQuantity("--disa", a->disa, kDisa);
     const SpeedCalculationResult r = ComputeSpeeds(in);
     ResultPrinter out;
-    Add(out, "cas", r.cas);
-    Add(out, "tas", r.tas);
-    Add(out, "mach", r.mach);
-    Add(out, "eas", r.eas);
-    Add(out, "tat", r.tat);
-    Add(out, "q", r.q);
+    AddResults(out, keys, {&r.cas, &r.tas, &r.mach, &r.eas, &r.tat, &r.q});
     ExitStatus() = out.Print();
   });
 }
@@ -177,19 +142,16 @@ void RegisterChangeover(CLI::App& app) {
       "Prints altitude (pressure altitude, ft) and flight_level; \">65000\" and \">650\" above the computable "
       "range; \"NA\" and a message when there is no changeover level (exit status 1).");
   cmd->fallthrough();
-  cmd->add_option("--ias", a->ias, "Indicated air speed, kt, " + RangeText(kChangeoverIasRange, ""))
-      ->type_name("V")
-      ->required();
-  cmd->add_option("--mach", a->mach, "Mach number, " + RangeText(kChangeoverMachRange, ""))
-      ->type_name("M")
-      ->required();
-  cmd->callback([a] {
-    const double ias = Number("--ias", a->ias, kChangeoverIasRange, "kt");
-    const double mach = Number("--mach", a->mach, kChangeoverMachRange, "");
+  const std::vector<std::string> keys{"altitude", "flight_level"};
+  Describer d(cmd, keys);
+  d.number("--ias", a->ias, kChangeoverIas, true)->type_name("V");
+  d.number("--mach", a->mach, kChangeoverMach, true)->type_name("M");
+  cmd->callback([a, keys] {
+    const double ias = ReadQuantity("--ias", a->ias, kChangeoverIas);
+    const double mach = ReadQuantity("--mach", a->mach, kChangeoverMach);
     const ChangeoverResult r = ComputeChangeover(ias, mach);
     ResultPrinter out;
-    Add(out, "altitude", r.altitude);
-    Add(out, "flight_level", r.flightLevel);
+    AddResults(out, keys, {&r.altitude, &r.flightLevel});
     if (!r.error.empty()) {
       out.Message(r.error);
       out.SetFailed();
@@ -214,41 +176,27 @@ void RegisterDensityAltitude(CLI::App& app) {
       "correct altitude (local QNH).\n"
       "Prints pressure (hPa, or inHg with --us), humidity (%) and density_altitude (ft).");
   cmd->fallthrough();
-  cmd->add_option("--qnh", a->qnh,
-                  "Altimeter setting, hPa " + RangeText(QnhRange(false), "") + ", or inHg " +
-                      RangeText(QnhRange(true), "") + " with --us")
-      ->type_name("V")
-      ->required();
-  cmd->add_option("--temperature", a->temperature,
-                  "Air temperature, degrees C " + RangeText(AirTemperatureRange(false), "") + ", or F " +
-                      RangeText(AirTemperatureRange(true), "") + " with --us")
-      ->type_name("T")
-      ->required();
-  cmd->add_option("--dewpoint", a->dewpoint,
-                  "Dew point, same unit and range as the temperature; a dew point above the temperature is "
-                  "taken as the temperature")
-      ->type_name("D")
-      ->required();
-  cmd->add_option("--elevation", a->elevation,
-                  "Aerodrome elevation, ft, geometric, " + RangeText(kElevationRange, ""))
-      ->type_name("FT")
-      ->required();
-  cmd->add_flag("--us", a->us, "Altimeter setting in inHg and temperatures in degrees F (default hPa and C)");
-  cmd->callback([a] {
+  const std::vector<std::string> keys{"pressure", "humidity", "density_altitude"};
+  Describer d(cmd, keys);
+  d.number("--qnh", a->qnh, Qnh(false), true, {}, Qnh(true))->type_name("V");
+  d.number("--temperature", a->temperature, AirTemperature(false), true, {}, AirTemperature(true))->type_name("T");
+  d.number("--dewpoint", a->dewpoint, DewPoint(false), true, "(one above the temperature is taken as the temperature)",
+           DewPoint(true))
+      ->type_name("D");
+  d.number("--elevation", a->elevation, kFieldElevation, true, "(aerodrome elevation)")->type_name("FT");
+  d.flag("--us", a->us, "Altimeter setting in inHg and temperatures in degrees F (default hPa and C)");
+  cmd->callback([a, keys] {
     DensityAltitudeInput in;
     in.us = a->us;
-    const char* tUnit = a->us ? "degrees F" : "degrees C";
-    in.qnh = Number("--qnh", a->qnh, QnhRange(a->us), a->us ? "inHg" : "hPa");
-    in.temperature = Number("--temperature", a->temperature, AirTemperatureRange(a->us), tUnit);
-    in.dewPoint = Number("--dewpoint", a->dewpoint, AirTemperatureRange(a->us), tUnit);
-    in.elevationFt = Number("--elevation", a->elevation, kElevationRange, "ft");
+    in.qnh = ReadQuantity("--qnh", a->qnh, Qnh(a->us));
+    in.temperature = ReadQuantity("--temperature", a->temperature, AirTemperature(a->us));
+    in.dewPoint = ReadQuantity("--dewpoint", a->dewpoint, DewPoint(a->us));
+    in.elevationFt = ReadQuantity("--elevation", a->elevation, kFieldElevation);
     const DensityAltitudeResult r = ComputeDensityAltitude(in);
     if (r.dewPointLowered)
       std::fprintf(stderr, "note: the dew point is above the temperature; the temperature is used as dew point\n");
     ResultPrinter out;
-    Add(out, "pressure", r.pressure);
-    Add(out, "humidity", r.humidity);
-    Add(out, "density_altitude", r.densityAltitude);
+    AddResults(out, keys, {&r.pressure, &r.humidity, &r.densityAltitude});
     ExitStatus() = out.Print();
   });
 }
@@ -256,7 +204,7 @@ void RegisterDensityAltitude(CLI::App& app) {
 // ---- stall -----------------------------------------------------------------------------------
 
 struct StallArgs {
-  std::string clmax, area, vs, mtow, weight, altitude, bank;
+  std::string clmax, area, vs, mtow, weight, altitude, bank = "0";
   bool us = false;
 };
 
@@ -268,50 +216,38 @@ void RegisterStall(CLI::App& app) {
       "from aerodynamical data (CL max and reference wing area).\n"
       "Prints vs_ktas and vs_kcas (kt; vs_kcas is NA when the true stall speed is supersonic).");
   cmd->fallthrough();
-  auto* clmax = cmd->add_option("--clmax", a->clmax, "Maximum lift coefficient, " + RangeText(kClMaxRange, ""));
-  clmax->type_name("C");
-  auto* area = cmd->add_option("--area", a->area,
-                               "Wing reference area, m2 " + RangeText(WingAreaRange(false), "") + ", or sqft " +
-                                   RangeText(WingAreaRange(true), "") + " with --us");
-  area->type_name("A");
-  auto* vs = cmd->add_option("--vs", a->vs,
-                             "Stall speed at sea level and MTOW, CAS, kt, " + RangeText(kReferenceVsRange, "") +
-                                 " (instead of --clmax and --area)");
-  vs->type_name("V");
+  const std::vector<std::string> keys{"vs_ktas", "vs_kcas"};
+  Describer d(cmd, keys);
+  auto* clmax = d.number("--clmax", a->clmax, kMaxLiftCoefficient, false)->type_name("C");
+  auto* area = d.number("--area", a->area, WingArea(false), false, {}, WingArea(true))->type_name("A");
+  auto* vs = d.number("--vs", a->vs, kReferenceStallSpeed, false, "(instead of --clmax and --area)")->type_name("V");
   vs->excludes(clmax)->excludes(area);
   clmax->needs(area);
   area->needs(clmax);
-  const std::string weightRange =
-      "kg " + RangeText(WeightRange(false), "") + ", or lb " + RangeText(WeightRange(true), "") + " with --us";
-  cmd->add_option("--mtow", a->mtow, "Maximum takeoff weight, " + weightRange)->type_name("W")->required();
-  cmd->add_option("--weight", a->weight, "Current weight, " + weightRange)->type_name("W")->required();
-  cmd->add_option("--altitude", a->altitude, "Geometric altitude, ft, " + RangeText(kStallAltitudeRange, ""))
-      ->type_name("FT")
-      ->required();
-  cmd->add_option("--bank", a->bank, "Bank angle, degrees, " + RangeText(kBankRange, "") + ", whole number (default 0)")
-      ->type_name("DEG");
-  cmd->add_flag("--us", a->us, "Wing area in sqft and weights in lb (default m2 and kg)");
-  cmd->callback([a] {
+  d.number("--mtow", a->mtow, Mtow(false), true, {}, Mtow(true))->type_name("W");
+  d.number("--weight", a->weight, CurrentWeight(false), true, {}, CurrentWeight(true))->type_name("W");
+  d.number("--altitude", a->altitude, kStallAltitude, true)->type_name("FT");
+  d.number("--bank", a->bank, kBankAngle, false, "(default 0)")->type_name("DEG");
+  d.flag("--us", a->us, "Wing area in sqft and weights in lb (default m2 and kg)");
+  cmd->callback([a, keys] {
     StallSpeedInput in;
     in.us = a->us;
     in.fromVs = !a->vs.empty();
     if (in.fromVs) {
-      in.vs = Number("--vs", a->vs, kReferenceVsRange, "kt");
+      in.vs = ReadQuantity("--vs", a->vs, kReferenceStallSpeed);
     } else if (!a->clmax.empty()) {
-      in.clMax = Number("--clmax", a->clmax, kClMaxRange, "");
-      in.wingArea = Number("--area", a->area, WingAreaRange(a->us), a->us ? "sqft" : "m2");
+      in.clMax = ReadQuantity("--clmax", a->clmax, kMaxLiftCoefficient);
+      in.wingArea = ReadQuantity("--area", a->area, WingArea(a->us));
     } else {
       throw UsageError("either --clmax and --area, or --vs, is required");
     }
-    const char* wUnit = a->us ? "lb" : "kg";
-    in.mtow = Number("--mtow", a->mtow, WeightRange(a->us), wUnit);
-    in.weight = Number("--weight", a->weight, WeightRange(a->us), wUnit);
-    in.altitudeFt = Number("--altitude", a->altitude, kStallAltitudeRange, "ft");
-    if (!a->bank.empty()) in.bankDeg = WholeNumber("--bank", a->bank, kBankRange, "degrees");
+    in.mtow = ReadQuantity("--mtow", a->mtow, Mtow(a->us));
+    in.weight = ReadQuantity("--weight", a->weight, CurrentWeight(a->us));
+    in.altitudeFt = ReadQuantity("--altitude", a->altitude, kStallAltitude);
+    in.bankDeg = ReadQuantity("--bank", a->bank, kBankAngle);
     const StallSpeedResult r = ComputeStallSpeed(in);
     ResultPrinter out;
-    Add(out, "vs_ktas", r.ktas);
-    Add(out, "vs_kcas", r.kcas);
+    AddResults(out, keys, {&r.ktas, &r.kcas});
     ExitStatus() = out.Print();
   });
 }
@@ -319,7 +255,7 @@ void RegisterStall(CLI::App& app) {
 // ---- descent ---------------------------------------------------------------------------------
 
 struct DescentArgs {
-  std::string from, to, ias, mach, wind, disa, rate, angle, distance;
+  std::string from, to, ias, mach, wind = "0", disa = "0", rate, angle, distance;
 };
 
 void RegisterDescent(CLI::App& app) {
@@ -332,56 +268,40 @@ void RegisterDescent(CLI::App& app) {
       "Prints altitude_to_lose (ft) time (m:ss; seconds with --raw) distance (NM) rod_top rod_bottom (ft/min) "
       "angle (degrees) gradient (ft/NM) mean_gs tas_top tas_bottom (kt) changeover (ft, or None).");
   cmd->fallthrough();
-  cmd->add_option("--from", a->from, "Initial altitude, ft, whole number " + RangeText(kDescentInitialRange, ""))
-      ->type_name("FT")
-      ->required();
-  cmd->add_option("--to", a->to, "Final altitude, ft, whole number " + RangeText(kDescentFinalRange, ""))
-      ->type_name("FT")
-      ->required();
-  cmd->add_option("--ias", a->ias, "Indicated air speed, kt, " + RangeText(kDescentIasRange, ""))
-      ->type_name("KT")
-      ->required();
-  cmd->add_option("--mach", a->mach,
-                  "Mach number above the changeover, " + RangeText(kDescentMachRange, "") + " (default: the IAS all "
-                  "the way)")
-      ->type_name("M");
-  cmd->add_option("--wind", a->wind,
-                  "Wind component, kt, tail wind positive, " + RangeText(kDescentWindRange, "") + " (default 0)")
-      ->type_name("KT");
-  cmd->add_option("--disa", a->disa,
-                  "Temperature offset from the standard atmosphere, whole degrees C, " + RangeText(kDisaRange, "") +
-                      " (default 0)")
-      ->type_name("DEG");
-  auto* rate = cmd->add_option("--rate", a->rate,
-                               "Given rate of descent, ft/min, " + RangeText(DescentGivenRange(DescentGiven::Rate), ""));
-  rate->type_name("FPM");
-  auto* angle = cmd->add_option("--angle", a->angle,
-                                "Given flight path angle over the ground, degrees, " +
-                                    RangeText(DescentGivenRange(DescentGiven::Angle), ""));
-  angle->type_name("DEG");
-  auto* distance = cmd->add_option("--distance", a->distance,
-                                   "Given distance, NM, " + RangeText(DescentGivenRange(DescentGiven::Distance), "") +
-                                       ": the constant rate of descent that flies it");
-  distance->type_name("NM");
+  const std::vector<std::string> keys{"altitude_to_lose", "time",    "distance", "rod_top",    "rod_bottom", "angle",
+                                      "gradient",         "mean_gs", "tas_top",  "tas_bottom", "changeover"};
+  Describer d(cmd, keys);
+  d.number("--from", a->from, kDescentInitial, true)->type_name("FT");
+  d.number("--to", a->to, kDescentFinal, true)->type_name("FT");
+  d.number("--ias", a->ias, kDescentIas, true)->type_name("KT");
+  d.number("--mach", a->mach, kDescentMach, false, "(default: the IAS all the way)")->type_name("M");
+  d.number("--wind", a->wind, kDescentWind, false, "(tail wind positive; default 0)")->type_name("KT");
+  d.number("--disa", a->disa, kDisa, false, "(default 0)")->type_name("DEG");
+  // The given quantity: one of three.
+  auto* rate = d.number("--rate", a->rate, DescentGivenValue(DescentGiven::Rate), false)->type_name("FPM");
+  auto* angle = d.number("--angle", a->angle, DescentGivenValue(DescentGiven::Angle), false)->type_name("DEG");
+  auto* distance = d.number("--distance", a->distance, DescentGivenValue(DescentGiven::Distance), false,
+                            "(the constant rate of descent that flies it)")
+                       ->type_name("NM");
   rate->excludes(angle)->excludes(distance);
   angle->excludes(distance);
-  cmd->callback([a] {
+  cmd->callback([a, keys] {
     DescentInput in;
-    in.initialFt = WholeNumber("--from", a->from, kDescentInitialRange, "ft");
-    in.finalFt = WholeNumber("--to", a->to, kDescentFinalRange, "ft");
-    in.ias = Number("--ias", a->ias, kDescentIasRange, "kt");
-    if (!a->mach.empty()) in.mach = Number("--mach", a->mach, kDescentMachRange, "");
-    if (!a->wind.empty()) in.windKt = Number("--wind", a->wind, kDescentWindRange, "kt");
-    if (!a->disa.empty()) in.disa = WholeNumber("--disa", a->disa, kDisaRange, "degrees C");
+    in.initialFt = ReadQuantity("--from", a->from, kDescentInitial);
+    in.finalFt = ReadQuantity("--to", a->to, kDescentFinal);
+    in.ias = ReadQuantity("--ias", a->ias, kDescentIas);
+    if (!a->mach.empty()) in.mach = ReadQuantity("--mach", a->mach, kDescentMach);
+    in.windKt = ReadQuantity("--wind", a->wind, kDescentWind);
+    in.disa = ReadQuantity("--disa", a->disa, kDisa);
     if (!a->rate.empty()) {
       in.given = DescentGiven::Rate;
-      in.value = Number("--rate", a->rate, DescentGivenRange(in.given), "ft/min");
+      in.value = ReadQuantity("--rate", a->rate, DescentGivenValue(in.given));
     } else if (!a->angle.empty()) {
       in.given = DescentGiven::Angle;
-      in.value = Number("--angle", a->angle, DescentGivenRange(in.given), "degrees");
+      in.value = ReadQuantity("--angle", a->angle, DescentGivenValue(in.given));
     } else if (!a->distance.empty()) {
       in.given = DescentGiven::Distance;
-      in.value = Number("--distance", a->distance, DescentGivenRange(in.given), "NM");
+      in.value = ReadQuantity("--distance", a->distance, DescentGivenValue(in.given));
     } else {
       throw UsageError("one of --rate, --angle or --distance is required");
     }
@@ -391,12 +311,9 @@ void RegisterDescent(CLI::App& app) {
       out.Message(r.error);
       out.SetFailed();
     } else {
-      const std::pair<const char*, const ShownValue*> results[] = {
-          {"altitude_to_lose", &r.altitudeToLose}, {"time", &r.time},          {"distance", &r.distance},
-          {"rod_top", &r.rodTop},                   {"rod_bottom", &r.rodBottom}, {"angle", &r.angle},
-          {"gradient", &r.gradient},                {"mean_gs", &r.meanGs},      {"tas_top", &r.tasTop},
-          {"tas_bottom", &r.tasBottom},             {"changeover", &r.changeover}};
-      for (const auto& [key, value] : results) Add(out, key, *value);
+      AddResults(out, keys,
+                 {&r.altitudeToLose, &r.time, &r.distance, &r.rodTop, &r.rodBottom, &r.angle, &r.gradient,
+                  &r.meanGs, &r.tasTop, &r.tasBottom, &r.changeover});
     }
     ExitStatus() = out.Print();
   });

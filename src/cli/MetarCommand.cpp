@@ -33,7 +33,7 @@ void AddElevationOption(CLI::App& cmd, std::optional<double>& elevationFt) {
 }
 
 void CheckElevation(const std::optional<double>& elevationFt) {
-  if (elevationFt) RequireRange("--elevation", *elevationFt, kElevationRange.min, kElevationRange.max, "ft");
+  if (elevationFt) RequireRange("--elevation", *elevationFt, kFieldElevation.min, kFieldElevation.max, "ft");
 }
 
 void RegisterMetarDecodeCommand(CLI::App& app) {

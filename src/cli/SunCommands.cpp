@@ -7,6 +7,7 @@
 #include "app/Angles.hpp"
 #include "cli/Catalogue.hpp"
 #include "cli/CliSupport.hpp"
+#include "cli/TimeZone.hpp"
 #include "cli/Commands.hpp"
 #include "app/TextFormat.hpp"
 #include "sun/SunTimes.hpp"
@@ -25,7 +26,7 @@ const std::vector<std::string> kTwilightOptions = {"civil", "nautical", "astrono
 
 void RegisterSunCommands(CLI::App& app) {
   struct Options {
-    std::string at, date, twilight = "civil", ltOffset;
+    std::string at, date, twilight = "civil", ltOffset, tz;
   };
   auto opt = std::make_shared<Options>();
   CLI::App* cmd = app.add_subcommand(
@@ -46,7 +47,13 @@ void RegisterSunCommands(CLI::App& app) {
            "Twilight kind for dawn and dusk: civil (sun 6° below the horizon, default), "
            "nautical (12°) or astronomical (18°)")
       ->type_name("KIND");
-  d.number("--lt-offset", opt->ltOffset, kLocalTimeOffset, false, "(default: times in UTC)")->type_name("HOURS");
+  CLI::Option* offset =
+      d.number("--lt-offset", opt->ltOffset, kLocalTimeOffset, false, "(default: times in UTC)")->type_name("HOURS");
+  d.text("--tz", opt->tz, "text", false,
+         "Local time of an IANA time zone (Asia/Kolkata, America/St_Johns), its offset on the date with daylight "
+         "saving")
+      ->type_name("ZONE")
+      ->excludes(offset);
   cmd->callback([opt] {
     const LatLon pos = ParseLatLon("--at", opt->at, kSunLimits);
     const Date date = ParseDate("--date", opt->date);
@@ -61,7 +68,14 @@ void RegisterSunCommands(CLI::App& app) {
         std::find(kTwilightOptions.begin(), kTwilightOptions.end(), opt->twilight) - kTwilightOptions.begin());
     if (!opt->ltOffset.empty()) {
       q.localTime = true;
-      q.ltOffsetHours = static_cast<int>(ReadQuantity("--lt-offset", opt->ltOffset, kLocalTimeOffset));
+      q.ltOffsetMinutes = 60 * static_cast<int>(ReadQuantity("--lt-offset", opt->ltOffset, kLocalTimeOffset));
+    }
+    if (!opt->tz.empty()) {
+      const std::optional<int> offset = ZoneOffsetMinutes(opt->tz, date.year, date.month, date.day);
+      if (!offset)
+        throw UsageError("--tz: unknown time zone \"" + opt->tz + "\" (an IANA name such as Europe/London or Asia/Kolkata)");
+      q.localTime = true;
+      q.ltOffsetMinutes = *offset;
     }
 
     const SunTexts t = CalculateSunTimes(q);

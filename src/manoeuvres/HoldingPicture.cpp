@@ -5,15 +5,12 @@
 #include <cmath>
 
 #include "app/Angles.hpp"
+#include "app/UiHelpers.hpp"
 
 namespace norvane {
 namespace {
 
 enum Entry { kDirect = 0, kTeardrop = 1, kParallel = 2 };
-
-const QColor kEntryColors[3] = {QColor(40, 150, 60), QColor(225, 130, 20), QColor(45, 105, 205)};
-const QColor kInk(40, 40, 40);
-const QColor kTrackColor(192, 0, 0);
 
 // Unit vector of a compass bearing in widget coordinates (x east, y down = south).
 QPointF Dir(double bearing) {
@@ -65,17 +62,20 @@ void HoldingPicture::setTrack(std::optional<int> track, const std::array<bool, 3
   update();
 }
 
-QColor HoldingPicture::sectorColor(int row) const {
-  if (row == 0) return kEntryColors[kDirect];
+QColor HoldingPicture::sectorColor(int row, bool text) const {
+  const QColor* colours = text ? Colours().entryText : Colours().entry;
+  if (row == 0) return colours[kDirect];
   const bool teardrop = (row == 1) == rightHand_;
-  return kEntryColors[teardrop ? kTeardrop : kParallel];
+  return colours[teardrop ? kTeardrop : kParallel];
 }
 
 void HoldingPicture::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.setRenderHint(QPainter::Antialiasing);
   p.setRenderHint(QPainter::TextAntialiasing);
-  p.fillRect(rect(), QColor(252, 252, 250));
+  const ColourScheme& colours = Colours();
+  const QColor& ink = colours.ink;
+  p.fillRect(rect(), colours.paper);
 
   const QFontMetricsF fm(font());
   const double margin = fm.height() + 6;
@@ -105,7 +105,7 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   }
 
   // Compass ring, north up.
-  p.setPen(QPen(QColor(150, 150, 150), 1.0));
+  p.setPen(QPen(colours.frame, 1.0));
   p.setBrush(Qt::NoBrush);
   p.drawEllipse(c, radius, radius);
   for (int b = 0; b < 360; b += 10) {
@@ -117,13 +117,13 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
     QFont f = font();
     f.setBold(k == 0);
     p.setFont(f);
-    p.setPen(k == 0 ? kInk : QColor(110, 110, 110));
+    p.setPen(k == 0 ? ink : colours.quietLabel);
     textAt(at(k * 90, radius + margin / 2), kCardinal[k]);
   }
   p.setFont(font());
 
   if (!outbound_) {
-    p.setPen(QColor(110, 110, 110));
+    p.setPen(colours.quietLabel);
     p.drawText(QRectF(c.x() - radius, c.y() - radius, 2 * radius, 2 * radius), Qt::AlignCenter | Qt::TextWordWrap,
                tr("Type the holding outbound course"));
     return;
@@ -134,18 +134,18 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   const double line70 = rightHand_ ? o - 70.0 : o + 70.0;  // the 70-degree ray on that side
 
   // Sector boundaries: the 70-degree line through the fix and the inbound course beyond it.
-  p.setPen(QPen(kInk, 1.6));
+  p.setPen(QPen(ink, 1.6));
   p.drawLine(at(line70, radius), at(line70 + 180, radius));
-  p.setPen(QPen(kInk, 1.2, Qt::DashLine));
+  p.setPen(QPen(ink, 1.2, Qt::DashLine));
   p.drawLine(c, at(o + 180.0, radius));
 
   // The 70-degree angle between the inbound leg and the line, on the holding side.
   {
     const double r70 = radius * 0.26;
     const QRectF arcRect(c.x() - r70, c.y() - r70, 2 * r70, 2 * r70);
-    p.setPen(QPen(QColor(90, 90, 90), 1.0));
+    p.setPen(QPen(colours.label, 1.0));
     p.drawArc(arcRect, qRound((90.0 - o) * 16), qRound((rightHand_ ? 70.0 : -70.0) * 16));
-    p.setPen(QColor(60, 60, 60));
+    p.setPen(colours.darkLabel);
     // Beside the line, clear of the outbound leg.
     textAt(at(rightHand_ ? o - 61.0 : o + 61.0, radius * 0.46), QStringLiteral("70°"));
   }
@@ -168,10 +168,10 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   }
   track.closeSubpath();
   p.setBrush(Qt::NoBrush);
-  p.setPen(QPen(kInk, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  p.setPen(QPen(ink, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   p.drawPath(track);
-  Arrowhead(p, c + u * (leg * 0.45), -u, 9, kInk);                 // inbound, towards the fix
-  Arrowhead(p, c + u * (leg * 0.55) + s * (2 * r), u, 9, kInk);    // outbound
+  Arrowhead(p, c + u * (leg * 0.45), -u, 9, ink);                 // inbound, towards the fix
+  Arrowhead(p, c + u * (leg * 0.55) + s * (2 * r), u, 9, ink);    // outbound
 
   // Sector names inside their wedges, moved aside when the track arrow runs through the middle.
   const auto names = EntryRowNames(rightHand_);
@@ -194,12 +194,12 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
     QFont f = font();
     f.setBold(marks_[i] && track_);
     p.setFont(f);
-    p.setPen(sectorColor(i).darker(160));
+    p.setPen(sectorColor(i, true));
     textAt(at(best, radius * (i == 0 ? 0.8 : 0.66)), QString::fromStdString(names[i]));
   }
   p.setFont(font());
 
-  FixSymbol(p, c, kInk);
+  FixSymbol(p, c, ink);
 
   // The typed track: from the ring towards the fix.
   if (track_) {
@@ -207,10 +207,10 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
     const QPointF d = Dir(x);
     const QPointF tail = at(x + 180.0, radius * 0.96);
     const QPointF tip = c - d * 9.0;
-    p.setPen(QPen(kTrackColor, 2.6, Qt::SolidLine, Qt::RoundCap));
+    p.setPen(QPen(colours.track, 2.6, Qt::SolidLine, Qt::RoundCap));
     p.drawLine(tail, tip - d * 8.0);
-    Arrowhead(p, tip, d, 14, kTrackColor);
-    p.setPen(kTrackColor);
+    Arrowhead(p, tip, d, 14, colours.track);
+    p.setPen(colours.track);
     QFont f = font();
     f.setBold(true);
     p.setFont(f);

@@ -40,8 +40,9 @@ class HoldingPicture : public QWidget {
   bool hasHeightForWidth() const override { return true; }
   int heightForWidth(int w) const override { return w; }
 
-  // Fill colour of sector row i (0 direct, then the rows' order), shared with the legend labels.
-  QColor sectorColor(int row) const;
+  // Fill colour of sector row i (0 direct, then the rows' order), shared with the legend labels;
+  // with `text`, the colour of its name drawn over the fill.
+  QColor sectorColor(int row, bool text = false) const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -16,8 +16,6 @@
 
 namespace norvane {
 
-const QColor HoldingScreen::kHighlight(255, 236, 150);
-
 HoldingScreen::HoldingScreen(QWidget* parent)
     : CalculatorScreen(15, "frmData15", tr("Holding entry calculator"), parent) {
   setLive(true);
@@ -140,8 +138,8 @@ void HoldingScreen::refresh() {
     QFont f = rowName_[i]->font();
     f.setBold(true);
     rowName_[i]->setFont(f);
-    SetTextColor(rowName_[i], kInvalidText);  // RGB(192, 0, 0)
-    SetBackground(lbllimit_[i], kHighlight);
+    SetTextColor(rowName_[i], Colours().invalidText);
+    SetBackground(lbllimit_[i], Colours().marked);
   }
   picture_->setTrack(track, marks);
 }

@@ -20,8 +20,6 @@ class HoldingScreen : public CalculatorScreen {
   explicit HoldingScreen(QWidget* parent = nullptr);
   void prepareScreenshot() override;
 
-  static const QColor kHighlight;  // background of a marked limits label
-
  protected:
   void boxEdited(int index) override;
 

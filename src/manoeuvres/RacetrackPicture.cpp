@@ -6,14 +6,11 @@
 #include <cmath>
 
 #include "app/Angles.hpp"
+#include "app/UiHelpers.hpp"
 #include "manoeuvres/HoldingPicture.hpp"
 
 namespace norvane {
 namespace {
-
-const QColor kInk(40, 40, 40);
-const QColor kWindColor(45, 105, 205);
-const QColor kCourseColor(120, 120, 120);
 
 // Unit vector of a compass bearing in widget coordinates (x east, y down = south).
 QPointF Dir(double bearing) {
@@ -53,14 +50,16 @@ void RacetrackPicture::clear() {
 void RacetrackPicture::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.setRenderHint(QPainter::Antialiasing);
-  p.fillRect(rect(), QColor(252, 252, 250));
-  p.setPen(QColor(150, 150, 150));
+  const ColourScheme& colours = Colours();
+  const QColor& ink = colours.ink;
+  p.fillRect(rect(), colours.paper);
+  p.setPen(colours.frame);
   p.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
   const QFontMetricsF fm(font());
   const double margin = fm.height() * 1.5 + 8;
 
   if (track_.empty()) {
-    p.setPen(QColor(110, 110, 110));
+    p.setPen(colours.quietLabel);
     p.drawText(QRectF(rect()).adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap,
                tr("Calculate to draw the ground track of one circuit"));
     return;
@@ -85,13 +84,13 @@ void RacetrackPicture::paintEvent(QPaintEvent*) {
 
   // The inbound course line through the fix, across the whole picture.
   const double reach = std::hypot(width(), height());
-  p.setPen(QPen(kCourseColor, 1.0, Qt::DashLine));
+  p.setPen(QPen(colours.course, 1.0, Qt::DashLine));
   p.drawLine(fix - u * reach, fix + u * reach);
 
   QPainterPath path;
   path.moveTo(px(pts.front()));
   for (size_t i = 1; i < pts.size(); ++i) path.lineTo(px(pts[i]));
-  p.setPen(QPen(kInk, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  p.setPen(QPen(ink, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   p.setBrush(Qt::NoBrush);
   p.drawPath(path);
   // Arrows halfway along the outbound and the inbound leg (the last two and the closing segment).
@@ -99,7 +98,7 @@ void RacetrackPicture::paintEvent(QPaintEvent*) {
   const auto legArrow = [&](QPointF a, QPointF b) {
     const QPointF d = b - a;
     const double len = std::hypot(d.x(), d.y());
-    if (len > 0) Arrowhead(p, px((a + b) / 2) + d / len * 5.0, d / len, 10, kInk);
+    if (len > 0) Arrowhead(p, px((a + b) / 2) + d / len * 5.0, d / len, 10, ink);
   };
   legArrow(pts[n - 2], pts[n - 1]);
   for (size_t i = 1; i + 1 < n; ++i)
@@ -108,26 +107,26 @@ void RacetrackPicture::paintEvent(QPaintEvent*) {
       break;
     }
 
-  FixSymbol(p, fix, kInk);
+  FixSymbol(p, fix, ink);
 
   // North mark, top left; wind arrow (blowing towards) top right; scale bar bottom left.
-  p.setPen(kInk);
+  p.setPen(ink);
   QFont bold = font();
   bold.setBold(true);
   p.setFont(bold);
   const QPointF north(margin / 2 + 4, margin / 2 + 4);
   p.drawLine(north + QPointF(0, fm.height()), north);
-  Arrowhead(p, north, {0, -1}, 8, kInk);
+  Arrowhead(p, north, {0, -1}, 8, ink);
   p.drawText(north + QPointF(6, fm.ascent()), QStringLiteral("N"));
   p.setFont(font());
   if (windSpeed_ > 0) {
     const QPointF d = Dir(windDirection_ + 180);
     const QPointF c(width() - margin, margin);
     const double len = fm.height() * 1.6;
-    p.setPen(QPen(kWindColor, 2.0, Qt::SolidLine, Qt::RoundCap));
+    p.setPen(QPen(colours.wind, 2.0, Qt::SolidLine, Qt::RoundCap));
     p.drawLine(c - d * (len / 2), c + d * (len / 2 - 6));
-    Arrowhead(p, c + d * (len / 2), d, 10, kWindColor);
-    p.setPen(kWindColor);
+    Arrowhead(p, c + d * (len / 2), d, 10, colours.wind);
+    p.setPen(colours.wind);
     const long from = std::lround(windDirection_) % 360;
     const QString label = QString::asprintf("%03ld/%ld", from == 0 ? 360 : from, std::lround(windSpeed_));  // "360/25"
     const double w = fm.horizontalAdvance(label);
@@ -135,7 +134,7 @@ void RacetrackPicture::paintEvent(QPaintEvent*) {
   }
   const double step = ScaleStep((width() - 2 * margin) / 3 / scale);
   const QPointF a(margin / 2 + 4, height() - margin / 2), b = a + QPointF(step * scale, 0);
-  p.setPen(QPen(kInk, 1.2));
+  p.setPen(QPen(ink, 1.2));
   p.drawLine(a, b);
   p.drawLine(a + QPointF(0, -4), a + QPointF(0, 4));
   p.drawLine(b + QPointF(0, -4), b + QPointF(0, 4));

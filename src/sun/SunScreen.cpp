@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include <QDateTime>
+#include <QTimeZone>
+#include <QCompleter>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDate>
@@ -120,7 +123,9 @@ void SunScreen::buildDateAndTime() {
   auto* ttGroup = new QButtonGroup(frameTime);
   ttOpt_[0] = new QRadioButton(tr("UTC"), frameTime);
   ttOpt_[1] = new QRadioButton(tr("LT"), frameTime);
-  for (int i = 0; i < 2; ++i) {
+  ttOpt_[2] = new QRadioButton(tr("Zone"), frameTime);
+  ttOpt_[2]->setToolTip(tr("Local time of a time zone, with its daylight saving on the date"));
+  for (int i = 0; i < 3; ++i) {
     ttOpt_[i]->setObjectName(QStringLiteral("TTOpt%1").arg(i));
     ttGroup->addButton(ttOpt_[i], i);
     tl->addWidget(ttOpt_[i], 0, i);
@@ -134,7 +139,23 @@ void SunScreen::buildDateAndTime() {
   ltOffsetLbl_->setObjectName("LTOffsetLbl");
   ltOffsetLbl_->setMinimumWidth(ltOffsetLbl_->fontMetrics().horizontalAdvance(tr("Local time offset from UTC (h): %1").arg("-12")) + 8);
   tl->addWidget(ltOffsetLbl_, 1, 0, 1, 2);
-  tl->addWidget(ltOff_, 2, 0, 1, 2);
+  tl->addWidget(ltOff_, 2, 0, 1, 3);
+  // Time zones of the system's tz database, found by typing any part of the name ("Kolkata").
+  tzCombo_ = new QComboBox(frameTime);
+  tzCombo_->setObjectName("TZCombo");
+  tzCombo_->setEditable(true);
+  tzCombo_->setInsertPolicy(QComboBox::NoInsert);
+  for (const QByteArray& id : QTimeZone::availableTimeZoneIds()) tzCombo_->addItem(QString::fromLatin1(id));
+  tzCombo_->setCurrentText(QString::fromLatin1(QTimeZone::systemTimeZoneId()));
+  tzCombo_->completer()->setFilterMode(Qt::MatchContains);
+  tzCombo_->completer()->setCaseSensitivity(Qt::CaseInsensitive);
+  tzCombo_->completer()->setCompletionMode(QCompleter::PopupCompletion);
+  tzCombo_->setToolTip(tr("IANA time zone (Asia/Kolkata, America/St_Johns): type a part of its name"));
+  tzCombo_->setEnabled(false);
+  tl->addWidget(tzCombo_, 3, 0, 1, 3);
+  tzOffsetLbl_ = new QLabel(frameTime);
+  tzOffsetLbl_->setObjectName("TZOffsetLbl");
+  tl->addWidget(tzOffsetLbl_, 4, 0, 1, 3);
   when->addWidget(frameTime, 1);
   contentLayout()->addLayout(when);
 }
@@ -179,8 +200,17 @@ void SunScreen::connectSignals() {
     ltOffsetChanged(v);
     if (ttOpt_[1]->isChecked()) optionChanged();
   });
+  connect(ttOpt_[2], &QRadioButton::toggled, this, [this](bool on) {
+    tzCombo_->setEnabled(on);
+    zoneChanged();
+    if (!on) optionChanged();
+  });
+  connect(tzCombo_, &QComboBox::currentTextChanged, this, &SunScreen::zoneChanged);
   connect(twCombo_, &QComboBox::currentIndexChanged, this, &SunScreen::optionChanged);
-  connect(dtPicker_, &QDateEdit::dateChanged, this, &SunScreen::optionChanged);
+  connect(dtPicker_, &QDateEdit::dateChanged, this, [this] {
+    zoneChanged();  // daylight saving follows the date
+    optionChanged();
+  });
 }
 
 void SunScreen::setTabChain() {
@@ -193,7 +223,8 @@ void SunScreen::setTabChain() {
   setTabOrder(cmdImportInitial_, dtPicker_);
   setTabOrder(dtPicker_, ttOpt_[0]);
   setTabOrder(ttOpt_[0], ltOff_);
-  setTabOrder(ltOff_, twCombo_);
+  setTabOrder(ltOff_, tzCombo_);
+  setTabOrder(tzCombo_, twCombo_);
   setTabOrder(twCombo_, calculateButton());
   setTabOrder(calculateButton(), closeButton());
 }
@@ -209,7 +240,13 @@ bool SunScreen::calculate() {
   q.month = static_cast<int16_t>(d.month());
   q.year = static_cast<int16_t>(d.year());
   q.localTime = ttOpt_[1]->isChecked();
-  q.ltOffsetHours = ltOff_->value();
+  const std::optional<int> zone = zoneOffsetMinutes();
+  if (ttOpt_[2]->isChecked() && !zone) {
+    showError(tr("Unknown time zone"));
+    return false;
+  }
+  q.ltOffsetMinutes = zone.value_or(ltOff_->value() * 60);
+  q.localTime = q.localTime || ttOpt_[2]->isChecked();
   q.twilightIndex = twCombo_->currentIndex();
 
   // "Permanent day/night" is a result too ("None" four times, the notice beside them), but one
@@ -231,8 +268,30 @@ void SunScreen::optionChanged() {
   else if (resultsShown()) ClearResetData();
 }
 
+std::optional<int> SunScreen::zoneOffsetMinutes() const {
+  if (!ttOpt_[2]->isChecked()) return std::nullopt;
+  const QByteArray id = tzCombo_->currentText().toLatin1();
+  if (!QTimeZone::isTimeZoneIdAvailable(id)) return std::nullopt;
+  return QTimeZone(id).offsetFromUtc(QDateTime(dtPicker_->date(), QTime(12, 0), QTimeZone::utc())) / 60;
+}
+
+void SunScreen::zoneChanged() {
+  const std::optional<int> offset = zoneOffsetMinutes();
+  if (offset) {
+    const int m = std::abs(*offset);
+    tzOffsetLbl_->setText(tr("UTC%1%2:%3 on this date")
+                              .arg(*offset < 0 ? QLatin1Char('-') : QLatin1Char('+'))
+                              .arg(m / 60)
+                              .arg(m % 60, 2, 10, QLatin1Char('0')));
+  } else {
+    tzOffsetLbl_->setText(ttOpt_[2]->isChecked() ? tr("Unknown time zone") : QString());
+  }
+  timeSystemChanged();
+  if (ttOpt_[2]->isChecked()) optionChanged();
+}
+
 void SunScreen::timeSystemChanged() {
-  const bool lt = ttOpt_[1]->isChecked();
+  const bool lt = ttOpt_[1]->isChecked() || ttOpt_[2]->isChecked();
   frameResults_->setTitle(lt ? tr("Sunrise/Sunset (Local time)") : tr("Sunrise/Sunset (UTC)"));
   frameTwilight_->setTitle(lt ? tr("Twilight (Local time)") : tr("Twilight (UTC)"));
 }

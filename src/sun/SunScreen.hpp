@@ -3,6 +3,7 @@
 // place and date, in UTC or local time. After a first successful calculation, a change of
 // hemisphere, date, time system, offset or twilight kind recomputes at once.
 
+#include <optional>
 #include "app/CalculatorScreen.hpp"
 
 class QComboBox;
@@ -34,6 +35,9 @@ class SunScreen : public CalculatorScreen {
   void optionChanged();
   void timeSystemChanged();
   void ltOffsetChanged(int value);
+  // The offset of the chosen time zone on the chosen date, while "Zone" is the time system.
+  std::optional<int> zoneOffsetMinutes() const;
+  void zoneChanged();
   void importPosition();
 
   InputBox* latDeg_;
@@ -43,7 +47,9 @@ class SunScreen : public CalculatorScreen {
   QRadioButton* optLat_[2];
   QRadioButton* optLng_[2];
   QDateEdit* dtPicker_;
-  QRadioButton* ttOpt_[2];
+  QRadioButton* ttOpt_[3];
+  QComboBox* tzCombo_;
+  QLabel* tzOffsetLbl_;
   QScrollBar* ltOff_;
   QLabel* ltOffsetLbl_;
   QComboBox* twCombo_;

@@ -125,7 +125,7 @@ SunTexts CalculateSunTimes(const SunQuery& q) {
     return out;
   }
 
-  const double shift = q.localTime ? q.ltOffsetHours * 60.0 : 0.0;
+  const double shift = q.localTime ? q.ltOffsetMinutes : 0.0;
   sun.rise += shift;
   sun.set += shift;
   if (sun.rise < 0) {

@@ -59,7 +59,7 @@ struct SunQuery {
   double longitudeDeg = 0;  // east positive
   int16_t day = 1, month = 1, year = 2000;
   bool localTime = false;  // false: UTC
-  int ltOffsetHours = 0;   // applied only with localTime
+  int ltOffsetMinutes = 0;  // applied only with localTime: +330 for India, -150 for Newfoundland in summer
   int twilightIndex = 0;   // list index of the twilight kind
 };
 

@@ -227,7 +227,7 @@ void TinyCalculatorScreen::Evaluate() {
   const CalcOutcome r = calc_.Evaluate(text.toStdString());
   result_->setText(Q(r.text));
   result_->setToolTip(Q(r.detail));
-  SetTextColor(result_, r.ok() ? palette().color(QPalette::WindowText) : kInvalidText);
+  SetTextColor(result_, r.ok() ? palette().color(QPalette::WindowText) : Colours().invalidText);
   if (r.ok()) {
     auto* item = new QListWidgetItem(text + QStringLiteral(" = ") + Q(r.text));
     item->setData(Qt::UserRole, Q(r.text));

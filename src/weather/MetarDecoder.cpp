@@ -614,8 +614,8 @@ std::optional<StationDensityAltitude> ReportDensityAltitude(const DecodedReport&
   in.temperature = *r.temperature;
   in.dewPoint = *r.dewPoint;
   in.elevationFt = *elevationFt;
-  if (!QnhRange(false).Contains(in.qnh) || !AirTemperatureRange(false).Contains(in.temperature) ||
-      !AirTemperatureRange(false).Contains(in.dewPoint) || !kElevationRange.Contains(in.elevationFt))
+  if (!Admits(Qnh(false), in.qnh) || !Admits(AirTemperature(false), in.temperature) ||
+      !Admits(DewPoint(false), in.dewPoint) || !Admits(kFieldElevation, in.elevationFt))
     return std::nullopt;
   const DensityAltitudeResult result = ComputeDensityAltitude(in);
   return StationDensityAltitude{*result.densityAltitude.value, result.pressure.text};

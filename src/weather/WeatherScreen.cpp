@@ -59,11 +59,7 @@ QGroupBox* WeatherScreen::buildAirport() {
   al->addWidget(makeCaption(tr("ICAO code"), "lblICAO"));
   al->addWidget(inboxICAO_);
   // The waypoint database holds no elevations: the user types the field's, for the density altitude.
-  BoxRule elevation{KeyMode::SignedReal, kElevationRange.min, kElevationRange.max};
-  elevation.allowEmpty = true;
-  elevation.maxLength = 6;
-  inboxElevation_ = addBox(elevation, tr("Field elevation for the density altitude of a METAR (-1500 to 15000 ft); "
-                                         "may stay empty"));
+  inboxElevation_ = addBox(kMetarFieldElevation);
   inboxElevation_->setObjectName("inboxElevation");
   inboxElevation_->setMaximumWidth(inboxElevation_->fontMetrics().horizontalAdvance(QStringLiteral("-15000")) + 24);
   al->addWidget(makeCaption(tr("Elevation (ft)"), "lblElevation"));
@@ -162,7 +158,7 @@ void WeatherScreen::boxEdited(int index) {
   }
   // A new code abandons a request still running for the old one.
   cancelFetch();
-  SetTextColor(inboxICAO_, IsIcaoCode(S(inboxICAO_->text())) ? kValidText : kInvalidText);
+  SetTextColor(inboxICAO_, IsIcaoCode(S(inboxICAO_->text())) ? Colours().validText : Colours().invalidText);
 }
 
 void WeatherScreen::cancelFetch() {
@@ -183,7 +179,7 @@ void WeatherScreen::getWeather() {
   lblR_->clear();
   NameResults({lblR_});
   report_.clear();
-  setWeatherText(tr("..Getting data.."), kValidText);
+  setWeatherText(tr("..Getting data.."), Colours().validText);
   cmdGetWeather_->setEnabled(false);
   cmdCancel_->setEnabled(true);
   reply_.clear();
@@ -208,11 +204,11 @@ void WeatherScreen::showResult(int code) {
     NameResults({lblR_});
     // A TAF one change group per line, whatever line breaks the server kept.
     const bool taf = optW_[1]->isChecked();
-    setWeatherText(QString::fromStdString(taf ? ReportLines(w.report) : w.report), kValidText);
+    setWeatherText(QString::fromStdString(taf ? ReportLines(w.report) : w.report), Colours().validText);
     report_ = w.report;
     showDecoded();
   } else {
-    setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), kInvalidText);
+    setWeatherText(QString::fromLatin1(WeatherErrorText(w.code).c_str()), Colours().invalidText);
   }
 }
 
@@ -231,7 +227,7 @@ void WeatherScreen::showDecoded() {
   QStringList lines;
   for (const DecodedLine& line : DescribeReport(DecodeReport(report_), elevation))
     lines << QString::fromStdString(line.text);
-  SetTextColor(textDecoded_, kValidText);
+  SetTextColor(textDecoded_, Colours().validText);
   textDecoded_->setPlainText(lines.join(QLatin1Char('\n')));
 }
 

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QGroupBox>
+#include <QImage>
 #include <QComboBox>
 #include <QLabel>
 #include <QLockFile>
@@ -87,15 +88,15 @@ TEST_F(UiFixture, TypingValidatesLiveArmsCalculateAndClears) {
   TestScreen s;
   Show(s);
   EXPECT_TRUE(CanCalculate(s));  // the default 5 and an empty B are valid
-  EXPECT_EQ(Find<QPushButton>(s, "cmdCalculate")->palette().color(QPalette::Button), kCalculateArmed);
+  EXPECT_EQ(Find<QPushButton>(s, "cmdCalculate")->palette().color(QPalette::Button), Colours().calculateArmed);
   Type(s, 0, "1x0-");  // letters and a minus are swallowed in an unsigned box
   EXPECT_EQ(Text(s, "InBox0"), "10");
   QTest::keyClicks(Box(s, 0), "17");  // the maximum length is 3
   EXPECT_EQ(Text(s, "InBox0"), "101");
-  EXPECT_EQ(Box(s, 0)->palette().color(QPalette::Text), kInvalidText);
+  EXPECT_EQ(Box(s, 0)->palette().color(QPalette::Text), Colours().invalidText);
   EXPECT_FALSE(CanCalculate(s));
   QTest::keyClick(Box(s, 0), Qt::Key_Backspace);
-  EXPECT_EQ(Box(s, 0)->palette().color(QPalette::Text), kValidText);
+  EXPECT_EQ(Box(s, 0)->palette().color(QPalette::Text), Colours().validText);
   Type(s, 1, "-2,5");  // either separator key types the locale's
   EXPECT_EQ(Text(s, "InBox1"), "-2.5");
   Calculate(s);
@@ -136,15 +137,15 @@ TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
     menu.highlight(r.from, true);
     QTest::keyClick(&menu, r.key);
     EXPECT_EQ(menu.hiIndex(), r.to) << r.from << " key " << r.key;
-    EXPECT_EQ(menu.itemColor(r.to), kMenuHighlight);
+    EXPECT_EQ(menu.itemColor(r.to), Colours().menuHighlight);
     if (r.to != r.from) {
-      EXPECT_EQ(menu.itemColor(r.from), kMenuIdle);
+      EXPECT_EQ(menu.itemColor(r.from), Colours().menuIdle);
     }
   }
   menu.highlight(7, true);
   QTest::keyClick(&menu, Qt::Key_Return);  // Enter opens the highlighted item
   EXPECT_EQ(menu.currentForm(), 7);
-  EXPECT_EQ(menu.itemColor(7), kMenuOpen);
+  EXPECT_EQ(menu.itemColor(7), Colours().menuOpen);
   EXPECT_FALSE(menu.labelDB()->isEnabled());  // the database cannot change under screen 7
 
   auto* item0 = menu.findChild<QWidget*>("menutitle0");
@@ -157,32 +158,48 @@ TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
   EXPECT_EQ(menu.openScreen(), first.data());
   QTest::mouseClick(menu.findChild<QWidget*>("menutitle1"), Qt::LeftButton);
   EXPECT_EQ(menu.currentForm(), 1);
-  EXPECT_EQ(menu.itemColor(0), kMenuIdle);
+  EXPECT_EQ(menu.itemColor(0), Colours().menuIdle);
   QTest::qWait(10);
   EXPECT_TRUE(first.isNull());  // the first screen was unloaded
   menu.chooseItem(3);  // an item without a screen opens nothing
   EXPECT_EQ(menu.currentForm(), 1);
   Click(*menu.openScreen(), "cmdClose");
   EXPECT_EQ(menu.currentForm(), -1);
-  for (int k = 0; k < MainMenu::kItemCount; ++k) EXPECT_NE(menu.itemColor(k), kMenuOpen) << k;
+  for (int k = 0; k < MainMenu::kItemCount; ++k) EXPECT_NE(menu.itemColor(k), Colours().menuOpen) << k;
   EXPECT_TRUE(menu.labelDB()->isEnabled());
 }
 
 TEST_F(MenuUi, OptionsSaveStoresCancelDoesNot) {
   App().settings.LTOffset = -3;
+  MainMenu menu(registry);
+  const QPalette day = QApplication::palette();
   for (const char* button : {"cmdCancel", "cmdSave"}) {
     OptionsScreen o;
     Show(o);
     EXPECT_EQ(Text(o, "LTOffsetLbl"), "-3");
     Click(o, "CheckSynchro");
     Click(o, "OptMetricUS1");
+    Click(o, "OptColours1");
     QTest::keyClick(Find<QScrollBar>(o, "LTOff"), Qt::Key_Right);  // Right adds an hour
     Click(o, button);
     EXPECT_EQ(App().settings.LTOffset, button == std::string("cmdSave") ? -2 : -3);
+    EXPECT_EQ(App().night, button == std::string("cmdSave"));
   }
   EXPECT_EQ(App().settings.Synchronize, 0);
   EXPECT_EQ(App().settings.DefaultUnitSystem, 1);
   EXPECT_EQ(App().settings.LTOffset, -2);
+  // Saved, the colours change at once: the application palette and the open menu's items.
+  EXPECT_EQ(App().settings.Colours, 1);
+  EXPECT_EQ(QApplication::palette(), NightPalette());
+  EXPECT_EQ(menu.itemColor(5), kNightColours.menuIdle);
+  OptionsScreen o;
+  Show(o);
+  EXPECT_TRUE(Checked(o, "OptColours1"));
+  Click(o, "OptColours0");
+  Click(o, "cmdSave");
+  EXPECT_EQ(App().settings.Colours, 0);
+  EXPECT_EQ(QApplication::palette(), day);
+  EXPECT_EQ(menu.itemColor(5), kDayColours.menuIdle);
 }
 
 // What each setting does: the unit system of a newly opened screen, Synchronize (the open screen
@@ -276,6 +293,17 @@ TEST_F(MenuUi, TheProgramRefusesASecondInstanceAndWritesScreenshots) {
   EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
   for (const char* png : {"menu.png", "frmData0.png", "frmData7.png", "frmData15.png", "frmData20.png"})
     EXPECT_TRUE(QFile::exists(shots + "/" + png)) << png;
+
+  // By night, in a user's program folder: the settings there stay as they are.
+  const std::string mine = "[Options]\r\nLTOffset=2\r\n";
+  std::ofstream(App().settingsFile(), std::ios::binary) << mine;
+  env.insert("NORVANE_APP_DIR", dir.path());
+  p.setProcessEnvironment(env);
+  p.start(NORVANE_BINARY, {"--screenshots", shots + "-night", "--night"});
+  ASSERT_TRUE(p.waitForFinished(120000));
+  EXPECT_EQ(p.exitCode(), 0);
+  EXPECT_EQ(QImage(shots + "-night/menu.png").pixelColor(2, 2), NightPalette().color(QPalette::Window));
+  EXPECT_EQ(ReadWhole(App().settingsFile()), mine);
 }
 
 TEST_F(UiFixture, FocusedButtonsTakeEnterAndSpaceAndInvalidBoxesSayWhy) {
@@ -292,15 +320,15 @@ TEST_F(UiFixture, FocusedButtonsTakeEnterAndSpaceAndInvalidBoxesSayWhy) {
   QTest::keyClick(test::Box(s, 1), Qt::Key_Return);
   auto* calc = test::Find<QPushButton>(s, "cmdCalculate");
   ASSERT_TRUE(calc->hasFocus());
-  EXPECT_EQ(calc->palette().color(QPalette::Button), kFocusedCalculate);
+  EXPECT_EQ(calc->palette().color(QPalette::Button), Colours().focusedCalculate);
   QTest::keyClick(calc, Qt::Key_Return);
   EXPECT_EQ(s.calculations, 1);
   EXPECT_EQ(s.result->text(), "50");
   QTest::keyClick(calc, Qt::Key_Space);
   EXPECT_EQ(s.calculations, 2);
   QTest::keyClick(calc, Qt::Key_Tab);
-  EXPECT_EQ(calc->palette().color(QPalette::Button), kCalculateArmed);
-  EXPECT_EQ(test::Find<QPushButton>(s, "cmdClose")->palette().color(QPalette::Button), kFocusedButton);
+  EXPECT_EQ(calc->palette().color(QPalette::Button), Colours().calculateArmed);
+  EXPECT_EQ(test::Find<QPushButton>(s, "cmdClose")->palette().color(QPalette::Button), Colours().focusedButton);
 }
 
 TEST_F(MenuUi, MenuKeyboardFromTheStartAndScreensKeepTheirInputs) {
@@ -323,7 +351,7 @@ TEST_F(MenuUi, MenuKeyboardFromTheStartAndScreensKeepTheirInputs) {
   EXPECT_EQ(test::Text(*s, "dataR0"), "43.5");
   QTest::keyClick(s, Qt::Key_Escape);
   EXPECT_EQ(menu.hiIndex(), 1);  // the keyboard goes on from the item just closed
-  EXPECT_EQ(menu.itemColor(1), kMenuHighlight);
+  EXPECT_EQ(menu.itemColor(1), Colours().menuHighlight);
   QTest::keyClick(&menu, Qt::Key_Return);
   s = menu.openScreen();
   ASSERT_TRUE(s);

@@ -27,7 +27,8 @@ TEST(Settings, ReadRulesForRangesBlanksAndCase) {
   const std::map<std::string, int16_t Settings::*> field = {
       {"LTOffset", &Settings::LTOffset},       {"DefMVYear", &Settings::DefMVYear},     {"DefMVModel", &Settings::DefMVModel},
       {"DefaultUnitSystem", &Settings::DefaultUnitSystem}, {"Synchronize", &Settings::Synchronize},
-      {"AutoMV", &Settings::AutoMV},           {"IniTop", &Settings::IniTop},           {"IniLeft", &Settings::IniLeft}};
+      {"AutoMV", &Settings::AutoMV},           {"IniTop", &Settings::IniTop},           {"IniLeft", &Settings::IniLeft},
+      {"Colours", &Settings::Colours}};
   for (const GoldenRow& r : ReadGolden("app/data/settings.txt", "read")) {
     std::string text;
     for (char c : r[0]) text += c == '|' ? std::string("\r\n") : std::string(1, c);
@@ -81,6 +82,13 @@ TEST(Settings, WritesTheExactLinesAndReadsThemBack) {
       "[WinPos]\r\nIniTop=1500\r\nIniLeft=30\r\n\r\n[NavDB]\r\nDBPath=/home/pilot/europe.dat\r\n\r\n"
       "[DBLinks]\r\nTitle0=Weather\r\nLink0=https://example.org/wx\r\n";
   EXPECT_EQ(SerializeSettings(s), expected);
+  EXPECT_EQ(SerializeSettings(ParseSettings(expected)), expected);  // a file without Colours stays as it was
+  s.Colours = 1;  // the night colours: one line more
+  std::string night = expected;
+  night.insert(night.find("\r\n\r\n[WinPos]"), "\r\nColours=1");
+  EXPECT_EQ(SerializeSettings(s), night);
+  EXPECT_EQ(ParseSettings(night), s);
+  s.Colours = 0;
 
   TempDir dir;
   const fs::path file = dir.path / kSettingsFileName;

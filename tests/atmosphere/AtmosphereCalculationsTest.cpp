@@ -19,8 +19,10 @@ TEST(AtmosphereScreens, ResultTexts) {
     std::vector<std::string> shown;
     size_t first = 0;  // of the expected texts
     if (r[0] == "atmosphere") {
-      for (const ShownValue& v : ComputeAtmosphereData({n(1), n(2) != 0, n(3) != 0, n(4), n(5), n(6) != 0, n(7) != 0}).results)
-        shown.push_back(v.text);
+      const AtmosphereDataResult v =
+          ComputeAtmosphereData({n(1), n(2) != 0, n(3) != 0, n(4), n(5), n(6) != 0, n(7) != 0});
+      shown = {v.temperature.text, v.pressure.text, v.density.text, v.sound.text,
+               v.theta.text,       v.delta.text,    v.sigma.text};
       first = 8;
     } else if (r[0] == "speed") {
       const SpeedCalculationResult v = ComputeSpeeds({n(1), static_cast<SpeedInput>(n(2)), n(3), n(4), n(5) != 0});
@@ -44,7 +46,7 @@ TEST(AtmosphereData, RangesAndScrollTexts) {
   const Row rows[] = {{false, false, -500, 85999}, {false, true, -500, 84852},
                       {true, false, -1500, 282150}, {true, true, -1500, 278385}};
   for (const Row& r : rows) {
-    const InputRange range = AtmosphereAltitudeRange(r.feet, r.geopotential);
+    const Quantity range = AtmosphereAltitude(r.feet, r.geopotential);
     EXPECT_EQ(range.min, r.min);
     EXPECT_EQ(range.max, r.max);
     // The top of every range stays inside the model (84852 m geopotential).
@@ -57,7 +59,17 @@ TEST(AtmosphereData, RangesAndScrollTexts) {
   EXPECT_DOUBLE_EQ(MslpHpaFromScroll(0, false), 1013.25);  // 0 is standard, not 1013
   EXPECT_DOUBLE_EQ(MslpHpaFromScroll(0, true), 1013.25);   // nor 29.92 inHg
   EXPECT_DOUBLE_EQ(MslpHpaFromScroll(-143, false), 870);
-  EXPECT_EQ(MslpScrollRange(true).max, 209);  // 32.01 inHg
+  EXPECT_EQ(MslpScrollRange(true), (std::pair{-423, 209}));  // 25.69 and 32.01 inHg
+}
+
+// The boxes' tool tips as the screens word them, from the quantities.
+TEST(AtmosphereQuantities, ToolTips) {
+  EXPECT_EQ(ToolTipText(AtmosphereAltitude(true, true)), "(Geopotential altitude -1500 to 278385 ft)");
+  EXPECT_EQ(ToolTipText(InputSpeed(SpeedInput::Mach)), "Mach number (0 to 3.00)");
+  EXPECT_EQ(ToolTipText(DewPoint(false)), "Dew point (-75 to 55\u00b0C)");
+  EXPECT_EQ(ToolTipText(Mtow(true)), "Maximum takeoff weight (1000 to 1 500 000 lb)");
+  EXPECT_EQ(ToolTipText(kReferenceStallSpeed), "Stall speed at sea level and MTOW (CAS ; 20 to 300 kts)");
+  EXPECT_EQ(ToolTipText(kDisa), "Temperature offset from standard atmosphere (-90 to +40\u00b0C)");
 }
 
 TEST(SpeedCalculation, InputFieldIsTheEnteredValue) {

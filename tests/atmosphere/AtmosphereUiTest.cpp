@@ -17,9 +17,8 @@ using AtmosphereUi = UiFixture;
 
 namespace {
 std::vector<std::string> Atm(const AtmosphereDataInput& in) {
-  std::vector<std::string> out;
-  for (const ShownValue& v : ComputeAtmosphereData(in).results) out.push_back(v.text);
-  return out;
+  const AtmosphereDataResult r = ComputeAtmosphereData(in);
+  return {r.temperature.text, r.pressure.text, r.density.text, r.sound.text, r.theta.text, r.delta.text, r.sigma.text};
 }
 std::vector<std::string> Speeds(const SpeedCalculationInput& in) {
   const SpeedCalculationResult r = ComputeSpeeds(in);
@@ -30,7 +29,7 @@ std::vector<std::string> Speeds(const SpeedCalculationInput& in) {
 TEST_F(AtmosphereUi, AtmosphereDataOptionsRecalculate) {
   AtmosphereScreen s;
   Show(s);
-  const auto shown = [&s] { return Texts(s, "dataR", kAtmosphereResults); };
+  const auto shown = [&s] { return Texts(s, "dataR", 7); };
   Calculate(s);
   EXPECT_EQ(shown(), Atm({}));
   Click(s, "OptUnits1");  // units and format follow at once
@@ -58,7 +57,7 @@ TEST_F(AtmosphereUi, AtmosphereDataOptionsRecalculate) {
   EXPECT_EQ(shown(), Atm({.altitude = 11000, .geopotential = true, .disa = 10, .mslpHpa = MslpHpaFromScroll(-20, false)}));
   Click(s, "OptUnits1");  // the sea-level bar takes the inHg range and goes back to standard
   EXPECT_EQ(mslp->value(), 0);
-  EXPECT_EQ(mslp->minimum(), MslpScrollRange(true).min);
+  EXPECT_EQ(mslp->minimum(), MslpScrollRange(true).first);
   Find<QCheckBox>(s, "CheckNSA")->click();
   EXPECT_EQ(disa->value(), 0);
   EXPECT_FALSE(mslp->isEnabled());
@@ -72,7 +71,7 @@ TEST_F(AtmosphereUi, AtmosphereDataRangeFollowsKindAndUnitWithoutConverting) {
     for (bool geopotential : {false, true}) {
       Click(s, geopotential ? "OptAlt1" : "OptAlt0");
       Click(s, feet ? "OptAltUnits1" : "OptAltUnits0");
-      const InputRange range = AtmosphereAltitudeRange(feet, geopotential);
+      const Quantity range = AtmosphereAltitude(feet, geopotential);
       for (auto [v, valid] : {std::pair{range.max, true}, {range.max + 1, false}, {range.min, true}, {range.min - 1, false}}) {
         Type(s, 0, QString::number(v));
         EXPECT_EQ(CanCalculate(s), valid) << feet << geopotential << " " << v;

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "app/InputBox.hpp"
+#include "app/UiHelpers.hpp"
 #include "manoeuvres/HoldingScreen.hpp"
 #include "manoeuvres/Turn.hpp"
 #include "manoeuvres/TurnScreen.hpp"
@@ -122,7 +123,7 @@ TEST_F(ManoeuvreUi, HoldingLiveLimitsMarksAndTurnDirection) {
       QLabel* lim = Find<QLabel>(s, QStringLiteral("lbllimit%1").arg(i));
       const bool bold = name->font().bold();
       EXPECT_EQ(bold, name->palette().color(QPalette::WindowText) == QColor(192, 0, 0)) << i;
-      EXPECT_EQ(bold, lim->autoFillBackground() && lim->palette().color(QPalette::Window) == HoldingScreen::kHighlight);
+      EXPECT_EQ(bold, lim->autoFillBackground() && lim->palette().color(QPalette::Window) == Colours().marked);
       m.push_back(bold);
     }
     return m;

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -18,14 +19,14 @@ using SunScreenUi = UiFixture;
 
 namespace {
 // What the model gives at 0 N for the screen's settings: sunrise, sunset, dawn, dusk, message.
-std::vector<std::string> Expected(double lon, QDate d, bool lt = false, int offset = 0, int twilight = 0) {
+std::vector<std::string> Expected(double lon, QDate d, bool lt = false, int offsetMinutes = 0, int twilight = 0) {
   SunQuery q;
   q.longitudeDeg = lon;
   q.day = int16_t(d.day());
   q.month = int16_t(d.month());
   q.year = int16_t(d.year());
   q.localTime = lt;
-  q.ltOffsetHours = offset;
+  q.ltOffsetMinutes = offsetMinutes;
   q.twilightIndex = twilight;
   const SunTexts t = CalculateSunTimes(q);
   return {t.sunrise, t.sunset, t.dawn, t.dusk, t.message};
@@ -62,9 +63,9 @@ TEST_F(SunScreenUi, OptionsBarAndDateRecalculateEditsClear) {
   EXPECT_TRUE(Text(s, "LTOffsetLbl").endsWith("-2"));
   EXPECT_EQ(Shown(s), Expected(0, march, false, 0, 1));
   Click(s, "TTOpt1");
-  EXPECT_EQ(Shown(s), Expected(0, march, true, -2, 1));
+  EXPECT_EQ(Shown(s), Expected(0, march, true, -120, 1));
   QTest::keyClick(bar, Qt::Key_Left);
-  EXPECT_EQ(Shown(s), Expected(0, march, true, -3, 1));
+  EXPECT_EQ(Shown(s), Expected(0, march, true, -180, 1));
   Click(s, "TTOpt0");
   auto* date = Find<QDateEdit>(s, "DTPicker");
   date->setFocus();
@@ -138,4 +139,29 @@ TEST_F(SunScreenUi, TabReachesEveryControlWhicheverOptionIsChecked) {
   const QStringList expected{"InBox1", "OptLat1", "InBox2", "InBox3", "OptLng1", "cmdImportInitial",
                              "DTPicker", "TTOpt1", "LTOff", "TWCombo", "cmdCalculate"};
   EXPECT_EQ(order.mid(0, expected.size()), expected);
+}
+
+// A time zone gives the offset of the date with its daylight saving (St John's: -3:30 in January,
+// -2:30 in July), follows the date, and an unknown name is an error rather than UTC.
+TEST_F(SunScreenUi, ZoneOffsetFollowsTheDate) {
+  SunScreen s;
+  Show(s);
+  Type(s, 0, "0");
+  Type(s, 2, "52");
+  Click(s, "OptLng1");
+  auto* date = Find<QDateEdit>(s, "DTPicker");
+  date->setDate(QDate(2026, 1, 15));
+  Click(s, "TTOpt2");
+  auto* zone = Find<QComboBox>(s, "TZCombo");
+  zone->setFocus();
+  zone->lineEdit()->selectAll();
+  QTest::keyClicks(zone, "America/St_Johns");
+  Calculate(s);
+  EXPECT_EQ(Text(s, "TZOffsetLbl"), "UTC-3:30 on this date");
+  EXPECT_EQ(Shown(s), Expected(-52, QDate(2026, 1, 15), true, -210));
+  date->setDate(QDate(2026, 7, 15));
+  EXPECT_EQ(Text(s, "TZOffsetLbl"), "UTC-2:30 on this date");
+  EXPECT_EQ(Shown(s), Expected(-52, QDate(2026, 7, 15), true, -150));
+  QTest::keyClicks(zone, "x");
+  EXPECT_EQ(Text(s, "lblError"), "Unknown time zone");
 }

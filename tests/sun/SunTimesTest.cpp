@@ -48,7 +48,12 @@ TEST(SunTimes, ScreenResultsForKnownPlacesAndDates) {
     q.month = int16_t(std::stoi(r[2].substr(5, 2)));
     q.day = int16_t(std::stoi(r[2].substr(8, 2)));
     q.localTime = r[3] != "-";
-    q.ltOffsetHours = q.localTime ? std::stoi(r[3]) : 0;
+    if (q.localTime) {  // hours, or h:mm
+      const size_t colon = r[3].find(':');
+      const int hours = std::stoi(r[3].substr(0, colon));
+      const int minutes = colon == std::string::npos ? 0 : std::stoi(r[3].substr(colon + 1));
+      q.ltOffsetMinutes = hours * 60 + (r[3][0] == '-' ? -minutes : minutes);
+    }
     q.twilightIndex = std::stoi(r[4]);
     const SunTexts t = CalculateSunTimes(q);
     EXPECT_EQ(std::vector<std::string>({t.sunrise, t.sunset, t.dawn, t.dusk, t.message}),

@@ -24,11 +24,12 @@ QT_END_NAMESPACE
 
 namespace norvane::test {
 
-// A fresh application context with the decimal point, for every UI test.
+// A fresh application context with the decimal point and the day colours, for every UI test.
 struct UiFixture : ::testing::Test {
   void SetUp() override {
     App() = AppContext{};
     App().decimalSep = u'.';
+    UseColours(false);
   }
 };
 

@@ -71,11 +71,11 @@ TEST_F(WeatherUiTest, CodeBoxTakesFourLettersInCapitalsHoweverTheyCome) {
   QTest::keyClicks(code, "e1g-l");
   EXPECT_EQ(code->text(), "EGL");
   EXPECT_FALSE(get->isEnabled());
-  EXPECT_EQ(code->palette().color(QPalette::Text), kInvalidText);
+  EXPECT_EQ(code->palette().color(QPalette::Text), Colours().invalidText);
   QTest::keyClicks(code, "lx");
   EXPECT_EQ(code->text(), "EGLL");
   EXPECT_TRUE(get->isEnabled());
-  EXPECT_EQ(code->palette().color(QPalette::Text), kValidText);
+  EXPECT_EQ(code->palette().color(QPalette::Text), Colours().validText);
 
   QGuiApplication::clipboard()->setText(" egll\n");
   code->clear();
@@ -104,7 +104,7 @@ TEST_F(WeatherUiTest, ReportsEditsOptionsAndFailures) {
   Fetch("EGLL");
   EXPECT_EQ(Text(*screen, "LblR").toStdString(), "Recorded: " + year + "/03/14 09:50");
   EXPECT_EQ(text->toPlainText(), "EGLL 140950Z 24012KT 12/06 Q1018");
-  EXPECT_EQ(Colour(), kValidText);
+  EXPECT_EQ(Colour(), Colours().validText);
   // A typed elevation redoes the decoded view (density altitude added); the raw view stays.
   auto* decoded = Find<QPlainTextEdit>(*screen, "TextDecoded");
   const QString before = decoded->toPlainText();
@@ -127,7 +127,7 @@ TEST_F(WeatherUiTest, ReportsEditsOptionsAndFailures) {
   Fetch("ZZZZ");  // unknown station: not found
   EXPECT_TRUE(text->toPlainText().startsWith("Unable to get weather data\n")) << text->toPlainText().toStdString();
   EXPECT_TRUE(Text(*screen, "LblR").isEmpty());
-  EXPECT_EQ(Colour(), kInvalidText);
+  EXPECT_EQ(Colour(), Colours().invalidText);
 }
 
 TEST_F(WeatherUiTest, ButtonWaitsWhileTheRequestRunsAndTheWindowStaysUsable) {
@@ -142,7 +142,7 @@ TEST_F(WeatherUiTest, ButtonWaitsWhileTheRequestRunsAndTheWindowStaysUsable) {
     EXPECT_FALSE(get->isEnabled());
     EXPECT_TRUE(cancel->isEnabled());
     EXPECT_EQ(text->toPlainText(), "..Getting data..");
-    EXPECT_EQ(Colour(), kValidText);
+    EXPECT_EQ(Colour(), Colours().validText);
     QTest::qWait(50);
     if (way == 2) break;
     if (way == 0) QTest::keyClick(code, Qt::Key_Backspace), QTest::keyClicks(code, "K");
