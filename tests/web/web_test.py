@@ -30,7 +30,7 @@ ROWS = [
     ('point', 'point', {'--from': '51.47,-0.46', '--track': '285', '--distance': '3000'}),
     ('intersection', 'intersection', {'--p1': '51.47,-0.46', '--track1': '45', '--p2': '52,1', '--track2': '300'}),
     ('magvar', 'magvar', {'--at': '51.47,-0.46', '--date': '2007-06-01'}),
-    ('sun', 'sun', {'--at': '51.47,-0.46', '--date': '2024-06-21'}),
+    ('sun', 'sun', {'--at': '47.62,-52.75', '--date': '2024-06-21', '--tz': 'America/St_Johns'}),
     ('convert', 'convert', {'--type': 'Speed', '--from': 'kt', '--to': 'km/h', 'VALUE': '250'}),
     ('stall', 'stall', {'--vs': '60', '--mtow': '1000', '--weight': '900', '--altitude': '5000', '--bank': '30'}),
     ('calc', 'calc', {'EXPRESSION': '2*sin(30)+sqrt(2)^2'}),
