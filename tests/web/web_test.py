@@ -68,8 +68,11 @@ class Page:
     def stop_server(self):
         self.server.terminate() or self.server.wait()
 
-    def open(self, screen=''):
+    def open(self, screen='', reload=False):
+        """Goes to a screen; with reload, loads the page afresh (a new hash alone does not)."""
         self.d.get(f'http://127.0.0.1:{self.port}/#{screen}')
+        if reload:
+            self.d.refresh()
         self.wait('return document.documentElement.dataset.ready === "true"')
 
     def wait(self, script):
@@ -149,7 +152,9 @@ def check_rules(page, catalogue):
     page.field('--tas', 'input').send_keys(Keys.ENTER)
     check(page.js('return document.activeElement.closest(".field").dataset.option') != '--tas', 'Enter did not move on')
     page.d.find_element(By.ID, 'night').click()
-    page.open('turn')
+    page.js('window.notReloaded = true')
+    page.open('turn', reload=True)
+    check(not page.js('return window.notReloaded'), 'the page did not reload')
     check(page.field('--tas', 'input').get_attribute('value') == '321', 'inputs not kept')
     check(page.js('return document.documentElement.classList.contains("night")'), 'night mode not kept')
     if 'tracks' in {c['name'] for c in catalogue}:
@@ -165,7 +170,7 @@ def check_offline(page, cli):
     foreign = page.js('return performance.getEntriesByType("resource").filter(e => !e.name.startsWith(location.origin))')
     check(not foreign, f'requests outside the origin: {foreign}')
     page.stop_server()
-    page.open('metar')
+    page.open('metar', reload=True)
     report = 'LFPG 251030Z 05008KT CAVOK 21/09 Q1021'
     page.fill({'<stdin>': report})
     lines, _ = page.calculate()
