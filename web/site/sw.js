@@ -4,7 +4,9 @@ const CACHE = 'norvane-@CACHE_VERSION@';
 const FILES = [@CACHE_FILES@];
 
 self.addEventListener('install', event => {
-  event.waitUntil(caches.open(CACHE).then(cache => cache.addAll(FILES)).then(() => self.skipWaiting()));
+  // Past the browser's HTTP cache, so that a new build never caches an old file.
+  const fresh = FILES.map(f => new Request(f, {cache: 'reload'}));
+  event.waitUntil(caches.open(CACHE).then(cache => cache.addAll(fresh)).then(() => self.skipWaiting()));
 });
 
 self.addEventListener('activate', event => {
