@@ -23,6 +23,15 @@ NORVANE_BENCH_PACKAGES=(
   xvfb xauth
 )
 
+# The web build (scripts/web): emscripten, CLI11's headers and dpkg-source for muParser's Debian
+# source package; Chromium and its driver run the page's tests (tests/web).
+NORVANE_WEB_PACKAGES=(
+  cmake ninja-build emscripten libcli11-dev dpkg-dev python3
+)
+NORVANE_WEB_TEST_PACKAGES=(
+  chromium chromium-driver python3-selenium libgtest-dev
+)
+
 # Installs whatever of the given packages is missing (as root), or prints the line to run.
 norvane_install() {
   local missing=()

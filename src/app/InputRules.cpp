@@ -4,6 +4,8 @@
 #include <charconv>
 #include <string>
 
+#include "app/NumberChars.hpp"
+
 namespace norvane {
 namespace {
 
@@ -101,10 +103,7 @@ std::optional<double> ParseLocaleReal(const std::u16string& text, char16_t decim
     }
   }
   if (!digits) return std::nullopt;
-  double v = 0;
-  const auto [ptr, ec] = std::from_chars(c.data(), c.data() + c.size(), v);
-  if (ec != std::errc() || ptr != c.data() + c.size()) return std::nullopt;
-  return v;
+  return ParseDouble(c);
 }
 
 bool IsValidIntText(const std::u16string& text, bool allowEmpty, int32_t min, int32_t max) {

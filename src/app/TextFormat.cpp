@@ -1,10 +1,11 @@
 #include "app/TextFormat.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <limits>
+
+#include "app/NumberChars.hpp"
 
 namespace norvane {
 namespace {
@@ -176,9 +177,7 @@ int16_t RoundToInt16(double v) {
 std::string SignedText(int n) { return n > 0 ? "+" + std::to_string(n) : std::to_string(n); }
 
 std::string FormatRaw(double v) {
-  char buf[40];
-  const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 17);
-  return std::string(buf, res.ptr);
+  return FormatGeneral(v, 17);
 }
 
 std::string FormatMinutesSeconds(double seconds) {

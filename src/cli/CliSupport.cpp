@@ -1,12 +1,12 @@
 #include "cli/CliSupport.hpp"
 
-#include <charconv>
 #include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <cstdio>
 #include <ctime>
 
+#include "app/NumberChars.hpp"
 #include "app/TextFormat.hpp"
 #include "navigation/Geodesy.hpp"
 #include "navigation/GeoMag.hpp"
@@ -63,9 +63,9 @@ int ResultPrinter::Print() const {
 
 std::string Shortest(double v) {
   char buf[64];
-  auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::fixed);
-  if (res.ec != std::errc()) res = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, res.ptr);
+  char* end = WriteShortest(buf, buf + sizeof buf, v, /*fixed*/ true);
+  if (!end) end = WriteShortest(buf, buf + sizeof buf, v);
+  return std::string(buf, end);
 }
 
 void RequireRange(std::string_view option, double value, double min, double max, std::string_view unit) {
@@ -83,8 +83,7 @@ std::optional<double> ParseNumber(std::string_view text) {
   if (*first == '+') ++first;
   if (first != last && *first == '-' && first != text.data()) return std::nullopt;  // "+-5"
   double v = 0;
-  const auto [ptr, ec] = std::from_chars(first, last, v, std::chars_format::fixed);
-  if (ec != std::errc() || ptr != last || !std::isfinite(v)) return std::nullopt;
+  if (ReadDouble(first, last, v, /*exponent*/ false) != last || !std::isfinite(v)) return std::nullopt;
   return v;
 }
 

@@ -22,6 +22,9 @@ void RegisterNavScreenCommands(CLI::App& app);    // tracks point intersection (
 void RegisterWeatherCommand(CLI::App& app);       // weather (WeatherCommand.cpp)
 void RegisterMetarDecodeCommand(CLI::App& app);   // metar-decode (MetarCommand.cpp)
 
+// Parses the command line, runs its command and returns the exit status (main.cpp).
+int RunCommandLine(int argc, char** argv);
+
 // Decoded METAR/TAF output shared by weather --decode and metar-decode (MetarCommand.cpp): "key: text"
 // lines, or one JSON object on a line; --elevation adds the density altitude.
 std::string DecodedOutput(const std::string& report, std::optional<double> elevationFt, bool json);

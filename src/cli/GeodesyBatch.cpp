@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/NumberChars.hpp"
 #include "cli/CliSupport.hpp"
 #include "navigation/Geodesy.hpp"
 
@@ -112,7 +113,7 @@ char* PutNumber(char* p, double v) {
     std::memcpy(p, "ND", 2);
     return p + 2;
   }
-  return std::to_chars(p, p + 32, v).ptr;
+  return WriteShortest(p, p + 32, v);
 }
 
 char* PutText(char* p, std::string_view s) {
@@ -131,7 +132,7 @@ bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool InRange(double v, double lo, double hi, const char* name, std::string& why) {
   if (v >= lo && v <= hi) return true;
   char num[32];
-  *std::to_chars(num, num + sizeof num - 1, v).ptr = '\0';
+  *WriteShortest(num, num + sizeof num - 1, v) = '\0';
   char text[160];
   std::snprintf(text, sizeof text, "%s %s is out of range (%g to %g)", name, num, lo, hi);
   why = text;
@@ -201,8 +202,8 @@ bool ParseBatchFields(std::string_view line, double* out, int n, const char* lay
       }
     }
     const char* first = p < end && *p == '+' ? p + 1 : p;
-    const auto [ptr, ec] = std::from_chars(first, end, out[i]);
-    if (ec != std::errc() || ptr == first || !std::isfinite(out[i]) || (first != p && *first == '-') ||
+    const char* ptr = ReadDouble(first, end, out[i]);
+    if (!ptr || !std::isfinite(out[i]) || (first != p && *first == '-') ||
         (ptr < end && !IsBlank(*ptr) && *ptr != ',')) {
       why = std::string("expected ") + layout;
       return false;

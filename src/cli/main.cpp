@@ -40,10 +40,11 @@ int PrintHelp(CLI::App& app, const CLI::Error& e) {
 }
 }  // namespace
 
-int main(int argc, char** argv) {
-  std::setlocale(LC_ALL, "C");
-  norvane::GuardStandardStreams();
-  using namespace norvane::cli;
+// Starts afresh on every call: the web page runs one command line per calculation.
+int norvane::cli::RunCommandLine(int argc, char** argv) {
+  Catalogue().clear();
+  GlobalOutputMode() = {};
+  ExitStatus() = kExitOk;
   CLI::App app{"Norvane aeronautical calculator, command-line edition.\n"
                "Each command prints one \"key: text\" line per result, exactly as the screen shows it.",
                "norvane-cli"};
@@ -89,4 +90,10 @@ int main(int argc, char** argv) {
     return kExitComputation;
   }
   return FinishOutput(ExitStatus());
+}
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_ALL, "C");
+  norvane::GuardStandardStreams();
+  return norvane::cli::RunCommandLine(argc, argv);
 }

@@ -1,9 +1,9 @@
 #include "navigation/Geodesy.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
+#include "app/NumberChars.hpp"
 #include "app/TextFormat.hpp"
 
 namespace norvane {
@@ -279,9 +279,8 @@ std::optional<double> ParseCoordinate(std::string_view text, bool isLongitude) {
     const bool plus = !t.empty() && t[0] == '+';
     if (plus) t.remove_prefix(1);
     if (t.empty() || (plus && t[0] == '-')) return std::nullopt;
-    double v = 0;
-    const auto [ptr, ec] = std::from_chars(t.data(), t.data() + t.size(), v, std::chars_format::fixed);
-    if (ec != std::errc() || ptr != t.data() + t.size() || !std::isfinite(v)) return std::nullopt;
+    const auto v = ParseDouble(t, /*exponent*/ false);
+    if (!v || !std::isfinite(*v)) return std::nullopt;
     return v;
   };
   const char positive = isLongitude ? 'E' : 'N', negative = isLongitude ? 'W' : 'S';

@@ -1,10 +1,10 @@
 #include "navigation/NavCalculations.hpp"
 
-#include <charconv>
 #include <cmath>
 #include <string>
 
 #include "app/Angles.hpp"
+#include "app/NumberChars.hpp"
 #include "app/TextFormat.hpp"
 #include "app/Units.hpp"
 
@@ -48,9 +48,7 @@ double DmsToDegrees(double deg, double min, double sec, bool southOrWest) {
 
 double ShownVariation(double latDeg, double lonDeg, const MagSettings& mag) {
   const std::string text = FormatMask(TrackMagVar(latDeg, lonDeg, mag.year, mag.model), "0.0");
-  double v = 0;
-  std::from_chars(text.data(), text.data() + text.size(), v);
-  return v;
+  return ParseDouble(text).value_or(0);
 }
 
 std::string MagSettingsText(const MagSettings& m) { return std::string(MagModelName(m.model)) + ", " + std::to_string(m.year); }
