@@ -150,7 +150,8 @@ void BM_BuildOneIdentifier(benchmark::State& state) {
   const int n = int(state.range(0));
   for (auto _ : state) {
     NavDBBuilder b;
-    for (int i = 0; i < n; ++i) b.Add(WaypointType::Intersection, "SAME", -82 + 0.8 * (i / 390), -175 + 0.9 * (i % 390), 0);
+    for (int i = 0; i < n; ++i)
+      b.Add(WaypointType::Intersection, "SAME", -82 + 0.8 * (i / 390), -175 + 0.9 * (i % 390), 0);
     benchmark::DoNotOptimize(b.Build().data());
   }
   state.SetComplexityN(n);

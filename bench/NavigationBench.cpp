@@ -155,7 +155,7 @@ class MagneticReference {
  public:
   explicit MagneticReference(const GaussCoefficients& c, int secularDegree = 8) {
     const int n = c.maxDegree, n1 = secularDegree;
-    const auto fill = [](const double (&a)[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1], int nmax, bool sine) {
+    const auto fill = [](const double(&a)[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1], int nmax, bool sine) {
       std::vector<double> v;
       for (int m = sine ? 1 : 0; m <= nmax; ++m)
         for (int k = m; k <= nmax; ++k) v.push_back(a[k][m]);

@@ -12,7 +12,7 @@ NORVANE_TEST_PACKAGES=(
   libcpp-httplib-dev
   xvfb xauth python3-ephem
   python3-pymetar libgeo-metar-perl
-  appstream desktop-file-utils
+  appstream desktop-file-utils clang-format
   openssl
   clang libclang-rt-14-dev
 )

@@ -17,7 +17,8 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
   root->setSizeConstraint(QLayout::SetFixedSize);
   auto* title = new QLabel(QStringLiteral("<h2>Norvane</h2>"), this);
   root->addWidget(title);
-  auto* version = new QLabel(tr("Version %1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')), this);
+  auto* version =
+      new QLabel(tr("Version %1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')), this);
   version->setObjectName("LblVersion");
   root->addWidget(version);
   auto* text = new QLabel(tr("Aeronautical calculator: standard atmosphere, airspeeds, wind, turns, holdings,\n"

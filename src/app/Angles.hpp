@@ -30,9 +30,19 @@ inline constexpr Quantity kLatitudeMinutes{
     .caption = "Latitude minutes", .min = 0, .max = 59, .whole = true, .optional = true};
 inline constexpr Quantity kLongitudeMinutes{
     .caption = "Longitude minutes", .min = 0, .max = 59, .whole = true, .optional = true};
-inline constexpr Quantity kLatitudeSeconds{.caption = "Latitude seconds", .min = 0, .max = 59.99, .rangeDecimals = 2,
-                                           .maxLength = 5, .optional = true, .minDecimals = 0};
-inline constexpr Quantity kLongitudeSeconds{.caption = "Longitude seconds", .min = 0, .max = 59.99, .rangeDecimals = 2,
-                                            .maxLength = 5, .optional = true, .minDecimals = 0};
+inline constexpr Quantity kLatitudeSeconds{.caption = "Latitude seconds",
+                                           .min = 0,
+                                           .max = 59.99,
+                                           .rangeDecimals = 2,
+                                           .maxLength = 5,
+                                           .optional = true,
+                                           .minDecimals = 0};
+inline constexpr Quantity kLongitudeSeconds{.caption = "Longitude seconds",
+                                            .min = 0,
+                                            .max = 59.99,
+                                            .rangeDecimals = 2,
+                                            .maxLength = 5,
+                                            .optional = true,
+                                            .minDecimals = 0};
 
 }  // namespace norvane

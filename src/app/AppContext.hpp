@@ -16,7 +16,7 @@ namespace norvane {
 class MainMenu;
 
 struct AppContext {
-  std::string appPath;       // program folder, ends with the separator (Norvane.ini lives here)
+  std::string appPath;  // program folder, ends with the separator (Norvane.ini lives here)
   char16_t decimalSep = u'.';
   Settings settings;
   MainMenu* menu = nullptr;  // the main menu, when it exists

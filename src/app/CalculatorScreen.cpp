@@ -145,8 +145,8 @@ CalculatorScreen::OptionGroup CalculatorScreen::makeOptionGroup(const QString& c
                                                                 const QString& optName, const QStringList& texts,
                                                                 QRadioButton** options, Qt::Orientation orientation) {
   QGroupBox* frame = makeFrame(caption, frameName);
-  QBoxLayout* layout = orientation == Qt::Horizontal ? static_cast<QBoxLayout*>(new QHBoxLayout(frame))
-                                                     : new QVBoxLayout(frame);
+  QBoxLayout* layout =
+      orientation == Qt::Horizontal ? static_cast<QBoxLayout*>(new QHBoxLayout(frame)) : new QVBoxLayout(frame);
   auto* group = new QButtonGroup(frame);
   for (int i = 0; i < texts.size(); ++i) {
     options[i] = new QRadioButton(texts[i], frame);
@@ -344,8 +344,10 @@ bool CalculatorScreen::eventFilter(QObject* watched, QEvent* event) {
     auto* k = static_cast<QKeyEvent*>(event);
     if ((k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) &&
         !(k->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier))) {
-      if (button && button->isEnabled()) button->click();  // a focused button does what it says
-      else focusNextChild();  // elsewhere Enter moves on like Tab and never computes
+      if (button && button->isEnabled())
+        button->click();  // a focused button does what it says
+      else
+        focusNextChild();  // elsewhere Enter moves on like Tab and never computes
       return true;
     }
   } else if (button && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
@@ -371,8 +373,10 @@ void CalculatorScreen::convertOnSwitch(const std::vector<QAbstractButton*>& butt
     s->buttons = buttons;
     for (int k = 0; k < static_cast<int>(buttons.size()); ++k)
       connect(buttons[size_t(k)], &QAbstractButton::toggled, this, [this, s, k](bool on) {
-        if (on) unitEntered(*s, k);
-        else unitLeft(*s, k);
+        if (on)
+          unitEntered(*s, k);
+        else
+          unitLeft(*s, k);
       });
   }
   s->boxes.push_back({b, std::move(units), std::move(rangeOf), decimals, std::nullopt});
@@ -418,8 +422,10 @@ void CalculatorScreen::unitEntered(UnitSwitch& s, int unit) {
   }
   converting_ = false;
   if (restoring_) return;
-  if (wasShown && allInputsValid()) runCalculate();
-  else if (resultsShown_ || !lblError_->text().isEmpty()) clearData();
+  if (wasShown && allInputsValid())
+    runCalculate();
+  else if (resultsShown_ || !lblError_->text().isEmpty())
+    clearData();
 }
 
 void CalculatorScreen::rememberInputs() {
@@ -464,8 +470,10 @@ void CalculatorScreen::restoreInputs() {
       if (v == state.end()) continue;
       if (auto* b = qobject_cast<QAbstractButton*>(w); b && pass == 0) {
         if (b->isCheckable() && b->isChecked() != v->toBool() && (v->toBool() || !b->autoExclusive())) {
-          if (b->isEnabled()) b->click();  // as the user did: the screen's handlers follow
-          else b->setChecked(v->toBool());
+          if (b->isEnabled())
+            b->click();  // as the user did: the screen's handlers follow
+          else
+            b->setChecked(v->toBool());
         }
       } else if (auto* s = qobject_cast<QAbstractSlider*>(w); s && pass == 1) {
         s->setValue(v->toInt());

@@ -54,9 +54,9 @@ void InputBox::validate() {
   bool ok = false;
   BoxRule::Check check = rule_.check;
   if (check == BoxRule::Check::ByMode)
-    check = rule_.mode == KeyMode::UnsignedInt || rule_.mode == KeyMode::SignedInt ? BoxRule::Check::Integer
+    check = rule_.mode == KeyMode::UnsignedInt || rule_.mode == KeyMode::SignedInt     ? BoxRule::Check::Integer
             : rule_.mode == KeyMode::UnsignedReal || rule_.mode == KeyMode::SignedReal ? BoxRule::Check::Real
-                                                                                        : BoxRule::Check::None;
+                                                                                       : BoxRule::Check::None;
   switch (check) {
     case BoxRule::Check::Integer:
       ok = IsValidIntText(t, rule_.allowEmpty, static_cast<int32_t>(rule_.min), static_cast<int32_t>(rule_.max));

@@ -113,8 +113,7 @@ bool IsValidIntText(const std::u16string& text, bool allowEmpty, int32_t min, in
   return v && *v >= min && *v <= max;
 }
 
-bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max,
-                     char16_t decimalSep) {
+bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max, char16_t decimalSep) {
   if (text.empty()) return allowEmpty;
   size_t marks = 0;
   if (text[0] == u'-') {
@@ -138,8 +137,6 @@ bool AllInputsValid(const std::vector<bool>& flags) {
   return true;
 }
 
-char16_t DecimalSepFromText(const std::u16string& halfAsText) {
-  return halfAsText.size() >= 2 ? halfAsText[1] : u'.';
-}
+char16_t DecimalSepFromText(const std::u16string& halfAsText) { return halfAsText.size() >= 2 ? halfAsText[1] : u'.'; }
 
 }  // namespace norvane

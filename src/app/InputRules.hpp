@@ -24,8 +24,8 @@ enum class KeyMode : int16_t {
 // The part of a text box's state that the key filter looks at.
 struct BoxState {
   std::u16string text;
-  int maxLength = 0;       // 0 would refuse every printable key: give every box a positive length
-  int caret = 0;           // caret position (characters before it)
+  int maxLength = 0;  // 0 would refuse every printable key: give every box a positive length
+  int caret = 0;      // caret position (characters before it)
   int selectionLength = 0;
 };
 
@@ -41,8 +41,7 @@ std::u16string FilterText(BoxState box, std::u16string_view text, KeyMode mode, 
 
 // Range checks on the text of a box, both bounds inclusive.
 bool IsValidIntText(const std::u16string& text, bool allowEmpty, int32_t min, int32_t max);
-bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max,
-                     char16_t decimalSep);
+bool IsValidRealText(const std::u16string& text, bool allowEmpty, double min, double max, char16_t decimalSep);
 
 // Converts box text by the locale's rules: the separator is decimalSep (the other of "." and ","
 // is not accepted). Leading "-" allowed. No exponent, no blanks. nullopt when not a number.

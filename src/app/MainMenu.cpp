@@ -24,12 +24,13 @@
 namespace norvane {
 
 const std::array<const char*, MainMenu::kItemCount> MainMenu::kCaptions = {
-    "Atmosphere data",       "Speed calculations",        "Changeover level",     "Descent calculator",
-    "Density altitude",      "Wind calculations",         "Turn parameters",      "Tracks and distance",
-    "Point from track-distance", "Radial intersection",   "Magnetic variation",   "Sunrise and sunset",
-    "Unit conversions",      "Stall speed calculation",   "Racetrack calculator", "Holding entry calculator",
-    "Tiny math calculator",  "Airport weather",           "Aviation data links",  "Options and default",
-    "Time, speed, distance and fuel",
+    "Atmosphere data",          "Speed calculations",      "Changeover level",
+    "Descent calculator",       "Density altitude",        "Wind calculations",
+    "Turn parameters",          "Tracks and distance",     "Point from track-distance",
+    "Radial intersection",      "Magnetic variation",      "Sunrise and sunset",
+    "Unit conversions",         "Stall speed calculation", "Racetrack calculator",
+    "Holding entry calculator", "Tiny math calculator",    "Airport weather",
+    "Aviation data links",      "Options and default",     "Time, speed, distance and fuel",
 };
 
 namespace {
@@ -98,8 +99,10 @@ MainMenu::MainMenu(const ScreenRegistry& registry, QWidget* parent) : QWidget(pa
       item->setCursor(Qt::ArrowCursor);
     }
     items_[k] = item;
-    if (k < kColumnItems) grid->addWidget(item, k % kColumnRows, k / kColumnRows);
-    else grid->addWidget(item, kColumnRows + k - kColumnItems, 0, 1, 2);
+    if (k < kColumnItems)
+      grid->addWidget(item, k % kColumnRows, k / kColumnRows);
+    else
+      grid->addWidget(item, kColumnRows + k - kColumnItems, 0, 1, 2);
     item->setColor(Colours().menuIdle);
   }
   root->addLayout(grid);
@@ -118,8 +121,8 @@ MainMenu::MainMenu(const ScreenRegistry& registry, QWidget* parent) : QWidget(pa
   auto* frameVersion = new QGroupBox(this);
   frameVersion->setObjectName("FrameVersion");
   auto* vLayout = new QHBoxLayout(frameVersion);
-  labelVersion_ = new QLabel(tr("Version %1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')),
-                             frameVersion);
+  labelVersion_ = new QLabel(
+      tr("Version %1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')), frameVersion);
   labelVersion_->setObjectName("LabelVersion");
   labelVersion_->setToolTip(tr("Information and update"));
   labelVersion_->setCursor(Qt::PointingHandCursor);
@@ -150,7 +153,9 @@ QColor MainMenu::itemColor(int k) const { return items_[k]->color(); }
 
 void MainMenu::applyColours() {
   for (int k = 0; k < kItemCount; ++k)
-    setItemColor(k, k == currentForm_ ? Colours().menuOpen : k == hiIndex_ ? Colours().menuHighlight : Colours().menuIdle);
+    setItemColor(k, k == currentForm_ ? Colours().menuOpen
+                    : k == hiIndex_   ? Colours().menuHighlight
+                                      : Colours().menuIdle);
 }
 
 void MainMenu::highlight(int k, bool byKeyboard) {
@@ -195,8 +200,8 @@ void MainMenu::placeScreen() {
   const QRect menuFrame = frameGeometry();
   QScreen* where = QGuiApplication::screenAt(menuFrame.center());
   if (!where) where = screen();
-  const QSize decoration = screen_->isVisible() ? screen_->frameGeometry().size() - screen_->size()
-                                                : menuFrame.size() - size();
+  const QSize decoration =
+      screen_->isVisible() ? screen_->frameGeometry().size() - screen_->size() : menuFrame.size() - size();
   screen_->adjustSize();
   const QSize frame = screen_->size() + decoration;
   screen_->move(PlaceBeside(menuFrame, frame, where->availableGeometry()));
@@ -251,7 +256,8 @@ void MainMenu::refreshDatabaseLabel(const QString& failureText) {
   QString name = h.databaseDisplayName ? h.databaseDisplayName() : QString();
   labelDB_->setText(name.isEmpty() ? failureText : name);
   const QString why = name.isEmpty() && h.databaseProblem ? h.databaseProblem() : QString();
-  labelDB_->setToolTip(tr("Click to choose the waypoint database") + (why.isEmpty() ? QString() : QLatin1Char('\n') + why));
+  labelDB_->setToolTip(tr("Click to choose the waypoint database") +
+                       (why.isEmpty() ? QString() : QLatin1Char('\n') + why));
   labelDB_->repaint();
 }
 
@@ -320,8 +326,10 @@ void MainMenu::onTick() {
 
 bool MainMenu::focusNextPrevChild(bool next) {
   // The menu has no controls to tab between: Tab and Shift+Tab walk the items like Down and Up.
-  if (hiIndex_ < 0) highlight(currentForm_ == 0 ? 1 : 0, true);
-  else step(next ? Qt::Key_Down : Qt::Key_Up);
+  if (hiIndex_ < 0)
+    highlight(currentForm_ == 0 ? 1 : 0, true);
+  else
+    step(next ? Qt::Key_Down : Qt::Key_Up);
   return true;
 }
 
@@ -360,8 +368,12 @@ void MainMenu::step(int key) {
   const int old = hiIndex_;
   int k = old;
   switch (key) {
-    case Qt::Key_Up: k = old == 0 ? last : old - 1; break;
-    case Qt::Key_Down: k = old == last ? 0 : old + 1; break;
+    case Qt::Key_Up:
+      k = old == 0 ? last : old - 1;
+      break;
+    case Qt::Key_Down:
+      k = old == last ? 0 : old + 1;
+      break;
     case Qt::Key_Left:
     case Qt::Key_Right: {
       const int place = ReadingPlace(old) + (key == Qt::Key_Right ? 1 : -1);
@@ -369,7 +381,8 @@ void MainMenu::step(int key) {
       k = ItemAtReadingPlace(place);
       break;
     }
-    default: return;
+    default:
+      return;
   }
   if (old != currentForm_) setItemColor(old, Colours().menuIdle);
   hiIndex_ = k;

@@ -196,7 +196,8 @@ std::string FormatGeneralFallback(double v, int precision) {
 
 const char* ReadDouble(const char* first, const char* last, double& v, bool exponent) {
 #if NORVANE_DOUBLE_CHARCONV
-  const auto [ptr, ec] = std::from_chars(first, last, v, exponent ? std::chars_format::general : std::chars_format::fixed);
+  const auto [ptr, ec] =
+      std::from_chars(first, last, v, exponent ? std::chars_format::general : std::chars_format::fixed);
   return ec == std::errc() ? ptr : nullptr;
 #else
   return detail::ReadDoubleFallback(first, last, v, exponent);

@@ -31,11 +31,12 @@ OptionsScreen::OptionsScreen(QWidget* parent) : CalculatorScreen(19, "frmData19"
 
   auto* top = new QHBoxLayout;
   top->addWidget(buildProgramOptions());
-  for (QGroupBox* frame :
-       {makeOptionGroup(tr("Default unit system"), "FrameUnits", "OptMetricUS", {tr("Metric"), tr("US units")},
-                        optMetricUS_, Qt::Vertical).frame,
-        makeOptionGroup(tr("Colours"), "FrameColours", "OptColours", {tr("Day"), tr("Night")}, optColours_,
-                        Qt::Vertical).frame}) {
+  for (QGroupBox* frame : {makeOptionGroup(tr("Default unit system"), "FrameUnits", "OptMetricUS",
+                                           {tr("Metric"), tr("US units")}, optMetricUS_, Qt::Vertical)
+                               .frame,
+                           makeOptionGroup(tr("Colours"), "FrameColours", "OptColours", {tr("Day"), tr("Night")},
+                                           optColours_, Qt::Vertical)
+                               .frame}) {
     static_cast<QBoxLayout*>(frame->layout())->addStretch();
     top->addWidget(frame);
   }
@@ -122,7 +123,8 @@ QGroupBox* OptionsScreen::buildDatabase() {
 // "Norvane information and update", Save and Cancel.
 QHBoxLayout* OptionsScreen::buildButtons() {
   auto* bottom = new QHBoxLayout;
-  auto* lblInfo = new QLabel(QStringLiteral("<a href=\"about\">%1</a>").arg(tr("Norvane information and update")), this);
+  auto* lblInfo =
+      new QLabel(QStringLiteral("<a href=\"about\">%1</a>").arg(tr("Norvane information and update")), this);
   lblInfo->setObjectName("lblInfo");
   connect(lblInfo, &QLabel::linkActivated, this, [this] {
     AboutDialog about(this);

@@ -72,7 +72,9 @@ void KeepModeAndOwner(std::FILE* f, const fs::path& file) {
 #endif
 }
 
-std::string Reason(int errnoValue) { return errnoValue ? std::string(": ") + std::strerror(errnoValue) : std::string(); }
+std::string Reason(int errnoValue) {
+  return errnoValue ? std::string(": ") + std::strerror(errnoValue) : std::string();
+}
 }  // namespace
 
 bool WriteFileAtomic(const fs::path& file, std::string_view bytes, std::string* error) {
@@ -262,7 +264,8 @@ bool ExclusiveFile::IsAt(const fs::path& path) const {
   (void)path;
   return true;
 #else
-  struct stat mine {}, named {};
+  struct stat mine {
+  }, named{};
   return ::fstat(fd_, &mine) == 0 && ::lstat(path.c_str(), &named) == 0 && S_ISREG(named.st_mode) &&
          mine.st_dev == named.st_dev && mine.st_ino == named.st_ino;
 #endif

@@ -12,22 +12,22 @@
 namespace norvane {
 
 struct Quantity {
-  std::string_view caption{};  // "True air speed": starts the tool tip and the option help
-  double min = 0;              // inclusive
-  double max = 0;              // inclusive
-  std::string_view unit{};     // as the screen writes it after the range: "kts", "°", "NM"; may be empty
-  bool whole = false;          // whole numbers only
-  int rangeDecimals = 0;       // decimals of min and max in the range text: 1 gives "0.0 to 360.0°"
-  int maxLength = 0;           // characters the box takes; 0: enough for min and max (and 2 decimals)
-  bool optional = false;       // the box may stay empty
-  std::string_view note{};     // inside the brackets, before the range: "CAS ; " in "(CAS ; 20 to 300 kts)"
-  std::string_view after{};    // after the brackets: " - Leave blank for automatic calculation"
-  std::string_view cliUnit{};  // the unit as norvane-cli names it when it differs: "kt", "degrees"
-  int minDecimals = -1;        // decimals of min when they differ from rangeDecimals: 0 gives "0 to 3.00"
-  bool upTo = false;           // the range text names the maximum alone: "up to 5400 NM"
-  std::string_view remark{};   // inside the brackets, after the range: ", tail wind positive"
-  bool grouped = false;        // numbers of five digits or more in groups of three: "1 500 000"
-  bool plusSign = false;       // a plus sign before a positive end: "-90 to +40°C"
+  std::string_view caption{};      // "True air speed": starts the tool tip and the option help
+  double min = 0;                  // inclusive
+  double max = 0;                  // inclusive
+  std::string_view unit{};         // as the screen writes it after the range: "kts", "°", "NM"; may be empty
+  bool whole = false;              // whole numbers only
+  int rangeDecimals = 0;           // decimals of min and max in the range text: 1 gives "0.0 to 360.0°"
+  int maxLength = 0;               // characters the box takes; 0: enough for min and max (and 2 decimals)
+  bool optional = false;           // the box may stay empty
+  std::string_view note{};         // inside the brackets, before the range: "CAS ; " in "(CAS ; 20 to 300 kts)"
+  std::string_view after{};        // after the brackets: " - Leave blank for automatic calculation"
+  std::string_view cliUnit{};      // the unit as norvane-cli names it when it differs: "kt", "degrees"
+  int minDecimals = -1;            // decimals of min when they differ from rangeDecimals: 0 gives "0 to 3.00"
+  bool upTo = false;               // the range text names the maximum alone: "up to 5400 NM"
+  std::string_view remark{};       // inside the brackets, after the range: ", tail wind positive"
+  bool grouped = false;            // numbers of five digits or more in groups of three: "1 500 000"
+  bool plusSign = false;           // a plus sign before a positive end: "-90 to +40°C"
   bool captionInBrackets = false;  // the tool tip opens with the bracket: "(Geometric altitude -500 to 85999 m)"
 
   constexpr Quantity withCaption(std::string_view c) const {

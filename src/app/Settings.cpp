@@ -69,8 +69,7 @@ std::string ReadText(const Profile& p, const char* section, const std::string& k
   const auto v = Lookup(p, section, key);
   if (!v) return std::string();
   std::string s = TrimBlanks(*v);
-  if (s.size() >= 2 && (s.front() == '"' || s.front() == '\'') && s.back() == s.front())
-    s = s.substr(1, s.size() - 2);
+  if (s.size() >= 2 && (s.front() == '"' || s.front() == '\'') && s.back() == s.front()) s = s.substr(1, s.size() - 2);
   if (s.size() > 511) s.resize(511);
   return s;
 }

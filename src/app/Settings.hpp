@@ -23,8 +23,8 @@ struct Settings {
   int16_t DefMVYear = 2005;       // 2005..2009 (models 0, 1), 2025..2029 (models 2, 3)
   int16_t DefMVModel = 0;         // 0 IGRF-10, 1 WMM2005, 2 WMM2025, 3 IGRF-14 (MagModel)
   int16_t AutoMV = 0;
-  int16_t LTOffset = 0;           // hours, -12..14 (kLocalTimeOffset)
-  int16_t Colours = 0;            // 0 day, 1 night; written only for the night
+  int16_t LTOffset = 0;  // hours, -12..14 (kLocalTimeOffset)
+  int16_t Colours = 0;   // 0 day, 1 night; written only for the night
   // [WinPos], twips (15 per device-independent pixel)
   int16_t IniTop = 0;
   int16_t IniLeft = 0;

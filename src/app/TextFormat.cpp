@@ -32,8 +32,7 @@ MaskParts ParseMask(std::string_view mask) {
       (mask[i] == '0' ? m.requiredDecimals : m.optionalDecimals)++;
   }
   const size_t e = mask.find_first_of("Ee", i);
-  if (e != std::string_view::npos && e + 1 < mask.size() &&
-      (mask[e + 1] == '+' || mask[e + 1] == '-')) {
+  if (e != std::string_view::npos && e + 1 < mask.size() && (mask[e + 1] == '+' || mask[e + 1] == '-')) {
     m.exponent = true;
     m.exponentPrefix = std::string(mask.substr(i, e - i + 1));
     m.exponentAlwaysSigned = mask[e + 1] == '+';
@@ -144,8 +143,10 @@ std::string FormatExponentParts(double v, const MaskParts& m) {
   }
   std::string out = Compose(std::signbit(v) && v != 0, intPart, frac, m);
   out += m.exponentPrefix;
-  if (exp10 < 0) out.push_back('-');
-  else if (m.exponentAlwaysSigned) out.push_back('+');
+  if (exp10 < 0)
+    out.push_back('-');
+  else if (m.exponentAlwaysSigned)
+    out.push_back('+');
   std::string e = std::to_string(std::abs(exp10));
   while (static_cast<int>(e.size()) < std::max(1, m.exponentMinDigits)) e.insert(e.begin(), '0');
   return out + e;
@@ -176,9 +177,7 @@ int16_t RoundToInt16(double v) {
 
 std::string SignedText(int n) { return n > 0 ? "+" + std::to_string(n) : std::to_string(n); }
 
-std::string FormatRaw(double v) {
-  return FormatGeneral(v, 17);
-}
+std::string FormatRaw(double v) { return FormatGeneral(v, 17); }
 
 std::string FormatMinutesSeconds(double seconds) {
   const long long total = static_cast<long long>(std::floor(std::max(0.0, seconds) + 0.5));

@@ -78,7 +78,8 @@ const ColourScheme& Colours() { return App().night ? kNightColours : kDayColours
 QPalette DayPalette() {
   // The system's palette, but selected text in black: white on the Fusion blue is 3.7:1.
   QPalette p;
-  for (const auto group : {QPalette::Active, QPalette::Inactive}) p.setColor(group, QPalette::HighlightedText, Qt::black);
+  for (const auto group : {QPalette::Active, QPalette::Inactive})
+    p.setColor(group, QPalette::HighlightedText, Qt::black);
   return p;
 }
 
@@ -127,20 +128,15 @@ void SetTextColor(QWidget* w, const QColor& c) {
   w->setPalette(p);
 }
 
-OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QString& initialDir,
-                              const QString& filter) {
-  const QString path = QFileDialog::getOpenFileName(parent, title, initialDir, filter, nullptr,
-                                                    QFileDialog::ReadOnly);
+OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QString& initialDir, const QString& filter) {
+  const QString path = QFileDialog::getOpenFileName(parent, title, initialDir, filter, nullptr, QFileDialog::ReadOnly);
   if (path.isEmpty() || !QFileInfo(path).isFile()) return {};
   return {QFileInfo(path).fileName(), path};
 }
 
-char16_t LocaleDecimalSep() {
-  return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String());
-}
+char16_t LocaleDecimalSep() { return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String()); }
 
-QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep,
-                               int minWidth) {
+QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep, int minWidth) {
   auto* s = new QScrollBar(Qt::Horizontal, parent);
   s->setObjectName(name);
   s->setRange(min, max);
@@ -182,8 +178,10 @@ QPoint ClampOnto(const QPoint& at, const QSize& frame, const QRect& area) {
 QPoint PlaceBeside(const QRect& anchor, const QSize& frame, const QRect& area) {
   QPoint at(anchor.left() + anchor.width(), anchor.top());  // right
   if (at.x() + frame.width() > area.left() + area.width()) {
-    if (anchor.left() - frame.width() >= area.left()) at = QPoint(anchor.left() - frame.width(), anchor.top());
-    else at = QPoint(anchor.left(), anchor.top() + anchor.height());  // below
+    if (anchor.left() - frame.width() >= area.left())
+      at = QPoint(anchor.left() - frame.width(), anchor.top());
+    else
+      at = QPoint(anchor.left(), anchor.top() + anchor.height());  // below
   }
   return ClampOnto(at, frame, area);
 }

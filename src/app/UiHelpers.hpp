@@ -58,8 +58,7 @@ struct OpenFileResult {
   QString filePath;   // full path, empty when cancelled
 };
 // The system open-file dialog: the file must exist; the filter is "Description (*.ext)".
-OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QString& initialDir,
-                              const QString& filter);
+OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QString& initialDir, const QString& filter);
 
 // A number formatted by the core (always with ".") as the user reads and types it: with the
 // locale's decimal separator (App().decimalSep).
@@ -67,8 +66,7 @@ QString LocaleText(const std::string& s);
 
 // A horizontal scroll bar that holds a whole number: reachable with Tab, moved with the arrow
 // keys, Right and Up adding (QScrollBar inverts its keys by default, for the mouse wheel).
-QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep,
-                               int minWidth);
+QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep, int minWidth);
 
 // A caption, a value scroll bar and the right-aligned label that shows its value, sharing one
 // tool tip. The value label is wide enough for `widestValue`.

@@ -4,8 +4,8 @@
 
 namespace norvane {
 
-inline constexpr double kFt = 0.3048;             // m per international foot
-inline constexpr double kNm = 1852;               // m per international nautical mile
+inline constexpr double kFt = 0.3048;  // m per international foot
+inline constexpr double kNm = 1852;    // m per international nautical mile
 inline constexpr double kKmPerNm = 1.852;
 inline constexpr double kStatuteMile = 1609.344;  // m per statute mile
 inline constexpr double kKgPerLb = 0.45359237;    // kg per avoirdupois pound

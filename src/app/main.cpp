@@ -65,7 +65,8 @@ int TakeScreenshots(MainMenu& menu, const ScreenRegistry& registry, const QStrin
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Norvane"));
-  QApplication::setApplicationVersion(QStringLiteral("%1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')));
+  QApplication::setApplicationVersion(
+      QStringLiteral("%1.%2").arg(NORVANE_VERSION_MAJOR).arg(NORVANE_VERSION_MINOR, 2, 10, QChar('0')));
   QApplication::setStyle(QStringLiteral("Fusion"));
   QApplication::setDesktopFileName(QStringLiteral("org.norvane.Norvane"));
   QIcon icon;

@@ -133,9 +133,8 @@ ChangeoverResult ComputeChangeover(double ias, double mach) {
 
 double SaturationVapourPressure(double t) {
   // Herman Wobus's fit of saturation vapour pressure over water; valid from -50 to 100 C.
-  static constexpr double c[] = {0.99999683,      -0.0090826951,  7.8736169e-05,  -6.1117958e-07,
-                                 4.3884187e-09,   -2.9883885e-11, 2.1874425e-13,  -1.7892321e-15,
-                                 1.1112018e-17,   -3.0994571e-20};
+  static constexpr double c[] = {0.99999683,     -0.0090826951, 7.8736169e-05,  -6.1117958e-07, 4.3884187e-09,
+                                 -2.9883885e-11, 2.1874425e-13, -1.7892321e-15, 1.1112018e-17,  -3.0994571e-20};
   double P = c[9];
   for (int k = 8; k >= 0; --k) P = c[k] + t * P;
   return 6.1078 / std::pow(P, 8);

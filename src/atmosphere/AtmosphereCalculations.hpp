@@ -23,16 +23,26 @@ struct ShownValue {
 };
 
 // Temperature offset from ISA (the scroll bars of the atmosphere, speed and descent screens).
-inline constexpr Quantity kDisa{.caption = "Temperature offset from standard atmosphere", .min = -90, .max = 40,
-                                .unit = "\u00b0C", .whole = true, .cliUnit = "degrees C", .plusSign = true};
+inline constexpr Quantity kDisa{.caption = "Temperature offset from standard atmosphere",
+                                .min = -90,
+                                .max = 40,
+                                .unit = "\u00b0C",
+                                .whole = true,
+                                .cliUnit = "degrees C",
+                                .plusSign = true};
 
 // ---- Atmosphere data -------------------------------------------------------------------------
 
 // The altitude by unit (metres or feet) and kind (geometric or geopotential). The geometric limits
 // are the model top, 84852 m geopotential, expressed as geometric altitude.
 constexpr Quantity AtmosphereAltitude(bool feet, bool geopotential) {
-  Quantity q{.caption = "Geometric altitude", .min = -500, .max = 85999, .unit = "m", .maxLength = 8,
-             .cliUnit = "m, geometric", .captionInBrackets = true};
+  Quantity q{.caption = "Geometric altitude",
+             .min = -500,
+             .max = 85999,
+             .unit = "m",
+             .maxLength = 8,
+             .cliUnit = "m, geometric",
+             .captionInBrackets = true};
   if (geopotential) {
     q.caption = "Geopotential altitude";
     q.max = 84852;
@@ -61,7 +71,7 @@ double MslpHpaFromScroll(int value, bool us);
 std::string MslpScrollText(int value, bool us);
 
 struct AtmosphereDataInput {
-  double altitude = 0;        // in metres or feet
+  double altitude = 0;  // in metres or feet
   bool feet = false;
   bool geopotential = false;  // false: geometric ("True") altitude
   double disa = 0;            // K; 0 in the standard atmosphere
@@ -107,10 +117,10 @@ SpeedCalculationResult ComputeSpeeds(const SpeedCalculationInput& in);
 
 // ---- Changeover level ------------------------------------------------------------------------
 
-inline constexpr Quantity kChangeoverIas{.caption = "Indicated air speed", .min = 50, .max = 1500, .unit = "kts",
-                                        .maxLength = 7, .cliUnit = "kt"};
-inline constexpr Quantity kChangeoverMach{.caption = "Mach number", .min = 0.05, .max = 3.00, .rangeDecimals = 2,
-                                         .maxLength = 6};
+inline constexpr Quantity kChangeoverIas{
+    .caption = "Indicated air speed", .min = 50, .max = 1500, .unit = "kts", .maxLength = 7, .cliUnit = "kt"};
+inline constexpr Quantity kChangeoverMach{
+    .caption = "Mach number", .min = 0.05, .max = 3.00, .rangeDecimals = 2, .maxLength = 6};
 inline constexpr std::string_view kNoChangeoverText = "No calculable changeover level";
 
 struct ChangeoverResult {
@@ -124,16 +134,20 @@ ChangeoverResult ComputeChangeover(double ias, double mach);
 
 constexpr Quantity Qnh(bool us) {
   if (us)
-    return {.caption = "Altimeter setting", .min = 25.69, .max = 32.01, .unit = "inHg", .rangeDecimals = 2,
-            .maxLength = 7};
+    return {
+        .caption = "Altimeter setting", .min = 25.69, .max = 32.01, .unit = "inHg", .rangeDecimals = 2, .maxLength = 7};
   return {.caption = "Altimeter setting", .min = 870, .max = 1084, .unit = "hPa", .maxLength = 7};
 }
 constexpr Quantity AirTemperature(bool us) {
   if (us)
-    return {.caption = "Air temperature", .min = -103, .max = 131, .unit = "\u00b0F", .maxLength = 6,
+    return {.caption = "Air temperature",
+            .min = -103,
+            .max = 131,
+            .unit = "\u00b0F",
+            .maxLength = 6,
             .cliUnit = "degrees F"};
-  return {.caption = "Air temperature", .min = -75, .max = 55, .unit = "\u00b0C", .maxLength = 6,
-          .cliUnit = "degrees C"};
+  return {
+      .caption = "Air temperature", .min = -75, .max = 55, .unit = "\u00b0C", .maxLength = 6, .cliUnit = "degrees C"};
 }
 constexpr Quantity DewPoint(bool us) {
   Quantity q = AirTemperature(us);
@@ -141,8 +155,8 @@ constexpr Quantity DewPoint(bool us) {
   return q;
 }
 // Also the field elevation of the weather screen's METAR density altitude.
-inline constexpr Quantity kFieldElevation{.caption = "Geometric altitude", .min = -1500, .max = 15000, .unit = "ft",
-                                         .maxLength = 7};
+inline constexpr Quantity kFieldElevation{
+    .caption = "Geometric altitude", .min = -1500, .max = 15000, .unit = "ft", .maxLength = 7};
 // The same range for the field elevation of a METAR's density altitude, which may stay empty.
 inline constexpr Quantity kMetarFieldElevation = [] {
   Quantity q = kFieldElevation;
@@ -158,16 +172,16 @@ inline constexpr Quantity kMetarFieldElevation = [] {
 double SaturationVapourPressure(double t);
 
 struct DensityAltitudeInput {
-  double qnh = 1013.25;      // hPa or inHg
-  double temperature = 15;   // C or F
-  double dewPoint = -75;     // C or F
-  double elevationFt = 0;    // geometric
+  double qnh = 1013.25;     // hPa or inHg
+  double temperature = 15;  // C or F
+  double dewPoint = -75;    // C or F
+  double elevationFt = 0;   // geometric
   bool us = false;
 };
 struct DensityAltitudeResult {
-  ShownValue pressure;         // station pressure, hPa ("0.0") or inHg ("0.000")
-  ShownValue humidity;         // "45%"
-  ShownValue densityAltitude;  // ft
+  ShownValue pressure;           // station pressure, hPa ("0.0") or inHg ("0.000")
+  ShownValue humidity;           // "45%"
+  ShownValue densityAltitude;    // ft
   bool dewPointLowered = false;  // the dew point was above the temperature and was set to it
   double dewPointUsed = 0;       // in the input unit
 };
@@ -175,24 +189,33 @@ DensityAltitudeResult ComputeDensityAltitude(const DensityAltitudeInput& in);
 
 // ---- Stall speed -----------------------------------------------------------------------------
 
-inline constexpr Quantity kMaxLiftCoefficient{.caption = "Maximum lift coefficient", .min = 0.5, .max = 2.5,
-                                             .rangeDecimals = 1, .maxLength = 5};
-inline constexpr Quantity kReferenceStallSpeed{.caption = "Stall speed at sea level and MTOW", .min = 20, .max = 300,
-                                              .unit = "kts", .maxLength = 6, .note = "CAS ; ", .cliUnit = "kt"};
-inline constexpr Quantity kStallAltitude{.caption = "Geometric altitude", .min = 0, .max = 65000, .unit = "ft",
-                                        .maxLength = 7};
-inline constexpr Quantity kBankAngle{.caption = "Bank angle", .min = 0, .max = 60, .unit = "\u00b0", .whole = true,
-                                    .cliUnit = "degrees"};
+inline constexpr Quantity kMaxLiftCoefficient{
+    .caption = "Maximum lift coefficient", .min = 0.5, .max = 2.5, .rangeDecimals = 1, .maxLength = 5};
+inline constexpr Quantity kReferenceStallSpeed{.caption = "Stall speed at sea level and MTOW",
+                                               .min = 20,
+                                               .max = 300,
+                                               .unit = "kts",
+                                               .maxLength = 6,
+                                               .note = "CAS ; ",
+                                               .cliUnit = "kt"};
+inline constexpr Quantity kStallAltitude{
+    .caption = "Geometric altitude", .min = 0, .max = 65000, .unit = "ft", .maxLength = 7};
+inline constexpr Quantity kBankAngle{
+    .caption = "Bank angle", .min = 0, .max = 60, .unit = "\u00b0", .whole = true, .cliUnit = "degrees"};
 constexpr Quantity WingArea(bool us) {
   if (us) return {.caption = "Wing reference area", .min = 100, .max = 10000, .unit = "sqft", .maxLength = 7};
   return {.caption = "Wing reference area", .min = 10, .max = 1000, .unit = "m2", .maxLength = 7};
 }
 constexpr Quantity Mtow(bool us) {
   if (us)
-    return {.caption = "Maximum takeoff weight", .min = 1000, .max = 1500000, .unit = "lb", .maxLength = 9,
+    return {.caption = "Maximum takeoff weight",
+            .min = 1000,
+            .max = 1500000,
+            .unit = "lb",
+            .maxLength = 9,
             .grouped = true};
-  return {.caption = "Maximum takeoff weight", .min = 500, .max = 700000, .unit = "kg", .maxLength = 9,
-          .grouped = true};
+  return {
+      .caption = "Maximum takeoff weight", .min = 500, .max = 700000, .unit = "kg", .maxLength = 9, .grouped = true};
 }
 constexpr Quantity CurrentWeight(bool us) {
   Quantity q = Mtow(us);

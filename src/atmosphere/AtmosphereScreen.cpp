@@ -27,8 +27,7 @@ QScrollBar* MakeScroll(QWidget* parent, const QString& name) {
 
 }  // namespace
 
-AtmosphereScreen::AtmosphereScreen(QWidget* parent)
-    : CalculatorScreen(0, "frmData0", tr("Atmosphere data"), parent) {
+AtmosphereScreen::AtmosphereScreen(QWidget* parent) : CalculatorScreen(0, "frmData0", tr("Atmosphere data"), parent) {
   setHelpText(tr("ISA atmosphere model data up to 84852 m (geopotential altitude)"));
   buildAltitude();
   buildNonStandard();
@@ -81,15 +80,15 @@ void AtmosphereScreen::buildNonStandard() {
   disaScroll_->setRange(static_cast<int>(kDisa.min), static_cast<int>(kDisa.max));
   disaData_ = makeCaption(QString(), "DISAData");
   const QString disaTip = Q(ToolTipText(kDisa));
-  for (QWidget* w : {static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(disaScroll_),
-                     static_cast<QWidget*>(disaData_)})
+  for (QWidget* w :
+       {static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(disaScroll_), static_cast<QWidget*>(disaData_)})
     w->setToolTip(disaTip);
   mslpCaption_ = makeCaption(QString(), "lblMSLP");
   mslpScroll_ = MakeScroll(frameNSA, "MSLPScroll");
   mslpData_ = makeCaption(QString(), "MSLPData");
   const QString mslpTip = tr("Mean sea level pressure (hPa or inHg)");
-  for (QWidget* w : {static_cast<QWidget*>(mslpCaption_), static_cast<QWidget*>(mslpScroll_),
-                     static_cast<QWidget*>(mslpData_)})
+  for (QWidget* w :
+       {static_cast<QWidget*>(mslpCaption_), static_cast<QWidget*>(mslpScroll_), static_cast<QWidget*>(mslpData_)})
     w->setToolTip(mslpTip);
   const int valueWidth = disaData_->fontMetrics().horizontalAdvance("00.00") + 8;
   disaData_->setMinimumWidth(valueWidth);
@@ -167,10 +166,13 @@ void AtmosphereScreen::load() {
 void AtmosphereScreen::connectSignals() {
   connect(optAlt_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   // Metres and feet: a unit change converts the altitude.
-  convertOnSwitch({optAltUnits_[0], optAltUnits_[1]}, altitude_, {{1, 0}, {kFt, 0}}, [this](int u) {
-    const Quantity q = AtmosphereAltitude(u == 1, geopotential());
-    return std::pair{q.min, q.max};
-  }, 1);
+  convertOnSwitch(
+      {optAltUnits_[0], optAltUnits_[1]}, altitude_, {{1, 0}, {kFt, 0}},
+      [this](int u) {
+        const Quantity q = AtmosphereAltitude(u == 1, geopotential());
+        return std::pair{q.min, q.max};
+      },
+      1);
   connect(optAltUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] { altitudeOptionChanged(); });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
@@ -218,8 +220,10 @@ void AtmosphereScreen::altitudeOptionChanged() {
   // A new altitude type keeps the number (a unit change has converted it already); it is
   // validated anew against the new range.
   setAltMinMax();
-  if (altitude_->isValid()) recalculateIfShown();
-  else clearData();
+  if (altitude_->isValid())
+    recalculateIfShown();
+  else
+    clearData();
 }
 
 void AtmosphereScreen::nsaChanged() {
@@ -231,9 +235,9 @@ void AtmosphereScreen::nsaChanged() {
     resetting_ = false;
     updateScrollLabels();
   }
-  for (QWidget* w : {static_cast<QWidget*>(disaScroll_), static_cast<QWidget*>(mslpScroll_),
-                     static_cast<QWidget*>(disaData_), static_cast<QWidget*>(mslpData_),
-                     static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(mslpCaption_)})
+  for (QWidget* w :
+       {static_cast<QWidget*>(disaScroll_), static_cast<QWidget*>(mslpScroll_), static_cast<QWidget*>(disaData_),
+        static_cast<QWidget*>(mslpData_), static_cast<QWidget*>(disaCaption_), static_cast<QWidget*>(mslpCaption_)})
     w->setEnabled(on);
 }
 
@@ -254,10 +258,13 @@ bool AtmosphereScreen::calculate() {
     in.mslpHpa = MslpHpaFromScroll(mslpScroll_->value(), in.us);
   }
   const AtmosphereDataResult r = ComputeAtmosphereData(in);
-  const std::pair<QLabel*, const ShownValue&> shown[] = {{temperature_, r.temperature}, {pressure_, r.pressure},
-                                                          {density_, r.density},         {sound_, r.sound},
-                                                          {theta_, r.theta},             {delta_, r.delta},
-                                                          {sigma_, r.sigma}};
+  const std::pair<QLabel*, const ShownValue&> shown[] = {{temperature_, r.temperature},
+                                                         {pressure_, r.pressure},
+                                                         {density_, r.density},
+                                                         {sound_, r.sound},
+                                                         {theta_, r.theta},
+                                                         {delta_, r.delta},
+                                                         {sigma_, r.sigma}};
   for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
   return true;
 }

@@ -12,10 +12,10 @@
 
 namespace norvane {
 
-ChangeoverScreen::ChangeoverScreen(QWidget* parent)
-    : CalculatorScreen(2, "frmData2", tr("Changeover level"), parent) {
-  setHelpText(tr("Altitude and FL at which IAS and Mach number match (switch from IAS to Mach during climb and "
-                 "Mach to IAS during descent)"));
+ChangeoverScreen::ChangeoverScreen(QWidget* parent) : CalculatorScreen(2, "frmData2", tr("Changeover level"), parent) {
+  setHelpText(
+      tr("Altitude and FL at which IAS and Mach number match (switch from IAS to Mach during climb and "
+         "Mach to IAS during descent)"));
 
   ias_ = addBox(kChangeoverIas, QStringLiteral("300"));
   mach_ = addBox(kChangeoverMach, LocaleText("0.78"));

@@ -18,8 +18,9 @@ namespace norvane {
 
 DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
     : CalculatorScreen(4, "frmData4", tr("Density altitude"), parent) {
-  setHelpText(tr("Altimeter setting is the value of Kollsman window when altimeter is adjusted to read the correct "
-                 "altitude (local QNH)"));
+  setHelpText(
+      tr("Altimeter setting is the value of Kollsman window when altimeter is adjusted to read the correct "
+         "altitude (local QNH)"));
   auto* row = new QHBoxLayout;
   row->addLayout(buildInputs());
   row->addSpacing(8);

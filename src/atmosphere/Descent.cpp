@@ -11,8 +11,8 @@
 namespace norvane {
 namespace {
 
-constexpr double kFtPerNm = kNm / kFt;        // 6076.12 ft
-constexpr double kMaxStepFt = 100;            // longest integration step
+constexpr double kFtPerNm = kNm / kFt;  // 6076.12 ft
+constexpr double kMaxStepFt = 100;      // longest integration step
 constexpr double kMaxRateFpm = DescentGivenValue(DescentGiven::Rate).max;
 constexpr double kKtPerFpm = 60 * kFt / kNm;  // 1 ft/min in knots
 
@@ -121,9 +121,12 @@ Flight Fly(const std::vector<Level>& levels, const DescentInput& in, bool angle,
 
 double DescentGivenDefault(DescentGiven given) {
   switch (given) {
-    case DescentGiven::Angle: return 3.0;
-    case DescentGiven::Distance: return 100;
-    case DescentGiven::Rate: break;
+    case DescentGiven::Angle:
+      return 3.0;
+    case DescentGiven::Distance:
+      return 100;
+    case DescentGiven::Rate:
+      break;
   }
   return 2000;
 }
@@ -137,8 +140,7 @@ DescentResult ComputeDescent(const DescentInput& in) {
   if (in.mach) {
     const double co = ChangeoverAltitudeFt(in.ias, *in.mach);
     // -1 and -2 are codes (none, above the model's range), not altitudes.
-    if (co != kChangeoverNone && co != kChangeoverAbove && co > in.finalFt && co < in.initialFt)
-      out.changeoverFt = co;
+    if (co != kChangeoverNone && co != kChangeoverAbove && co > in.finalFt && co < in.initialFt) out.changeoverFt = co;
   }
   const std::vector<Level> levels = BuildLevels(in, out.changeoverFt);
 

@@ -27,24 +27,45 @@ namespace norvane {
 // or the distance from top to bottom (NM).
 enum class DescentGiven : int { Rate = 0, Angle = 1, Distance = 2 };
 
-inline constexpr Quantity kDescentInitial{.caption = "Initial pressure altitude", .min = 0, .max = 65000, .unit = "ft",
-                                         .whole = true, .maxLength = 5};
-inline constexpr Quantity kDescentFinal{.caption = "Final pressure altitude", .min = -1500, .max = 65000, .unit = "ft",
-                                       .whole = true, .maxLength = 6};
-inline constexpr Quantity kDescentIas{.caption = "Indicated air speed below the changeover", .min = 50, .max = 450,
-                                     .unit = "kts", .maxLength = 6, .cliUnit = "kt"};
-inline constexpr Quantity kDescentMach{.caption = "Mach number above the changeover", .min = 0.30, .max = 0.95,
-                                      .rangeDecimals = 2, .maxLength = 5, .optional = true,
-                                      .remark = "; empty: the IAS all the way"};
-inline constexpr Quantity kDescentWind{.caption = "Wind component", .min = -150, .max = 150, .unit = "kts",
-                                      .maxLength = 6, .cliUnit = "kt", .remark = ", tail wind positive"};
+inline constexpr Quantity kDescentInitial{
+    .caption = "Initial pressure altitude", .min = 0, .max = 65000, .unit = "ft", .whole = true, .maxLength = 5};
+inline constexpr Quantity kDescentFinal{
+    .caption = "Final pressure altitude", .min = -1500, .max = 65000, .unit = "ft", .whole = true, .maxLength = 6};
+inline constexpr Quantity kDescentIas{.caption = "Indicated air speed below the changeover",
+                                      .min = 50,
+                                      .max = 450,
+                                      .unit = "kts",
+                                      .maxLength = 6,
+                                      .cliUnit = "kt"};
+inline constexpr Quantity kDescentMach{.caption = "Mach number above the changeover",
+                                       .min = 0.30,
+                                       .max = 0.95,
+                                       .rangeDecimals = 2,
+                                       .maxLength = 5,
+                                       .optional = true,
+                                       .remark = "; empty: the IAS all the way"};
+inline constexpr Quantity kDescentWind{.caption = "Wind component",
+                                       .min = -150,
+                                       .max = 150,
+                                       .unit = "kts",
+                                       .maxLength = 6,
+                                       .cliUnit = "kt",
+                                       .remark = ", tail wind positive"};
 constexpr Quantity DescentGivenValue(DescentGiven given) {
   switch (given) {
     case DescentGiven::Angle:
-      return {.caption = "Flight path angle over the ground", .min = 0.5, .max = 10.0, .unit = "\u00b0",
-              .rangeDecimals = 1, .maxLength = 6, .cliUnit = "degrees"};
+      return {.caption = "Flight path angle over the ground",
+              .min = 0.5,
+              .max = 10.0,
+              .unit = "\u00b0",
+              .rangeDecimals = 1,
+              .maxLength = 6,
+              .cliUnit = "degrees"};
     case DescentGiven::Distance:
-      return {.caption = "Distance from the top to the bottom of the descent", .min = 1, .max = 500, .unit = "NM",
+      return {.caption = "Distance from the top to the bottom of the descent",
+              .min = 1,
+              .max = 500,
+              .unit = "NM",
               .maxLength = 6};
     case DescentGiven::Rate:
       break;
@@ -61,12 +82,12 @@ inline constexpr std::string_view kDescentTooShort = "Distance too short for thi
 struct DescentInput {
   double initialFt = 35000;
   double finalFt = 3000;
-  double ias = 250;             // kt, taken as CAS
-  std::optional<double> mach;   // none: the IAS all the way
-  double windKt = 0;            // tail wind positive
-  double disa = 0;              // K
+  double ias = 250;            // kt, taken as CAS
+  std::optional<double> mach;  // none: the IAS all the way
+  double windKt = 0;           // tail wind positive
+  double disa = 0;             // K
   DescentGiven given = DescentGiven::Rate;
-  double value = 2000;          // in the unit of `given`
+  double value = 2000;  // in the unit of `given`
 };
 
 // One point of the side view: distance from the top of descent and pressure altitude.
@@ -77,11 +98,10 @@ struct DescentPoint {
 
 struct DescentResult {
   // Texts as shown; `time` is "m:ss" with its value in seconds. Empty when `error` is set.
-  ShownValue altitudeToLose, time, distance, rodTop, rodBottom, angle, gradient, meanGs, tasTop, tasBottom,
-      changeover;
-  std::string error;  // one of the four texts above, no results
-  std::vector<DescentPoint> profile;     // top first, one point per integration step
-  std::optional<double> changeoverFt;    // when it lies between final and initial altitude
+  ShownValue altitudeToLose, time, distance, rodTop, rodBottom, angle, gradient, meanGs, tasTop, tasBottom, changeover;
+  std::string error;                   // one of the four texts above, no results
+  std::vector<DescentPoint> profile;   // top first, one point per integration step
+  std::optional<double> changeoverFt;  // when it lies between final and initial altitude
 };
 
 DescentResult ComputeDescent(const DescentInput& in);

@@ -91,8 +91,8 @@ void DescentProfile::paintEvent(QPaintEvent*) {
     p.setPen(QPen(colours.changeover, 1.4, Qt::DashLine));
     p.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
     p.setPen(colours.changeoverText);
-    p.drawText(QRectF(plot.left(), y - fm.height() - 1, plot.width() - 4, fm.height()), Qt::AlignRight | Qt::AlignBottom,
-               tr("Changeover %1 ft").arg(label(*changeoverFt_, "0")));
+    p.drawText(QRectF(plot.left(), y - fm.height() - 1, plot.width() - 4, fm.height()),
+               Qt::AlignRight | Qt::AlignBottom, tr("Changeover %1 ft").arg(label(*changeoverFt_, "0")));
   }
 
   QPainterPath path(at(profile_.front().distanceNm, profile_.front().altitudeFt));
@@ -102,12 +102,14 @@ void DescentProfile::paintEvent(QPaintEvent*) {
   p.drawPath(path);
   p.setBrush(colours.path);
   p.setPen(Qt::NoPen);
-  for (const DescentPoint* d : {&profile_.front(), &profile_.back()}) p.drawEllipse(at(d->distanceNm, d->altitudeFt), 3.5, 3.5);
+  for (const DescentPoint* d : {&profile_.front(), &profile_.back()})
+    p.drawEllipse(at(d->distanceNm, d->altitudeFt), 3.5, 3.5);
   if (changeoverFt_) {
     // Where the path meets the changeover altitude (a point of the profile: the integration splits there).
-    const auto near = std::min_element(profile_.begin(), profile_.end(), [&](const DescentPoint& a, const DescentPoint& b) {
-      return std::fabs(a.altitudeFt - *changeoverFt_) < std::fabs(b.altitudeFt - *changeoverFt_);
-    });
+    const auto near =
+        std::min_element(profile_.begin(), profile_.end(), [&](const DescentPoint& a, const DescentPoint& b) {
+          return std::fabs(a.altitudeFt - *changeoverFt_) < std::fabs(b.altitudeFt - *changeoverFt_);
+        });
     p.setBrush(colours.changeover);
     p.drawEllipse(at(near->distanceNm, near->altitudeFt), 4, 4);
   }

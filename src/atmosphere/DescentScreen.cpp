@@ -33,8 +33,9 @@ constexpr GivenText kGivenTexts[3] = {
 }  // namespace
 
 DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", tr("Descent calculator"), parent) {
-  setHelpText(tr("Distance, time and rate of descent from one altitude to another at a Mach/IAS schedule, with "
-                 "temperature and wind"));
+  setHelpText(
+      tr("Distance, time and rate of descent from one altitude to another at a Mach/IAS schedule, with "
+         "temperature and wind"));
   QGridLayout* grid = buildInputs();
   auto* left = new QVBoxLayout;
   left->addLayout(grid);
@@ -45,8 +46,9 @@ DescentScreen::DescentScreen(QWidget* parent) : CalculatorScreen(3, "frmData3", 
   top->addWidget(buildResults(), 1);
   contentLayout()->addLayout(top);
   profile_ = new DescentProfile(this);
-  profile_->setToolTip(tr("Pressure altitude against distance from the top of descent; dashed: the changeover "
-                          "altitude"));
+  profile_->setToolTip(
+      tr("Pressure altitude against distance from the top of descent; dashed: the changeover "
+         "altitude"));
   contentLayout()->addWidget(profile_);
   setTabOrders();
   optGiven_[0]->setChecked(true);  // the rate of descent; a later opening restores the user's choice
@@ -63,8 +65,11 @@ QGridLayout* DescentScreen::buildInputs() {
   givenValue_ = addBox(DescentGivenValue(DescentGiven::Rate));
   auto* grid = new QGridLayout;
   int row = 0;
-  for (auto [b, caption] : {std::pair{initial_, "Initial altitude (ft)"}, {final_, "Final altitude (ft)"},
-                            {ias_, "IAS (kts)"}, {mach_, "Mach"}, {wind_, "Wind component (kts)"}}) {
+  for (auto [b, caption] : {std::pair{initial_, "Initial altitude (ft)"},
+                            {final_, "Final altitude (ft)"},
+                            {ias_, "IAS (kts)"},
+                            {mach_, "Mach"},
+                            {wind_, "Wind component (kts)"}}) {
     QLabel* l = makeCaption(tr(caption), QStringLiteral("lblIn%1").arg(row));
     l->setBuddy(b);
     grid->addWidget(l, row, 0);
@@ -173,10 +178,17 @@ bool DescentScreen::calculate() {
     showError(Q(r.error));
     return false;
   }
-  const std::pair<QLabel*, const ShownValue&> shown[] = {
-      {altitudeToLose_, r.altitudeToLose}, {time_, r.time},     {distance_, r.distance}, {rodTop_, r.rodTop},
-      {rodBottom_, r.rodBottom},           {angle_, r.angle},   {gradient_, r.gradient}, {meanGs_, r.meanGs},
-      {tasTop_, r.tasTop},                 {tasBottom_, r.tasBottom}, {changeover_, r.changeover}};
+  const std::pair<QLabel*, const ShownValue&> shown[] = {{altitudeToLose_, r.altitudeToLose},
+                                                         {time_, r.time},
+                                                         {distance_, r.distance},
+                                                         {rodTop_, r.rodTop},
+                                                         {rodBottom_, r.rodBottom},
+                                                         {angle_, r.angle},
+                                                         {gradient_, r.gradient},
+                                                         {meanGs_, r.meanGs},
+                                                         {tasTop_, r.tasTop},
+                                                         {tasBottom_, r.tasBottom},
+                                                         {changeover_, r.changeover}};
   for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
   profile_->setProfile(std::move(r.profile), r.changeoverFt);
   return true;

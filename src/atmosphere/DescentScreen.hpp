@@ -45,9 +45,9 @@ class DescentScreen : public CalculatorScreen {
   std::array<QRadioButton*, 3> optGiven_{};
   QScrollBar* disaScroll_ = nullptr;
   QLabel* disaData_ = nullptr;
-  QLabel *altitudeToLose_ = nullptr, *time_ = nullptr, *distance_ = nullptr, *rodTop_ = nullptr,
-         *rodBottom_ = nullptr, *angle_ = nullptr, *gradient_ = nullptr, *meanGs_ = nullptr, *tasTop_ = nullptr,
-         *tasBottom_ = nullptr, *changeover_ = nullptr;
+  QLabel *altitudeToLose_ = nullptr, *time_ = nullptr, *distance_ = nullptr, *rodTop_ = nullptr, *rodBottom_ = nullptr,
+         *angle_ = nullptr, *gradient_ = nullptr, *meanGs_ = nullptr, *tasTop_ = nullptr, *tasBottom_ = nullptr,
+         *changeover_ = nullptr;
   DescentProfile* profile_ = nullptr;
 };
 

@@ -24,9 +24,10 @@ constexpr const char* kSpeedCaptions[3] = {"CAS (kts)", "TAS (kts)", "Mach numbe
 }  // namespace
 
 SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("Speed calculations"), parent) {
-  setHelpText(tr("CAS is IAS corrected for pitot position and measurement errors and compressibility (CAS is "
-                 "calibrated to read TAS at sea level in standard conditions).  EAS is not defined for supersonic "
-                 "speeds Dynamic pressure is 1/2 * density * (TAS)^2"));
+  setHelpText(
+      tr("CAS is IAS corrected for pitot position and measurement errors and compressibility (CAS is "
+         "calibrated to read TAS at sea level in standard conditions).  EAS is not defined for supersonic "
+         "speeds Dynamic pressure is 1/2 * density * (TAS)^2"));
   // Left: the inputs and options; right: the results.
   auto* left = new QVBoxLayout;
   left->addLayout(buildInputs());
@@ -60,9 +61,8 @@ QGridLayout* SpeedScreen::buildInputs() {
 }
 
 void SpeedScreen::buildOptions(QVBoxLayout* left) {
-  left->addWidget(makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")},
-                                  optInput_.data())
-                      .frame);
+  left->addWidget(
+      makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")}, optInput_.data()).frame);
 
   auto* disaRow = new QHBoxLayout;
   const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
@@ -163,7 +163,7 @@ bool SpeedScreen::calculate() {
   in.us = optUnits_[1]->isChecked();
   const SpeedCalculationResult r = ComputeSpeeds(in);
   const std::pair<QLabel*, const ShownValue&> shown[] = {{cas_, r.cas}, {tas_, r.tas}, {mach_, r.mach},
-                                                          {eas_, r.eas}, {tat_, r.tat}, {q_, r.q}};
+                                                         {eas_, r.eas}, {tat_, r.tat}, {q_, r.q}};
   for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
   return true;
 }

@@ -19,8 +19,9 @@ namespace norvane {
 
 StallSpeedScreen::StallSpeedScreen(QWidget* parent)
     : CalculatorScreen(13, "frmData13", tr("Stall speed calculation"), parent) {
-  setHelpText(tr("Stall speed calculated from Vs at sea level, standard, MTOW or  from aerodynamical data (CL max "
-                 "and reference wing area)"));
+  setHelpText(
+      tr("Stall speed calculated from Vs at sea level, standard, MTOW or  from aerodynamical data (CL max "
+         "and reference wing area)"));
   buildInputs();
   auto* row = new QHBoxLayout;
   auto* left = new QVBoxLayout;
@@ -44,8 +45,8 @@ void StallSpeedScreen::buildInputs() {
   weight_ = addBox(CurrentWeight(false));
   altitude_ = addBox(kStallAltitude);
   // In the boxes' order, each caption named after its box's number.
-  const std::pair<InputBox*, QLabel**> boxes[] = {{clMax_, &clMaxCaption_}, {wingArea_, &wingAreaCaption_},
-                                                  {mtow_, &mtowCaption_},   {vs_, &vsCaption_},
+  const std::pair<InputBox*, QLabel**> boxes[] = {{clMax_, &clMaxCaption_},   {wingArea_, &wingAreaCaption_},
+                                                  {mtow_, &mtowCaption_},     {vs_, &vsCaption_},
                                                   {weight_, &weightCaption_}, {altitude_, &altitudeCaption_}};
   int n = 0;
   for (const auto& [b, caption] : boxes) {
@@ -73,8 +74,8 @@ QGroupBox* StallSpeedScreen::buildReference() {
     rfl->addWidget(optRef_[i], 0, i * 2, 1, 2);
   }
   int row = 1;
-  for (auto [caption, b] : {std::pair{clMaxCaption_, clMax_}, {wingAreaCaption_, wingArea_}, {vsCaption_, vs_},
-                            {mtowCaption_, mtow_}}) {
+  for (auto [caption, b] :
+       {std::pair{clMaxCaption_, clMax_}, {wingAreaCaption_, wingArea_}, {vsCaption_, vs_}, {mtowCaption_, mtow_}}) {
     rfl->addWidget(caption, row, 0, 1, 2);
     rfl->addWidget(b, row++, 2, 1, 2);
   }
@@ -140,8 +141,12 @@ void StallSpeedScreen::connectSignals() {
   });
   // A unit change converts the numbers: the same wing and weights in the other unit.
   const std::vector<QAbstractButton*> units{optUnits_[0], optUnits_[1]};
-  convertOnSwitch(units, wingArea_, {{1, 0}, {kFt * kFt, 0}},
-                  [](int u) { return std::pair{WingArea(u == 1).min, WingArea(u == 1).max}; }, 1);
+  convertOnSwitch(
+      units, wingArea_, {{1, 0}, {kFt * kFt, 0}},
+      [](int u) {
+        return std::pair{WingArea(u == 1).min, WingArea(u == 1).max};
+      },
+      1);
   const auto weightRange = [](int u) { return std::pair{Mtow(u == 1).min, Mtow(u == 1).max}; };
   for (InputBox* b : {mtow_, weight_}) convertOnSwitch(units, b, {{1, 0}, {kKgPerLb, 0}}, weightRange, 0);
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {

@@ -121,8 +121,10 @@ double OneMinusExp(double x) {
 
 double PressureAltitudeFt(double delta) {
   double H;
-  if (delta <= kPb[1]) H = std::log(kPb[1] / delta) / kK11 + kHb[1];
-  else H = OneMinusExp(std::log(delta) / kPressureExponent) * kT0 / 0.0065;
+  if (delta <= kPb[1])
+    H = std::log(kPb[1] / delta) / kK11 + kHb[1];
+  else
+    H = OneMinusExp(std::log(delta) / kPressureExponent) * kT0 / 0.0065;
   return H / kFt;
 }
 

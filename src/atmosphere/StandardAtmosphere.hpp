@@ -35,21 +35,21 @@ inline constexpr std::array<double, 7> kPb = {1.0,
                                               3.90468337334393e-05};
 
 // Physical constants, used exactly as written.
-inline constexpr double kP0Hpa = 1013.25;                 // sea-level standard pressure, hPa
-inline constexpr double kT0 = 288.15;                     // sea-level standard temperature, K
+inline constexpr double kP0Hpa = 1013.25;  // sea-level standard pressure, hPa
+inline constexpr double kT0 = 288.15;      // sea-level standard temperature, K
 inline constexpr double kKelvinOffset = 273.15;
-inline constexpr double kRho0 = 1.22499915588771;         // sea-level standard density, kg/m3
-inline constexpr double kGMR = 0.0341631947363104;        // g0 M / R*, K per m
-inline constexpr double kK11 = 0.0001576884132763;        // kGMR / 216.65, per m
-inline constexpr double kDensityExponent = 4.25587611327852;   // n - 1
-inline constexpr double kPressureExponent = 5.25587611327852;  // n = g0 M / (R* |L0|)
-inline constexpr double kGammaR = 401.874300865891;       // gamma R for air, m2/(s2 K)
-inline constexpr double kA0Kt = 661.478827231624;         // sea-level speed of sound, knots
-inline constexpr double kRayleigh = 166.921580093168;     // 7.2^3.5 / 6: Rayleigh pitot, gamma 1.4
+inline constexpr double kRho0 = 1.22499915588771;                // sea-level standard density, kg/m3
+inline constexpr double kGMR = 0.0341631947363104;               // g0 M / R*, K per m
+inline constexpr double kK11 = 0.0001576884132763;               // kGMR / 216.65, per m
+inline constexpr double kDensityExponent = 4.25587611327852;     // n - 1
+inline constexpr double kPressureExponent = 5.25587611327852;    // n = g0 M / (R* |L0|)
+inline constexpr double kGammaR = 401.874300865891;              // gamma R for air, m2/(s2 K)
+inline constexpr double kA0Kt = 661.478827231624;                // sea-level speed of sound, knots
+inline constexpr double kRayleigh = 166.921580093168;            // 7.2^3.5 / 6: Rayleigh pitot, gamma 1.4
 inline constexpr double kRayleighIteration = 0.881284854347331;  // sqrt(7^2.5 / kRayleigh)
-inline constexpr double kEarthRadiusGeopotential = 6356766;  // m
-inline constexpr double kSlugFt3 = 515.378818393196;      // kg/m3 per slug/ft3
-inline constexpr double kTwoSevenths = 0.285714285714286; // the exponent 2/7 as the model writes it
+inline constexpr double kEarthRadiusGeopotential = 6356766;      // m
+inline constexpr double kSlugFt3 = 515.378818393196;             // kg/m3 per slug/ft3
+inline constexpr double kTwoSevenths = 0.285714285714286;        // the exponent 2/7 as the model writes it
 
 // Layer argument value meaning "not known yet: find it and write it back".
 inline constexpr int16_t kLayerUnknown = -1;

@@ -294,8 +294,8 @@ void RegisterDescent(CLI::App& app) {
       out.SetFailed();
     } else {
       AddResults(out, keys,
-                 {&r.altitudeToLose, &r.time, &r.distance, &r.rodTop, &r.rodBottom, &r.angle, &r.gradient,
-                  &r.meanGs, &r.tasTop, &r.tasBottom, &r.changeover});
+                 {&r.altitudeToLose, &r.time, &r.distance, &r.rodTop, &r.rodBottom, &r.angle, &r.gradient, &r.meanGs,
+                  &r.tasTop, &r.tasBottom, &r.changeover});
     }
     ExitStatus() = out.Print();
   });

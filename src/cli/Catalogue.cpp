@@ -11,7 +11,8 @@ namespace {
 
 std::string CommandPath(const CLI::App* cmd) {
   std::string name = cmd->get_name();
-  for (const CLI::App* p = cmd->get_parent(); p && p->get_parent(); p = p->get_parent()) name = p->get_name() + " " + name;
+  for (const CLI::App* p = cmd->get_parent(); p && p->get_parent(); p = p->get_parent())
+    name = p->get_name() + " " + name;
   return name;
 }
 
@@ -22,9 +23,10 @@ std::string JsonList(const std::vector<std::string>& items) {
 }
 
 std::string QuantityJson(const Quantity& q) {
-  return "\"caption\": " + JsonQuote(q.caption) + ", \"unit\": " + JsonQuote(CliUnit(q)) + ", \"min\": " +
-         Shortest(q.min) + ", \"max\": " + Shortest(q.max) + ", \"whole\": " + (q.whole ? "true" : "false") +
-         ", \"decimals\": " + std::to_string(q.rangeDecimals) + ", \"optional\": " + (q.optional ? "true" : "false");
+  return "\"caption\": " + JsonQuote(q.caption) + ", \"unit\": " + JsonQuote(CliUnit(q)) +
+         ", \"min\": " + Shortest(q.min) + ", \"max\": " + Shortest(q.max) +
+         ", \"whole\": " + (q.whole ? "true" : "false") + ", \"decimals\": " + std::to_string(q.rangeDecimals) +
+         ", \"optional\": " + (q.optional ? "true" : "false");
 }
 
 std::string OptionJson(const OptionEntry& o) {
@@ -134,7 +136,8 @@ CommandEntry& Describer::entry() { return Catalogue()[index_]; }
 CLI::Option* Describer::number(const std::string& name, std::string& value, const Quantity& q, bool required,
                                const std::string& extra, std::optional<Quantity> us) {
   std::string help = QuantityHelp(q);
-  if (us) help += " (with --us: " + std::string(CliUnit(*us)) + ", " + Shortest(us->min) + " to " + Shortest(us->max) + ")";
+  if (us)
+    help += " (with --us: " + std::string(CliUnit(*us)) + ", " + Shortest(us->min) + " to " + Shortest(us->max) + ")";
   if (!extra.empty()) help += " " + extra;
   CLI::Option* o = command_->add_option(name, value, help);
   if (required) o->required();
@@ -172,9 +175,10 @@ CLI::Option* Describer::positional(const std::string& name, std::string& value, 
 }
 
 void RegisterDescribeCommand(CLI::App& app) {
-  CLI::App* cmd = app.add_subcommand("describe", "Lists every calculator command with its options (unit, range, "
-                                                 "whole or real, choices, default) and its result keys; with --json "
-                                                 "as one JSON object.");
+  CLI::App* cmd = app.add_subcommand("describe",
+                                     "Lists every calculator command with its options (unit, range, "
+                                     "whole or real, choices, default) and its result keys; with --json "
+                                     "as one JSON object.");
   cmd->callback([] {
     WriteOutput(stdout, GlobalOutputMode().json ? DescribeJson() : DescribeText());
     ExitStatus() = kExitOk;

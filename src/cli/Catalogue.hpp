@@ -19,8 +19,8 @@ class Option;
 namespace norvane::cli {
 
 struct OptionEntry {
-  std::string name;  // "--tas", or the positional's name in capitals ("VALUE")
-  std::string kind;  // "number", "choice", "flag", "coordinates", "date", "text"
+  std::string name;                    // "--tas", or the positional's name in capitals ("VALUE")
+  std::string kind;                    // "number", "choice", "flag", "coordinates", "date", "text"
   std::optional<Quantity> quantity;    // a number's range (metric where --us changes it)
   std::optional<Quantity> usQuantity;  // a number's range with --us, when it differs
   std::vector<std::string> values;     // a choice's values
@@ -71,8 +71,8 @@ class Describer {
   CLI::Option* text(const std::string& name, std::string& value, const std::string& kind, bool required,
                     const std::string& help);
   // A positional argument (the option name is the type name, "VALUE").
-  CLI::Option* positional(const std::string& name, std::string& value, const std::string& kind,
-                          const std::string& help, std::optional<Quantity> q = std::nullopt);
+  CLI::Option* positional(const std::string& name, std::string& value, const std::string& kind, const std::string& help,
+                          std::optional<Quantity> q = std::nullopt);
   CommandEntry& entry();
 
  private:

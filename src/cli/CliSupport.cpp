@@ -46,8 +46,10 @@ int ResultPrinter::Print() const {
       const Item& it = items_[i];
       if (i) out += ", ";
       out += JsonQuote(it.key) + ": ";
-      if (mode.raw && it.raw && std::isfinite(*it.raw)) out += FormatRaw(*it.raw);
-      else out += JsonQuote(it.text);
+      if (mode.raw && it.raw && std::isfinite(*it.raw))
+        out += FormatRaw(*it.raw);
+      else
+        out += JsonQuote(it.text);
     }
     out += "}\n";
   } else {
@@ -70,7 +72,8 @@ std::string Shortest(double v) {
 
 void RequireRange(std::string_view option, double value, double min, double max, std::string_view unit) {
   if (std::isfinite(value) && value >= min && value <= max) return;
-  std::string msg = std::string(option) + ": " + Shortest(value) + " is out of range (" + Shortest(min) + " to " + Shortest(max);
+  std::string msg =
+      std::string(option) + ": " + Shortest(value) + " is out of range (" + Shortest(min) + " to " + Shortest(max);
   if (!unit.empty()) msg += " " + std::string(unit);
   msg += ")";
   throw UsageError(msg);
@@ -89,8 +92,10 @@ std::optional<double> ParseNumber(std::string_view text) {
 
 LatLon ParseLatLon(std::string_view option, std::string_view text, const CoordinateLimits& limits) {
   const auto bad = [&] {
-    return UsageError(std::string(option) + ": expected LAT,LON in signed decimal degrees (north and east "
-                      "positive) or as N51 28 39,W000 27 41, got \"" + std::string(text) + "\"");
+    return UsageError(std::string(option) +
+                      ": expected LAT,LON in signed decimal degrees (north and east "
+                      "positive) or as N51 28 39,W000 27 41, got \"" +
+                      std::string(text) + "\"");
   };
   size_t split = text.find(',');
   size_t lonStart = split == std::string_view::npos ? split : split + 1;
@@ -98,8 +103,10 @@ LatLon ParseLatLon(std::string_view option, std::string_view text, const Coordin
     // "N51 28 39 W000 27 41" or "51 28 39N 000 27 41W": the longitude starts at its letter, or
     // after the latitude's.
     const size_t ns = text.find_first_of("NS");
-    if (ns == 0) split = lonStart = text.find_first_of("EW");
-    else if (ns != std::string_view::npos) split = lonStart = ns + 1;
+    if (ns == 0)
+      split = lonStart = text.find_first_of("EW");
+    else if (ns != std::string_view::npos)
+      split = lonStart = ns + 1;
     if (split == std::string_view::npos) throw bad();
   }
   const auto lat = ParseCoordinate(text.substr(0, split), false);
@@ -165,11 +172,21 @@ std::string JsonQuote(std::string_view s) {
   std::string out = "\"";
   for (unsigned char c : s) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (c < 0x20) {
           char buf[8];

@@ -70,8 +70,7 @@ class ResultPrinter {
 
 // Range check with the message format shared by every command:
 //   "--altitude: 90000 is out of range (-500 to 85999 m)".
-void RequireRange(std::string_view option, double value, double min, double max,
-                  std::string_view unit = {});
+void RequireRange(std::string_view option, double value, double min, double max, std::string_view unit = {});
 
 struct LatLon {
   double lat = 0, lon = 0;

@@ -14,10 +14,10 @@
 namespace norvane::cli {
 namespace {
 
-constexpr size_t kReadChunk = 1 << 20;    // bytes read from the input at a time
-constexpr size_t kMaxLine = 4096;         // longer lines are reported, not buffered
-constexpr size_t kWriteChunk = 1 << 18;   // output is written in blocks of this size
-constexpr size_t kMaxOutputLine = 512;    // room reserved for one answer or error line
+constexpr size_t kReadChunk = 1 << 20;   // bytes read from the input at a time
+constexpr size_t kMaxLine = 4096;        // longer lines are reported, not buffered
+constexpr size_t kWriteChunk = 1 << 18;  // output is written in blocks of this size
+constexpr size_t kMaxOutputLine = 512;   // room reserved for one answer or error line
 
 // Splits a byte stream into lines ("\n" or "\r\n") with one fixed buffer. A line longer than
 // kMaxLine is returned once as `tooLong` and its remainder skipped.

@@ -60,9 +60,10 @@ void AddWindMode(CLI::App* wind, const std::shared_ptr<WindArgs>& args, const ch
 }
 
 void RegisterWind(CLI::App& app) {
-  CLI::App* wind = app.add_subcommand("wind", "Wind triangle and runway wind (speeds in kt, angles in whole "
-                                              "degrees, tracks, headings and wind directions all true or all "
-                                              "magnetic; head wind negative, right positive)");
+  CLI::App* wind = app.add_subcommand("wind",
+                                      "Wind triangle and runway wind (speeds in kt, angles in whole "
+                                      "degrees, tracks, headings and wind directions all true or all "
+                                      "magnetic; head wind negative, right positive)");
   wind->require_subcommand(1);
   wind->fallthrough();
   auto args = std::make_shared<WindArgs>();
@@ -73,13 +74,13 @@ void RegisterWind(CLI::App& app) {
               "Heading and ground speed to fly a track in a known wind.\nPrints ground_speed heading wca head_tail.",
               {"ground_speed", "heading", "wca", "head_tail"}, {tas, track, windSpeed, windDir},
               [](const std::vector<double>& v) { return KnownWindTexts(v[0], v[1], v[2], v[3]); });
-  AddWindMode(wind, args, "unknown",
-              "Wind from the flown heading and TAS and the measured track and ground speed.\n"
-              "Prints wind_speed wind_direction wca head_tail.",
-              {"wind_speed", "wind_direction", "wca", "head_tail"},
-              {tas, {"--gs", &WindArgs::gs, &kWindGroundSpeed}, track,
-               {"--heading", &WindArgs::heading, &kWindHeading}},
-              [](const std::vector<double>& v) { return UnknownWindTexts(v[0], v[1], v[2], v[3]); });
+  AddWindMode(
+      wind, args, "unknown",
+      "Wind from the flown heading and TAS and the measured track and ground speed.\n"
+      "Prints wind_speed wind_direction wca head_tail.",
+      {"wind_speed", "wind_direction", "wca", "head_tail"},
+      {tas, {"--gs", &WindArgs::gs, &kWindGroundSpeed}, track, {"--heading", &WindArgs::heading, &kWindHeading}},
+      [](const std::vector<double>& v) { return UnknownWindTexts(v[0], v[1], v[2], v[3]); });
   AddWindMode(wind, args, "runway", "Crosswind and head/tail wind on a runway.\nPrints crosswind head_tail.",
               {"crosswind", "head_tail"}, {{"--runway", &WindArgs::runway, &kRunwayHeading}, windSpeed, windDir},
               [](const std::vector<double>& v) { return RunwayWindTexts(v[0], v[1], v[2]); });
@@ -104,11 +105,12 @@ struct TurnArgs {
 
 void RegisterTurn(CLI::App& app) {
   auto args = std::make_shared<TurnArgs>();
-  CLI::App* turn = app.add_subcommand(
-      "turn", "Rate turn: effective bank, rate, radius and load factor, and the turn anticipation for "
-              "intercepting a radial.\nPrints bank rate radius g_load, then anticipation final_distance "
-              "when --intercept and --distance are given (\"NA\": the turn cannot be completed inside the "
-              "distance; \"past\": it ends beyond the station).");
+  CLI::App* turn =
+      app.add_subcommand("turn",
+                         "Rate turn: effective bank, rate, radius and load factor, and the turn anticipation for "
+                         "intercepting a radial.\nPrints bank rate radius g_load, then anticipation final_distance "
+                         "when --intercept and --distance are given (\"NA\": the turn cannot be completed inside the "
+                         "distance; \"past\": it ends beyond the station).");
   turn->fallthrough();
   Describer d(turn, {"bank", "rate", "radius", "g_load", "anticipation", "final_distance"});
   d.number("--tas", args->tas, kTurnTas, true)->type_name("KT");
@@ -152,9 +154,10 @@ struct HoldingArgs {
 
 void RegisterHolding(CLI::App& app) {
   auto args = std::make_shared<HoldingArgs>();
-  CLI::App* holding = app.add_subcommand(
-      "holding", "Holding entry sectors as ranges of the track to the fix (clockwise, both ends inclusive).\n"
-                 "Prints direct teardrop parallel, then entry (the applicable entries) when --track is given.");
+  CLI::App* holding =
+      app.add_subcommand("holding",
+                         "Holding entry sectors as ranges of the track to the fix (clockwise, both ends inclusive).\n"
+                         "Prints direct teardrop parallel, then entry (the applicable entries) when --track is given.");
   holding->fallthrough();
   Describer d(holding, {"direct", "teardrop", "parallel", "entry"});
   d.number("--outbound", args->outbound, kHoldingOutbound, true)->type_name("DEG");
@@ -186,16 +189,26 @@ struct RacetrackArgs {
 
 void RegisterRacetrack(CLI::App& app) {
   auto args = std::make_shared<RacetrackArgs>();
-  CLI::App* cmd = app.add_subcommand(
-      "racetrack", "Headings and outbound time of a holding pattern in wind: the outbound heading and time that "
-                   "roll out on the inbound course one inbound leg before the fix.\n"
-                   "Prints inbound_heading inbound_gs outbound_heading outbound_correction outbound_time "
-                   "outbound_gs bank rate radius pattern_time length width (times m:ss, seconds with --raw; "
-                   "radius, length and width in NM).");
+  CLI::App* cmd =
+      app.add_subcommand("racetrack",
+                         "Headings and outbound time of a holding pattern in wind: the outbound heading and time that "
+                         "roll out on the inbound course one inbound leg before the fix.\n"
+                         "Prints inbound_heading inbound_gs outbound_heading outbound_correction outbound_time "
+                         "outbound_gs bank rate radius pattern_time length width (times m:ss, seconds with --raw; "
+                         "radius, length and width in NM).");
   cmd->fallthrough();
-  const std::vector<std::string> keys{
-      "inbound_heading", "inbound_gs", "outbound_heading", "outbound_correction", "outbound_time", "outbound_gs",
-      "bank",            "rate",       "radius",           "pattern_time",        "length",        "width"};
+  const std::vector<std::string> keys{"inbound_heading",
+                                      "inbound_gs",
+                                      "outbound_heading",
+                                      "outbound_correction",
+                                      "outbound_time",
+                                      "outbound_gs",
+                                      "bank",
+                                      "rate",
+                                      "radius",
+                                      "pattern_time",
+                                      "length",
+                                      "width"};
   Describer d(cmd, keys);
   d.number("--course", args->course, kRacetrackCourse, true)->type_name("DEG");
   d.number("--tas", args->tas, kRacetrackTas, true)->type_name("KT");
@@ -210,8 +223,7 @@ void RegisterRacetrack(CLI::App& app) {
     in.course = ReadQuantity("--course", args->course, kRacetrackCourse);
     in.tas = ReadQuantity("--tas", args->tas, kRacetrackTas);
     const size_t slash = args->wind.find('/');
-    if (slash == std::string::npos)
-      throw UsageError("--wind: expected DIR/SPEED, got \"" + args->wind + "\"");
+    if (slash == std::string::npos) throw UsageError("--wind: expected DIR/SPEED, got \"" + args->wind + "\"");
     in.windDirection = ReadQuantity("--wind", args->wind.substr(0, slash), kRacetrackWindDirection);
     in.windSpeed = ReadQuantity("--wind", args->wind.substr(slash + 1), kWindSpeed);
     in.legMinutes = ReadQuantity("--leg", args->leg, kRacetrackLeg);

@@ -49,8 +49,8 @@ void RegisterMetarDecodeCommand(CLI::App& app) {
   cmd->callback([elevation] {
     CheckElevation(*elevation);
     // Whatever the bytes, the output is UTF-8 without control characters.
-    const std::string input = SafeServerText(
-        std::string((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>()));
+    const std::string input =
+        SafeServerText(std::string((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>()));
     const std::vector<std::string> reports = SplitReports(input);
     const bool json = GlobalOutputMode().json;
     std::string out;

@@ -47,8 +47,7 @@ void RunInfo(const std::string& file) {
 void RunFind(const std::string& file, std::string ident) {
   for (char& c : ident)
     if (c >= 'a' && c <= 'z') c = char(c - 32);  // the search box types capitals
-  if (!IsValidIdent(ident))
-    throw UsageError("IDENT: expected 1 to 5 letters or digits, got \"" + ident + "\"");
+  if (!IsValidIdent(ident)) throw UsageError("IDENT: expected 1 to 5 letters or digits, got \"" + ident + "\"");
   NavDatabase db;
   if (!OpenDatabase(db, file)) {
     ResultPrinter out;
@@ -69,8 +68,7 @@ void RunFind(const std::string& file, std::string ident) {
   std::string text;
   if (GlobalOutputMode().json) {
     text = "{\"matches\": [";
-    for (int32_t i = m.first; i <= m.last; ++i)
-      text += (i > m.first ? ", " : "") + JsonQuote(ListLine(db.Record(i)));
+    for (int32_t i = m.first; i <= m.last; ++i) text += (i > m.first ? ", " : "") + JsonQuote(ListLine(db.Record(i)));
     text += "]}\n";
   } else {
     for (int32_t i = m.first; i <= m.last; ++i) text += ListLine(db.Record(i)) + "\n";
@@ -91,8 +89,8 @@ void RunBuild(const BuildOptions& o) {
         for (char& c : ext) c = char(c >= 'A' && c <= 'Z' ? c + 32 : c);
         return ext != ".dat";
       }())
-    throw UsageError("--out: the file name must end in .dat (the program opens *.dat databases only), got \"" +
-                     o.out + "\"");
+    throw UsageError("--out: the file name must end in .dat (the program opens *.dat databases only), got \"" + o.out +
+                     "\"");
   NavDBBuilder builder;
   for (const std::string& input : o.inputs) {
     const std::string error = builder.AddFile(input);
@@ -129,17 +127,20 @@ void RegisterNavDBCommands(CLI::App& app) {
 
   auto file = std::make_shared<std::string>();
   CLI::App* info = navdb->add_subcommand("info", "Check and load a database; print its count, cycle and name");
-  info->footer("Prints file, valid, count, cycle, display_name and the counts of airports, VORs, NDBs and "
-               "intersections. An invalid file prints valid: no and the reason as 'message:', and exits 1.");
+  info->footer(
+      "Prints file, valid, count, cycle, display_name and the counts of airports, VORs, NDBs and "
+      "intersections. An invalid file prints valid: no and the reason as 'message:', and exits 1.");
   info->add_option("FILE", *file, "Database file (*.dat)")->required();
   info->callback([file] { RunInfo(*file); });
 
   auto findFile = std::make_shared<std::string>();
   auto ident = std::make_shared<std::string>();
-  CLI::App* find = navdb->add_subcommand("find", "Print the waypoints of an identifier as the search dialog lists them");
-  find->footer("One line per match: identifier, two blanks, type (APT, VOR, NDB, INT), then latitude and "
-               "longitude in degrees and rounded minutes (\"LAM  VORN51\u00b039' E000\u00b009' \"). With --json: "
-               "{\"matches\": [...]}. No match prints 'message: ..Not found..' and exits 1.");
+  CLI::App* find =
+      navdb->add_subcommand("find", "Print the waypoints of an identifier as the search dialog lists them");
+  find->footer(
+      "One line per match: identifier, two blanks, type (APT, VOR, NDB, INT), then latitude and "
+      "longitude in degrees and rounded minutes (\"LAM  VORN51\u00b039' E000\u00b009' \"). With --json: "
+      "{\"matches\": [...]}. No match prints 'message: ..Not found..' and exits 1.");
   find->add_option("FILE", *findFile, "Database file (*.dat)")->required();
   find->add_option("IDENT", *ident, "Identifier: 1 to 5 letters or digits (the whole identifier must match)")
       ->required();
@@ -155,8 +156,9 @@ void RegisterNavDBCommands(CLI::App& app) {
       "same identifier and type within one arc-minute of one read before is a duplicate and dropped.\n"
       "Prints a one-line summary.");
   b->add_option("--out", build->out, "Database file to write (name ending in .dat); replaced whole")->required();
-  b->add_option("--cycle", build->cycle, "Data cycle number, 0 to 65535 (by convention the AIRAC cycle YYNN); "
-                                         "default 0")
+  b->add_option("--cycle", build->cycle,
+                "Data cycle number, 0 to 65535 (by convention the AIRAC cycle YYNN); "
+                "default 0")
       ->check(CLI::Range(0, 65535));
   b->add_option("INPUT", build->inputs, "Input files, read in order (the first of duplicates is kept)")
       ->required()

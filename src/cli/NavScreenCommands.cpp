@@ -28,7 +28,9 @@ constexpr const char* kPointHelp =
     "-89.999997 to 89.999997 (89°59'59.99\"), longitude -179.999997 to 179.999997 (179°59'59.99\")";
 const std::vector<std::string> kUnitNames = {"nm", "km", "m", "ft"};  // DistanceUnit order
 
-LatLon ScreenPoint(const std::string& option, const std::string& text) { return ParseLatLon(option, text, kScreenLimits); }
+LatLon ScreenPoint(const std::string& option, const std::string& text) {
+  return ParseLatLon(option, text, kScreenLimits);
+}
 
 DistanceUnit UnitFromName(const std::string& name) {
   for (size_t i = 0; i < kUnitNames.size(); ++i)
@@ -171,10 +173,10 @@ void RegisterIntersection(CLI::App& app) {
     double t2 = ReadQuantity("--track2", o->track2, kTrackFromSecondPoint);
     const MagSettings mag = o->mag.Settings();
     if (o->mag.magnetic) {
-      const double v1 = o->var1.empty() ? ShownVariation(a.lat, a.lon, mag)
-                                        : ReadQuantity("--var1", o->var1, kMagneticVariation);
-      const double v2 = o->var2.empty() ? ShownVariation(b.lat, b.lon, mag)
-                                        : ReadQuantity("--var2", o->var2, kMagneticVariation);
+      const double v1 =
+          o->var1.empty() ? ShownVariation(a.lat, a.lon, mag) : ReadQuantity("--var1", o->var1, kMagneticVariation);
+      const double v2 =
+          o->var2.empty() ? ShownVariation(b.lat, b.lon, mag) : ReadQuantity("--var2", o->var2, kMagneticVariation);
       t1 = MagneticToTrue(t1 == 360 ? 0 : t1, v1);
       t2 = MagneticToTrue(t2 == 360 ? 0 : t2, v2);
     }

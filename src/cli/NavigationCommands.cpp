@@ -18,9 +18,9 @@ namespace norvane::cli {
 namespace {
 
 // The screen takes whole degrees and minutes up to 89°59' of latitude and 179°59' of longitude.
-constexpr CoordinateLimits kMagVarLimits{kLatitudeDegrees.max + kLatitudeMinutes.max / 60,
-                                         kLongitudeDegrees.max + kLongitudeMinutes.max / 60,
-                                         "-89.9833 to 89.9833 degrees, 89°59'", "-179.9833 to 179.9833 degrees, 179°59'"};
+constexpr CoordinateLimits kMagVarLimits{
+    kLatitudeDegrees.max + kLatitudeMinutes.max / 60, kLongitudeDegrees.max + kLongitudeMinutes.max / 60,
+    "-89.9833 to 89.9833 degrees, 89°59'", "-179.9833 to 179.9833 degrees, 179°59'"};
 
 void RegisterMagVar(CLI::App& app) {
   struct Options {
@@ -29,11 +29,12 @@ void RegisterMagVar(CLI::App& app) {
   auto opt = std::make_shared<Options>();
   CLI::App* cmd =
       app.add_subcommand("magvar", "Magnetic variation at a point, from IGRF-10, WMM2005, WMM2025 or IGRF-14");
-  cmd->footer("Magnetic variation (declination) from the IGRF-10 or WMM2005 model (valid 2005-2010) or the "
-              "WMM2025 or IGRF-14 model (valid 2025-2030), at a WGS 84 geodetic latitude, longitude and "
-              "altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, 11.0W); with --raw the "
-              "signed value in degrees, east positive. A date outside the model's years adds a "
-              "\"notice: TEXT\" line saying so.");
+  cmd->footer(
+      "Magnetic variation (declination) from the IGRF-10 or WMM2005 model (valid 2005-2010) or the "
+      "WMM2025 or IGRF-14 model (valid 2025-2030), at a WGS 84 geodetic latitude, longitude and "
+      "altitude. Prints \"variation: TEXT\" as the screen shows it (2.3E, 11.0W); with --raw the "
+      "signed value in degrees, east positive. A date outside the model's years adds a "
+      "\"notice: TEXT\" line saying so.");
   Describer d(cmd, {"variation", "notice"});
   d.text("--at", opt->at, "coordinates", true,
          "Point LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27; latitude -89.9833 to "
@@ -75,7 +76,7 @@ void RegisterBatch(CLI::App& app) {
               "1 minute of arc = 1 NM) or rhumb (rhumb line on that sphere; its constant track fills "
               "both track columns)");
   inverse->callback([inverseMethod] {
-    const InverseMethod m = *inverseMethod == "sphere" ? InverseMethod::Sphere
+    const InverseMethod m = *inverseMethod == "sphere"  ? InverseMethod::Sphere
                             : *inverseMethod == "rhumb" ? InverseMethod::Rhumb
                                                         : InverseMethod::Wgs84;
     const long failed = RunInverseBatch(stdin, stdout, m);

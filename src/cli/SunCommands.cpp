@@ -29,12 +29,13 @@ void RegisterSunCommands(CLI::App& app) {
     std::string at, date, twilight = "civil", ltOffset, tz;
   };
   auto opt = std::make_shared<Options>();
-  CLI::App* cmd = app.add_subcommand(
-      "sun", "Sunrise, sunset and twilight (dawn, dusk) for one place and date.\n"
-             "Times are HH:MM in UTC, or in local time with --lt-offset. A rise before 00:00 or a set\n"
-             "after 24:00 is wrapped into the day with a notice; when the sun does not cross the\n"
-             "horizon all four times read \"None\" with \"Permanent day/night\" (exit status 1).\n"
-             "With --raw, times are minutes after 00:00 of the shown day.");
+  CLI::App* cmd =
+      app.add_subcommand("sun",
+                         "Sunrise, sunset and twilight (dawn, dusk) for one place and date.\n"
+                         "Times are HH:MM in UTC, or in local time with --lt-offset. A rise before 00:00 or a set\n"
+                         "after 24:00 is wrapped into the day with a notice; when the sun does not cross the\n"
+                         "horizon all four times read \"None\" with \"Permanent day/night\" (exit status 1).\n"
+                         "With --raw, times are minutes after 00:00 of the shown day.");
   Describer d(cmd, {"sunrise", "sunset", "dawn", "dusk", "message"});
   d.text("--at", opt->at, "coordinates", true,
          "Position LAT,LON in signed decimal degrees, north and east positive, or as N51 28,W000 27 "
@@ -64,8 +65,8 @@ void RegisterSunCommands(CLI::App& app) {
     q.day = static_cast<int16_t>(date.day);
     q.month = static_cast<int16_t>(date.month);
     q.year = static_cast<int16_t>(date.year);
-    q.twilightIndex = static_cast<int>(
-        std::find(kTwilightOptions.begin(), kTwilightOptions.end(), opt->twilight) - kTwilightOptions.begin());
+    q.twilightIndex = static_cast<int>(std::find(kTwilightOptions.begin(), kTwilightOptions.end(), opt->twilight) -
+                                       kTwilightOptions.begin());
     if (!opt->ltOffset.empty()) {
       q.localTime = true;
       q.ltOffsetMinutes = 60 * static_cast<int>(ReadQuantity("--lt-offset", opt->ltOffset, kLocalTimeOffset));
@@ -73,7 +74,8 @@ void RegisterSunCommands(CLI::App& app) {
     if (!opt->tz.empty()) {
       const std::optional<int> offset = ZoneOffsetMinutes(opt->tz, date.year, date.month, date.day);
       if (!offset)
-        throw UsageError("--tz: unknown time zone \"" + opt->tz + "\" (an IANA name such as Europe/London or Asia/Kolkata)");
+        throw UsageError("--tz: unknown time zone \"" + opt->tz +
+                         "\" (an IANA name such as Europe/London or Asia/Kolkata)");
       q.localTime = true;
       q.ltOffsetMinutes = *offset;
     }

@@ -34,8 +34,8 @@ int RequireUnit(const char* option, int type, const std::string& name) {
   if (const auto u = FindUnit(type, name)) return *u;
   std::vector<std::string> names;
   for (const UnitDef& d : UnitTable()[type].units) names.push_back(d.name);
-  throw UsageError(std::string(option) + ": \"" + name + "\" is not a unit of " + UnitTable()[type].name +
-                   " (" + Join(names) + ")");
+  throw UsageError(std::string(option) + ": \"" + name + "\" is not a unit of " + UnitTable()[type].name + " (" +
+                   Join(names) + ")");
 }
 
 // Every type's unit names, each once, in the table's order: the values --from and --to may take.
@@ -74,10 +74,10 @@ void RegisterToolCommands(CLI::App& app) {
     std::string type, from, to, value;
   };
   auto conv = std::make_shared<ConvertOptions>();
-  CLI::App* convert = app.add_subcommand(
-      "convert", "Convert a value between two units of one quantity, e.g.\n"
-                 "  norvane-cli convert --type \"Length-Distance\" --from nm --to km 100\n"
-                 "  norvane-cli convert --type Temperature --from \"°C\" --to \"°F\" 0");
+  CLI::App* convert = app.add_subcommand("convert",
+                                         "Convert a value between two units of one quantity, e.g.\n"
+                                         "  norvane-cli convert --type \"Length-Distance\" --from nm --to km 100\n"
+                                         "  norvane-cli convert --type Temperature --from \"°C\" --to \"°F\" 0");
   Describer dc(convert, {"result"});
   std::vector<std::string> types;
   for (const UnitType& t : UnitTable()) types.push_back(t.name);
@@ -107,18 +107,20 @@ void RegisterToolCommands(CLI::App& app) {
     std::vector<std::string> dm, dms;
   };
   auto ang = std::make_shared<AngleOptions>();
-  CLI::App* angle = app.add_subcommand(
-      "angle", "Write an angle as decimal degrees (d), degrees and decimal minutes (dm) and degrees,\n"
-               "minutes and decimal seconds (dms). Give exactly one of --d, --dm, --dms.");
+  CLI::App* angle =
+      app.add_subcommand("angle",
+                         "Write an angle as decimal degrees (d), degrees and decimal minutes (dm) and degrees,\n"
+                         "minutes and decimal seconds (dms). Give exactly one of --d, --dm, --dms.");
   Describer da(angle, {"d", "dm", "dms"});
   CLI::Option* d = da.number("--d", ang->d, Box(DegreeFormat::D, DegreePart::Degrees), false)->type_name("V");
-  CLI::Option* dm = AddNumbers(angle, da, "--dm", ang->dm,
-                               {Box(DegreeFormat::DM, DegreePart::Degrees), Box(DegreeFormat::DM, DegreePart::Minutes)},
-                               "D M");
-  CLI::Option* dms = AddNumbers(angle, da, "--dms", ang->dms,
-                                {Box(DegreeFormat::DMS, DegreePart::Degrees), Box(DegreeFormat::DMS, DegreePart::Minutes),
-                                 Box(DegreeFormat::DMS, DegreePart::Seconds)},
-                                "D M S");
+  CLI::Option* dm =
+      AddNumbers(angle, da, "--dm", ang->dm,
+                 {Box(DegreeFormat::DM, DegreePart::Degrees), Box(DegreeFormat::DM, DegreePart::Minutes)}, "D M");
+  CLI::Option* dms =
+      AddNumbers(angle, da, "--dms", ang->dms,
+                 {Box(DegreeFormat::DMS, DegreePart::Degrees), Box(DegreeFormat::DMS, DegreePart::Minutes),
+                  Box(DegreeFormat::DMS, DegreePart::Seconds)},
+                 "D M S");
   d->excludes(dm)->excludes(dms);
   dm->excludes(dms);
   angle->callback([ang, d, dm, dms] {
@@ -152,12 +154,13 @@ void RegisterToolCommands(CLI::App& app) {
     std::vector<std::string> words;
   };
   auto calcOpt = std::make_shared<CalcOptions>();
-  CLI::App* calc = app.add_subcommand(
-      "calc", "Evaluate an expression as the tiny math calculator does, e.g.\n"
-              "  norvane-cli calc \"2*sin(30)+sqrt(2)^2\"\n"
-              "Operators + - * / ^ and a postfix % (per cent), parentheses; functions sin cos tan asin\n"
-              "acos atan (degrees unless --rad), sqrt ln log (base 10) exp abs; the constant pi.\n"
-              "Results to 12 significant digits, scientific from 1E+12 and below 1E-6.");
+  CLI::App* calc =
+      app.add_subcommand("calc",
+                         "Evaluate an expression as the tiny math calculator does, e.g.\n"
+                         "  norvane-cli calc \"2*sin(30)+sqrt(2)^2\"\n"
+                         "Operators + - * / ^ and a postfix % (per cent), parentheses; functions sin cos tan asin\n"
+                         "acos atan (degrees unless --rad), sqrt ln log (base 10) exp abs; the constant pi.\n"
+                         "Results to 12 significant digits, scientific from 1E+12 and below 1E-6.");
   Describer dcalc(calc, {"result", "message"});
   dcalc.flag("--rad", calcOpt->radians, "Trigonometry in radians instead of degrees");
   const std::string expressionHelp = "The expression (several words are joined by blanks)";

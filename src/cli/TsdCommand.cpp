@@ -13,9 +13,8 @@ namespace norvane::cli {
 namespace {
 
 constexpr const char* kKeys[kTsdResultCount] = {
-    "ground_speed",     "time",           "time_hours",          "distance",
-    "fuel_used_volume", "fuel_used_mass", "endurance",           "endurance_hours",
-    "usable_endurance", "usable_endurance_hours",
+    "ground_speed",   "time",      "time_hours",      "distance",         "fuel_used_volume",
+    "fuel_used_mass", "endurance", "endurance_hours", "usable_endurance", "usable_endurance_hours",
 };
 
 struct TsdArgs {
@@ -29,27 +28,28 @@ struct TsdArgs {
 void RegisterTsdCommand(CLI::App& app) {
   auto args = std::make_shared<TsdArgs>();
   CLI::App* cmd = app.add_subcommand(
-      "tsd", "Time, speed, distance and fuel: two of ground speed, time and distance give the third; the fuel "
-             "flow gives the fuel used, with the fuel on board the endurance, and less the reserve the usable "
-             "endurance.\nPrints ground_speed time time_hours distance, then fuel_used_volume fuel_used_mass "
-             "with --fuel-flow, then endurance endurance_hours usable_endurance usable_endurance_hours with "
-             "--fuel-on-board; fuel in L and kg, or US gal and lb with --us.\nA trip time beyond the usable "
-             "endurance adds \"message: Trip time exceeds the usable endurance\" (exit status 1). With --raw "
-             "the h:mm times are in minutes.");
+      "tsd",
+      "Time, speed, distance and fuel: two of ground speed, time and distance give the third; the fuel "
+      "flow gives the fuel used, with the fuel on board the endurance, and less the reserve the usable "
+      "endurance.\nPrints ground_speed time time_hours distance, then fuel_used_volume fuel_used_mass "
+      "with --fuel-flow, then endurance endurance_hours usable_endurance usable_endurance_hours with "
+      "--fuel-on-board; fuel in L and kg, or US gal and lb with --us.\nA trip time beyond the usable "
+      "endurance adds \"message: Trip time exceeds the usable endurance\" (exit status 1). With --raw "
+      "the h:mm times are in minutes.");
   Describer d(cmd, {kKeys, kKeys + kTsdResultCount});
   d.entry().results.push_back("message");
   const std::string two = "(give two of --gs, --time and --distance)";
   CLI::Option* gs = d.number("--gs", args->gs, kTsdGroundSpeed, false, two)->type_name("KT");
-  CLI::Option* time = d.number("--time", args->time, kTsdTime, false,
-                               "in decimal hours, 1.5 for 1:30 " + two)->type_name("HOURS");
+  CLI::Option* time =
+      d.number("--time", args->time, kTsdTime, false, "in decimal hours, 1.5 for 1:30 " + two)->type_name("HOURS");
   CLI::Option* distance = d.number("--distance", args->distance, kTsdDistance, false, two)->type_name("NM");
   const auto usVolume = static_cast<size_t>(FuelUnit::UsGallon);
   CLI::Option* flow = d.number("--fuel-flow", args->fuelFlow, kTsdFuelFlow[0], false,
                                "(kg/h with --mass, lb/h with --us --mass)", kTsdFuelFlow[usVolume])
-                             ->type_name("PER_HOUR");
+                          ->type_name("PER_HOUR");
   CLI::Option* onBoard = d.number("--fuel-on-board", args->fuelOnBoard, kTsdFuelOnBoard[0], false,
                                   "(kg with --mass, lb with --us --mass; needs --fuel-flow)", kTsdFuelOnBoard[usVolume])
-                                ->type_name("FUEL");
+                             ->type_name("FUEL");
   CLI::Option* reserve =
       d.number("--reserve", args->reserve, kTsdReserve, false, "(needs --fuel-on-board)")->type_name("MIN");
   onBoard->needs(flow);

@@ -36,11 +36,11 @@ void RegisterWeatherCommand(CLI::App& app) {
   auto options = std::make_shared<Options>();
   CLI::App* cmd = app.add_subcommand(
       "weather", std::string("Latest METAR report (or TAF forecast) of an airport from the weather server.\n"
-                             "Server: $") + kWeatherUrlVariable + ", default " + kDefaultWeatherUrl +
+                             "Server: $") +
+                     kWeatherUrlVariable + ", default " + kDefaultWeatherUrl +
                      ".\nPrints recorded (the file's time line, UTC) and report; a failure prints "
                      "message and exits 1.");
-  cmd->add_option("--icao", options->icao, "ICAO location indicator: exactly four letters A-Z (e.g. EGLL)")
-      ->required();
+  cmd->add_option("--icao", options->icao, "ICAO location indicator: exactly four letters A-Z (e.g. EGLL)")->required();
   cmd->add_flag("--taf", options->taf, "Fetch the TAF forecast instead of the METAR report");
   cmd->add_flag("--decode", options->decode,
                 "Print the report decoded, one \"key: text\" line per element (with --json its typed groups), "
@@ -51,8 +51,7 @@ void RegisterWeatherCommand(CLI::App& app) {
     for (char& c : code)
       if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
     if (!IsIcaoCode(code))
-      throw UsageError("--icao: expected a four-letter ICAO location indicator (A-Z), got \"" + options->icao +
-                       "\"");
+      throw UsageError("--icao: expected a four-letter ICAO location indicator (A-Z), got \"" + options->icao + "\"");
     CheckElevation(options->elevation);
     // Qt Network needs an application object for its event loop.
     int argc = 1;

@@ -45,9 +45,10 @@ int norvane::cli::RunCommandLine(int argc, char** argv) {
   Catalogue().clear();
   GlobalOutputMode() = {};
   ExitStatus() = kExitOk;
-  CLI::App app{"Norvane aeronautical calculator, command-line edition.\n"
-               "Each command prints one \"key: text\" line per result, exactly as the screen shows it.",
-               "norvane-cli"};
+  CLI::App app{
+      "Norvane aeronautical calculator, command-line edition.\n"
+      "Each command prints one \"key: text\" line per result, exactly as the screen shows it.",
+      "norvane-cli"};
   app.set_version_flag("--version", "norvane-cli " + std::to_string(NORVANE_VERSION_MAJOR) + "." +
                                         std::to_string(NORVANE_VERSION_MINOR));
   app.require_subcommand(1);
@@ -55,9 +56,10 @@ int norvane::cli::RunCommandLine(int argc, char** argv) {
   OutputMode& mode = GlobalOutputMode();
   app.add_flag("--raw", mode.raw, "Print numbers at full precision (%.17g) instead of the screen's mask");
   app.add_flag("--json", mode.json, "Print the results as one JSON object");
-  app.footer("Exit status: 0 results printed, 1 the calculation ended in the screen's error text, "
-             "2 bad or out-of-range input.\nRun 'norvane-cli COMMAND --help' for a command's options, "
-             "units and ranges.");
+  app.footer(
+      "Exit status: 0 results printed, 1 the calculation ended in the screen's error text, "
+      "2 bad or out-of-range input.\nRun 'norvane-cli COMMAND --help' for a command's options, "
+      "units and ranges.");
 
   RegisterAtmosphereCommands(app);
   RegisterNavigationCommands(app);

@@ -84,8 +84,8 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   const auto at = [&](double bearing, double dist) { return c + Dir(bearing) * dist; };
   const auto textAt = [&](QPointF centre, const QString& text) {
     const QSizeF s = QFontMetricsF(p.font()).size(Qt::TextSingleLine, text);
-    p.drawText(QRectF(centre.x() - s.width() / 2, centre.y() - s.height() / 2, s.width(), s.height()),
-               Qt::AlignCenter, text);
+    p.drawText(QRectF(centre.x() - s.width() / 2, centre.y() - s.height() / 2, s.width(), s.height()), Qt::AlignCenter,
+               text);
   };
 
   // Entry sectors: an aircraft flying track t to the fix comes from bearing t + 180 of it.
@@ -130,7 +130,7 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   }
 
   const int o = *outbound_;
-  const double side = rightHand_ ? o - 90.0 : o + 90.0;  // the holding side of the inbound leg
+  const double side = rightHand_ ? o - 90.0 : o + 90.0;    // the holding side of the inbound leg
   const double line70 = rightHand_ ? o - 70.0 : o + 70.0;  // the 70-degree ray on that side
 
   // Sector boundaries: the 70-degree line through the fix and the inbound course beyond it.
@@ -170,8 +170,8 @@ void HoldingPicture::paintEvent(QPaintEvent*) {
   p.setBrush(Qt::NoBrush);
   p.setPen(QPen(ink, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   p.drawPath(track);
-  Arrowhead(p, c + u * (leg * 0.45), -u, 9, ink);                 // inbound, towards the fix
-  Arrowhead(p, c + u * (leg * 0.55) + s * (2 * r), u, 9, ink);    // outbound
+  Arrowhead(p, c + u * (leg * 0.45), -u, 9, ink);               // inbound, towards the fix
+  Arrowhead(p, c + u * (leg * 0.55) + s * (2 * r), u, 9, ink);  // outbound
 
   // Sector names inside their wedges, moved aside when the track arrow runs through the middle.
   const auto names = EntryRowNames(rightHand_);

@@ -30,8 +30,9 @@ HoldingScreen::HoldingScreen(QWidget* parent)
   left->addStretch();
 
   picture_ = new HoldingPicture(this);
-  picture_->setToolTip(tr("North up. Shaded: where an aircraft comes from for each entry; arrow: the track to the "
-                          "fix"));
+  picture_->setToolTip(
+      tr("North up. Shaded: where an aircraft comes from for each entry; arrow: the track to the "
+         "fix"));
   auto* top = new QHBoxLayout;
   top->addLayout(left);
   top->addWidget(picture_, 1);

@@ -34,7 +34,7 @@ class HoldingScreen : public CalculatorScreen {
   InputBox* outbound_ = nullptr;
   InputBox* track_ = nullptr;
   QRadioButton* hdTurn_[2];
-  QLabel* rowName_[3];   // lbldata2..4
+  QLabel* rowName_[3];  // lbldata2..4
   QLabel* lbllimit_[3];
   QLabel* swatch_[3];
   HoldingPicture* picture_;

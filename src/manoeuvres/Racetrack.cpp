@@ -104,8 +104,8 @@ RacetrackResult ComputeRacetrack(const RacetrackInput& in) {
   out.rollOut = track.points().back();
   track.Straight(aIn, legTime);
   out.track = std::move(track.points());
-  const auto [alongMin, alongMax] = std::minmax_element(
-      out.track.begin(), out.track.end(), [](const auto& p, const auto& q) { return p.along < q.along; });
+  const auto [alongMin, alongMax] = std::minmax_element(out.track.begin(), out.track.end(),
+                                                        [](const auto& p, const auto& q) { return p.along < q.along; });
   const auto [acrossMin, acrossMax] = std::minmax_element(
       out.track.begin(), out.track.end(), [](const auto& p, const auto& q) { return p.across < q.across; });
 

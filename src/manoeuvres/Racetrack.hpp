@@ -37,20 +37,31 @@ inline constexpr Quantity kRacetrackLeg = DecimalInput("Time on the inbound leg"
 inline constexpr std::string_view kNoRacetrackText = "No racetrack in this wind";
 
 struct RacetrackInput {
-  double course = 0;          // inbound course, degrees (360 taken as 0)
-  double tas = 180;           // kt
-  double windDirection = 0;   // where the wind blows from, degrees
-  double windSpeed = 0;       // kt
-  double legMinutes = 1;      // inbound leg, minutes
-  bool right = true;          // turn direction
+  double course = 0;                   // inbound course, degrees (360 taken as 0)
+  double tas = 180;                    // kt
+  double windDirection = 0;            // where the wind blows from, degrees
+  double windSpeed = 0;                // kt
+  double legMinutes = 1;               // inbound leg, minutes
+  bool right = true;                   // turn direction
   std::optional<double> maxBank = 25;  // degrees; nullopt: no limit
   double rate = 3;                     // deg/s
 };
 
 // The results in their order on the screen and in norvane-cli.
 enum RacetrackResultIndex {
-  kRtInboundHeading, kRtInboundGs, kRtOutboundHeading, kRtOutboundCorrection, kRtOutboundTime, kRtOutboundGs,
-  kRtBank, kRtRate, kRtRadius, kRtPatternTime, kRtLength, kRtWidth, kRacetrackResults
+  kRtInboundHeading,
+  kRtInboundGs,
+  kRtOutboundHeading,
+  kRtOutboundCorrection,
+  kRtOutboundTime,
+  kRtOutboundGs,
+  kRtBank,
+  kRtRate,
+  kRtRadius,
+  kRtPatternTime,
+  kRtLength,
+  kRtWidth,
+  kRacetrackResults
 };
 
 // A ground position in NM from the fix: along the inbound course (the flying direction positive)
@@ -65,8 +76,8 @@ struct RacetrackResult {
   // (values in seconds), bank "0.0", rate "0.00", radius "0.00", length and width "0.0".
   std::array<std::string, kRacetrackResults> text;
   std::array<double, kRacetrackResults> value{};  // unrounded
-  std::vector<RacetrackPoint> track;  // ground track of one circuit, from the fix back to it
-  RacetrackPoint rollOut;             // where the second turn ends
+  std::vector<RacetrackPoint> track;              // ground track of one circuit, from the fix back to it
+  RacetrackPoint rollOut;                         // where the second turn ends
 };
 
 RacetrackResult ComputeRacetrack(const RacetrackInput& in);

@@ -23,8 +23,9 @@ RacetrackScreen::RacetrackScreen(QWidget* parent)
   buildOptions(left);
   QGroupBox* frameResults = buildResults();
   picture_ = new RacetrackPicture(this);
-  picture_->setToolTip(tr("North up: the ground track of one circuit to scale, the fix, the inbound course "
-                          "(dashed) and the wind"));
+  picture_->setToolTip(
+      tr("North up: the ground track of one circuit to scale, the fix, the inbound course "
+         "(dashed) and the wind"));
   auto* top = new QHBoxLayout;
   top->addLayout(left);
   top->addWidget(frameResults);
@@ -56,8 +57,8 @@ InputBox* RacetrackScreen::addInput(QGridLayout* grid, const QString& caption, c
 
 void RacetrackScreen::buildOptions(QVBoxLayout* left) {
   // Right turns, 25 degrees maximum bank and the standard rate at first.
-  const auto [turns, turnGroup] = makeOptionGroup(tr("Turns"), "FrameTurns", "OptTurn", {tr("Right"), tr("Left")},
-                                                  optTurn_.data());
+  const auto [turns, turnGroup] =
+      makeOptionGroup(tr("Turns"), "FrameTurns", "OptTurn", {tr("Right"), tr("Left")}, optTurn_.data());
   optTurn_[0]->setChecked(true);
   connect(turnGroup, &QButtonGroup::idClicked, this, &RacetrackScreen::recalculateIfShown);
   for (QGroupBox* frame : {turns, makeMaxBankGroup(1), makeRateGroup(1)}) {

@@ -38,9 +38,12 @@ TurnAnticipation ComputeTurnAnticipation(double interceptAngle, double distance,
 
 std::string RadiusCaption(RadiusUnit unit) {
   switch (unit) {
-    case RadiusUnit::Metres: return "Radius (m)";
-    case RadiusUnit::Feet: return "Radius (ft)";
-    case RadiusUnit::NauticalMiles: break;
+    case RadiusUnit::Metres:
+      return "Radius (m)";
+    case RadiusUnit::Feet:
+      return "Radius (ft)";
+    case RadiusUnit::NauticalMiles:
+      break;
   }
   return "Radius (NM)";
 }

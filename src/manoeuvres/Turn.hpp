@@ -53,8 +53,8 @@ std::string RadiusCaption(RadiusUnit unit);
 
 // What the turn screen and norvane-cli show.
 struct TurnTexts {
-  std::string bank, rate, radius, gLoad;        // "0.0", "0.00", NM 3 / m and ft 1 decimal, "0.00"
-  std::string anticipation, finalDistance;      // "0.0", "NA", "past"; empty without intercept data
+  std::string bank, rate, radius, gLoad;    // "0.0", "0.00", NM 3 / m and ft 1 decimal, "0.00"
+  std::string anticipation, finalDistance;  // "0.0", "NA", "past"; empty without intercept data
   double bankValue = 0, rateValue = 0, radiusValue = 0, gLoadValue = 0;
   std::optional<double> anticipationValue, finalDistanceValue;  // set when a number is shown
 };

@@ -28,8 +28,9 @@ TurnScreen::TurnScreen(QWidget* parent) : RateTurnScreen(6, "frmData6", tr("Turn
   top->addLayout(right);
   contentLayout()->addLayout(top);
   contentLayout()->addWidget(buildAnticipation());
-  setHelpText(tr("Anticipation angle for intercepting a given radial under known angle and distance at a specific "
-                 "turn rate"));
+  setHelpText(
+      tr("Anticipation angle for intercepting a given radial under known angle and distance at a specific "
+         "turn rate"));
   setTabOrders();
 }
 

@@ -35,9 +35,9 @@ struct WindTriangle {
 WindTriangle SolveWindTriangle(double tas, double track, double windSpeed, double windDirection);
 
 struct UnknownWind {
-  double drift = 0;        // HDG - TRK brought into [-180, 180], degrees
-  double headTail = 0;     // GS - TAS, kt
-  double windSpeed = 0;    // kt
+  double drift = 0;          // HDG - TRK brought into [-180, 180], degrees
+  double headTail = 0;       // GS - TAS, kt
+  double windSpeed = 0;      // kt
   double windDirection = 0;  // [0, 360), degrees, where the wind blows from
   bool inconsistent = true;  // |drift| >= 90 or wind above 150 kt
 };
@@ -60,10 +60,10 @@ RunwayWind ComputeRunwayWind(double runway, double windSpeed, double windDirecti
 // Mode 2 (runway): crosswind and head/tail signed integers; texts 3 and 4 stay empty.
 // Inputs equal to exactly 360 degrees are taken as 0.
 struct WindTexts {
-  std::string message;     // the error text; empty when results are shown
-  std::string text[4];     // dataR 1..4
-  double value[4] = {};    // the unrounded values behind text[]
-  int count = 0;           // how many of text[] are written (0 when message is set)
+  std::string message;   // the error text; empty when results are shown
+  std::string text[4];   // dataR 1..4
+  double value[4] = {};  // the unrounded values behind text[]
+  int count = 0;         // how many of text[] are written (0 when message is set)
 };
 
 WindTexts KnownWindTexts(double tas, double track, double windSpeed, double windDirection);

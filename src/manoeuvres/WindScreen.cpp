@@ -48,20 +48,23 @@ const ResultText kResults[3][4] = {
      {"Wind direction (°)", ""},
      {"WCA (°)", "Wind correction angle (°)"},
      {"Head/Tail wind (kts)", kHeadTailTip}},
-    {{"Crosswind (kts)", "Crosswind (kts, right is positive)"}, {"Head/Tail wind (kts)", kHeadTailTip}, {"", ""}, {"", ""}},
+    {{"Crosswind (kts)", "Crosswind (kts, right is positive)"},
+     {"Head/Tail wind (kts)", kHeadTailTip},
+     {"", ""},
+     {"", ""}},
 };
 
 }  // namespace
 
 WindScreen::WindScreen(QWidget* parent) : CalculatorScreen(5, "frmData5", tr("Wind calculations"), parent) {
-  setHelpText(tr("Head wind is negative, tail wind is positive ; WCA is the wind correction angle ; for WCA and "
-                 "runway crosswind right is positive and left is negative. Track/HDG and wind direction must be "
-                 "both true or magnetic"));
+  setHelpText(
+      tr("Head wind is negative, tail wind is positive ; WCA is the wind correction angle ; for WCA and "
+         "runway crosswind right is positive and left is negative. Track/HDG and wind direction must be "
+         "both true or magnetic"));
 
-  const auto [frameOpt, group] =
-      makeOptionGroup(tr("Wind calculation"), "FrameOpt", "Optknown",
-                      {tr("Known enroute wind"), tr("Unknown enroute wind"), tr("Runway wind calculator")}, optknown_,
-                      Qt::Vertical);
+  const auto [frameOpt, group] = makeOptionGroup(
+      tr("Wind calculation"), "FrameOpt", "Optknown",
+      {tr("Known enroute wind"), tr("Unknown enroute wind"), tr("Runway wind calculator")}, optknown_, Qt::Vertical);
   connect(group, &QButtonGroup::idClicked, this, &WindScreen::setMode);
 
   auto* inputs = new QGridLayout;
@@ -126,9 +129,15 @@ bool WindScreen::calculate() {
   const auto v = [this](int row) { return inputs_[row]->value(); };
   WindTexts t;
   switch (mode()) {
-    case kKnownWind: t = KnownWindTexts(v(0), v(1), v(2), v(3)); break;
-    case kUnknownWind: t = UnknownWindTexts(v(0), v(1), v(2), v(3)); break;
-    case kRunwayWind: t = RunwayWindTexts(v(1), v(2), v(3)); break;
+    case kKnownWind:
+      t = KnownWindTexts(v(0), v(1), v(2), v(3));
+      break;
+    case kUnknownWind:
+      t = UnknownWindTexts(v(0), v(1), v(2), v(3));
+      break;
+    case kRunwayWind:
+      t = RunwayWindTexts(v(1), v(2), v(3));
+      break;
   }
   if (!t.message.empty()) {
     showError(Q(t.message));

@@ -32,7 +32,7 @@ struct GaussCoefficients {
   double h[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};     // nT
   double gdot[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};  // secular variation, nT/year
   double hdot[kGeomagMaxDegree + 1][kGeomagMaxDegree + 1]{};  // nT/year
-  int maxDegree = 0;                                         // degree used in the synthesis
+  int maxDegree = 0;                                          // degree used in the synthesis
 };
 
 // The models, numbered as the settings file stores them (DefMVModel).

@@ -37,8 +37,8 @@ VincentyAB SeriesAB(double cos2Alpha) {
 double DeltaSigma(double B, double sinSigma, double cosSigma, double cos2SigmaM) {
   const double c2 = cos2SigmaM * cos2SigmaM;
   return B * sinSigma *
-         (cos2SigmaM + B / 4 * (cosSigma * (-1 + 2 * c2) -
-                                B / 6 * cos2SigmaM * (-3 + 4 * sinSigma * sinSigma) * (-3 + 4 * c2)));
+         (cos2SigmaM +
+          B / 4 * (cosSigma * (-1 + 2 * c2) - B / 6 * cos2SigmaM * (-3 + 4 * sinSigma * sinSigma) * (-3 + 4 * c2)));
 }
 
 // Brings a longitude back into [-180, 180] by one turn; exactly +-180 is kept.
@@ -160,8 +160,10 @@ RhumbResult RhumbLine(double lat1, double lon1, double lat2, double lon2) {
 
   if (lat1 == lat2) {
     double dlon = lon2 - lon1;
-    if (dlon <= -180) dlon += 360;
-    else if (dlon >= 180) dlon -= 360;
+    if (dlon <= -180)
+      dlon += 360;
+    else if (dlon >= 180)
+      dlon -= 360;
     return {std::fabs(dlon) * std::cos(lat1 * kDegToRad) * 60, dlon > 0 ? 90.0 : 270.0};
   }
 
@@ -179,8 +181,10 @@ RhumbResult RhumbLine(double lat1, double lon1, double lat2, double lon2) {
   }
   double track = std::atan((lon2 - lon1) * kDegToRad / dpsi) * kRadToDeg;
   const double q = (lat2 - lat1) / std::cos(track * kDegToRad);
-  if (q < 0) track += 180;
-  else if (track < 0) track += 360;
+  if (q < 0)
+    track += 180;
+  else if (track < 0)
+    track += 360;
   return {std::fabs(q) * 60, track};
 }
 
@@ -219,13 +223,14 @@ GeoPoint DirectWGS84(double lat1, double lon1, double track, double distance) {
   const double cos2SigmaM = std::cos(2 * sigma1 + sigma);
 
   const double t = sinU1 * sinSigma - cosU1 * cosSigma * cosAlpha1;
-  double phi2 = ArcTan2(sinU1 * cosSigma + cosU1 * sinSigma * cosAlpha1,
-                        kOneMinusF * std::sqrt(sinAlpha * sinAlpha + t * t));
+  double phi2 =
+      ArcTan2(sinU1 * cosSigma + cosU1 * sinSigma * cosAlpha1, kOneMinusF * std::sqrt(sinAlpha * sinAlpha + t * t));
   if (std::fabs(phi2) < 1e-14) phi2 = 0;
   const double lambda = ArcTan2(sinSigma * sinAlpha1, cosU1 * cosSigma - sinU1 * sinSigma * cosAlpha1);
   const double C = kF / 16 * cos2Alpha * (4 + kF * (4 - 3 * cos2Alpha));
-  const double L = lambda - (1 - C) * kF * sinAlpha *
-                                (sigma + C * sinSigma * (cos2SigmaM + C * cosSigma * (-1 + 2 * cos2SigmaM * cos2SigmaM)));
+  const double L =
+      lambda - (1 - C) * kF * sinAlpha *
+                   (sigma + C * sinSigma * (cos2SigmaM + C * cosSigma * (-1 + 2 * cos2SigmaM * cos2SigmaM)));
   return {phi2 * kRadToDeg, WrapLongitude(lon1 + L * kRadToDeg)};
 }
 
@@ -305,9 +310,12 @@ std::optional<double> ParseCoordinate(std::string_view text, bool isLongitude) {
     if (!digit(i)) {
       // Blanks and the marks of degrees (UTF-8 or Latin-1 degree sign), minutes and seconds.
       const std::string_view rest = text.substr(i);
-      if (blank(text[i]) || text[i] == '\'' || text[i] == '"' || text[i] == '\xB0') ++i;
-      else if (rest.substr(0, 2) == "\xC2\xB0") i += 2;
-      else return std::nullopt;
+      if (blank(text[i]) || text[i] == '\'' || text[i] == '"' || text[i] == '\xB0')
+        ++i;
+      else if (rest.substr(0, 2) == "\xC2\xB0")
+        i += 2;
+      else
+        return std::nullopt;
       continue;
     }
     size_t end = i;

@@ -37,8 +37,8 @@ inline constexpr double kSphereRadiusNm = 10800 / kPi;
 inline constexpr double kWgs84AKm = 6378.137;
 inline constexpr double kWgs84BKm = 6356.7523142;
 inline constexpr double kWgs84F = 0.0033528106647474805;  // 1 / 298.257223563
-inline constexpr double kWgs84A2 = 40680631.59076899;      // a^2, km^2
-inline constexpr double kWgs84B2 = 40408299.98408706;      // b^2, km^2
+inline constexpr double kWgs84A2 = 40680631.59076899;     // a^2, km^2
+inline constexpr double kWgs84B2 = 40408299.98408706;     // b^2, km^2
 
 // Distance and the two tracks of an inverse problem. distance in NM; trackIni is the track
 // leaving point 1, trackFin the track arriving at point 2; kUndefined where undefined.

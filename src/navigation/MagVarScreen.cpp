@@ -23,8 +23,9 @@ constexpr MagModel kOptionModels[kMagModelCount] = {MagModel::WMM2005, MagModel:
 }  // namespace
 
 MagVarScreen::MagVarScreen(QWidget* parent) : NavigationScreen(10, "frmData10", tr("Magnetic variation"), parent) {
-  setHelpText(tr("Magnetic variation calculated from IGRF-10 and WMM2005 magnetic models for 2005-2010, "
-                 "WMM2025 and IGRF-14 for 2025-2030 (WGS 84 geodetic latitude, longitude and altitude)"));
+  setHelpText(
+      tr("Magnetic variation calculated from IGRF-10 and WMM2005 magnetic models for 2005-2010, "
+         "WMM2025 and IGRF-14 for 2025-2030 (WGS 84 geodetic latitude, longitude and altitude)"));
   addInputs();
   buildPositionRow();
 
@@ -79,8 +80,9 @@ QGroupBox* MagVarScreen::buildDate() {
   dtPicker_->setCalendarPopup(true);
   dtPicker_->setDateRange(QDate(1900, 1, 1), QDate(2100, 12, 31));
   dtPicker_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
-  dtPicker_->setToolTip(tr("Each model describes five years from its epoch (2005.0 or 2025.0); earlier dates "
-                           "use the epoch field, later ones extrapolate the secular variation"));
+  dtPicker_->setToolTip(
+      tr("Each model describes five years from its epoch (2005.0 or 2025.0); earlier dates "
+         "use the epoch field, later ones extrapolate the secular variation"));
   dl->addWidget(dtPicker_);
   connect(dtPicker_, &QDateEdit::dateChanged, this, [this] {
     showNotice();
@@ -93,8 +95,8 @@ QGroupBox* MagVarScreen::buildModels() {
   auto* modelFrame = makeFrame(tr("Model"), "FrameModel");
   auto* ml = new QGridLayout(modelFrame);
   for (int i = 0; i < kMagModelCount; ++i) {
-    optModel_[i] = makeOption(QString::fromUtf8(MagModelName(kOptionModels[i])), QStringLiteral("OptModel%1").arg(i),
-                              modelFrame);
+    optModel_[i] =
+        makeOption(QString::fromUtf8(MagModelName(kOptionModels[i])), QStringLiteral("OptModel%1").arg(i), modelFrame);
     ml->addWidget(optModel_[i], i / 2, i % 2);
   }
   return modelFrame;

@@ -13,30 +13,42 @@ namespace norvane {
 double NmToUnit(double nm, DistanceUnit unit) {
   if (IsUndefined(nm)) return nm;
   switch (unit) {
-    case DistanceUnit::Nm: return nm;
-    case DistanceUnit::Km: return nm * kKmPerNm;
-    case DistanceUnit::M: return nm * kNm;
-    case DistanceUnit::Ft: return nm * kNm / kFt;
+    case DistanceUnit::Nm:
+      return nm;
+    case DistanceUnit::Km:
+      return nm * kKmPerNm;
+    case DistanceUnit::M:
+      return nm * kNm;
+    case DistanceUnit::Ft:
+      return nm * kNm / kFt;
   }
   return nm;
 }
 
 double UnitToNm(double value, DistanceUnit unit) {
   switch (unit) {
-    case DistanceUnit::Nm: return value;
-    case DistanceUnit::Km: return value / kKmPerNm;
-    case DistanceUnit::M: return value / kNm;
-    case DistanceUnit::Ft: return value * (kFt / kNm);
+    case DistanceUnit::Nm:
+      return value;
+    case DistanceUnit::Km:
+      return value / kKmPerNm;
+    case DistanceUnit::M:
+      return value / kNm;
+    case DistanceUnit::Ft:
+      return value * (kFt / kNm);
   }
   return value;
 }
 
 const char* UnitName(DistanceUnit unit) {
   switch (unit) {
-    case DistanceUnit::Nm: return "NM";
-    case DistanceUnit::Km: return "km";
-    case DistanceUnit::M: return "m";
-    case DistanceUnit::Ft: return "ft";
+    case DistanceUnit::Nm:
+      return "NM";
+    case DistanceUnit::Km:
+      return "km";
+    case DistanceUnit::M:
+      return "m";
+    case DistanceUnit::Ft:
+      return "ft";
   }
   return "";
 }
@@ -51,7 +63,9 @@ double ShownVariation(double latDeg, double lonDeg, const MagSettings& mag) {
   return ParseDouble(text).value_or(0);
 }
 
-std::string MagSettingsText(const MagSettings& m) { return std::string(MagModelName(m.model)) + ", " + std::to_string(m.year); }
+std::string MagSettingsText(const MagSettings& m) {
+  return std::string(MagModelName(m.model)) + ", " + std::to_string(m.year);
+}
 
 double MagneticToTrue(double track, double variation) { return Norm360(track + variation); }
 
@@ -138,16 +152,20 @@ GeoPoint RadialIntersection(double lat1, double lon1, double crs13, double lat2,
   ang1 = std::fabs(ang1);
   ang2 = std::fabs(ang2);
   const double ang3 = ArcCos(-std::cos(ang1) * std::cos(ang2) + std::sin(ang1) * std::sin(ang2) * std::cos(dst12));
-  const double dst13 = ArcTan2(std::sin(dst12) * std::sin(ang1) * std::sin(ang2), std::cos(ang2) + std::cos(ang1) * std::cos(ang3));
+  const double dst13 =
+      ArcTan2(std::sin(dst12) * std::sin(ang1) * std::sin(ang2), std::cos(ang2) + std::cos(ang1) * std::cos(ang3));
   const double lat3 = ArcSin(std::sin(la1) * std::cos(dst13) + std::cos(la1) * std::sin(dst13) * std::cos(c13));
   GeoPoint p{lat3 * kRadToDeg, kUndefined};
   if (!std::isfinite(p.lat)) return none;
   if (std::fabs(std::fabs(p.lat) - 90) <= 1.38e-6) return p;  // a pole: every longitude
-  const double dlon = ArcTan2(std::sin(c13) * std::sin(dst13) * std::cos(la1), std::cos(dst13) - std::sin(la1) * std::sin(lat3));
+  const double dlon =
+      ArcTan2(std::sin(c13) * std::sin(dst13) * std::cos(la1), std::cos(dst13) - std::sin(la1) * std::sin(lat3));
   // East positive, one turn below the wanted value; brought back by the rule below.
   double lon3 = (-FloorMod(lo1 - dlon + kPi, kTwoPi) - kPi) * kRadToDeg;
-  if (lon3 > 180) lon3 -= 360;
-  else if (lon3 < -180) lon3 += 360;
+  if (lon3 > 180)
+    lon3 -= 360;
+  else if (lon3 < -180)
+    lon3 += 360;
   p.lon = lon3;
   return p;
 }

@@ -32,18 +32,30 @@ constexpr Quantity PointDistance(DistanceUnit unit) {
   return q;
 }
 // True tracks from a point, 360 taken as 0.
-inline constexpr Quantity kTrackFromOrigin{.caption = "Track from origin", .min = 0, .max = 360, .unit = "\u00b0",
-                                           .rangeDecimals = 1, .maxLength = 5, .cliUnit = "degrees"};
+inline constexpr Quantity kTrackFromOrigin{.caption = "Track from origin",
+                                           .min = 0,
+                                           .max = 360,
+                                           .unit = "\u00b0",
+                                           .rangeDecimals = 1,
+                                           .maxLength = 5,
+                                           .cliUnit = "degrees"};
 inline constexpr Quantity kTrackFromFirstPoint = kTrackFromOrigin.withCaption("Track from 1st point");
 inline constexpr Quantity kTrackFromSecondPoint = kTrackFromOrigin.withCaption("Track from 2nd point");
 // A magnetic variation, east positive; an empty box takes the model's.
-inline constexpr Quantity kMagneticVariation{.caption = "Magnetic variation", .min = -180, .max = 180, .unit = "\u00b0",
-                                             .maxLength = 6, .optional = true, .note = "E is positive ; ",
-                                             .after = " - Leave blank for automatic calculation", .cliUnit = "degrees"};
+inline constexpr Quantity kMagneticVariation{.caption = "Magnetic variation",
+                                             .min = -180,
+                                             .max = 180,
+                                             .unit = "\u00b0",
+                                             .maxLength = 6,
+                                             .optional = true,
+                                             .note = "E is positive ; ",
+                                             .after = " - Leave blank for automatic calculation",
+                                             .cliUnit = "degrees"};
 inline constexpr Quantity kVariationAtFirstPoint = kMagneticVariation.withCaption("Magnetic variation at 1st point");
 inline constexpr Quantity kVariationAtSecondPoint = kMagneticVariation.withCaption("Magnetic variation at 2nd point");
 // The altitude of "Magnetic variation": whole feet above the WGS-84 ellipsoid.
-inline constexpr Quantity kGeodeticAltitude{.caption = "Geodetic altitude", .min = 0, .max = 65000, .unit = "ft", .whole = true};
+inline constexpr Quantity kGeodeticAltitude{
+    .caption = "Geodetic altitude", .min = 0, .max = 65000, .unit = "ft", .whole = true};
 
 // Signed decimal degrees from degrees, minutes and seconds: south and west negative.
 double DmsToDegrees(double deg, double min, double sec, bool southOrWest);

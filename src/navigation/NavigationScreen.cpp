@@ -33,7 +33,8 @@ void NavigationScreen::Coordinate::set(const QString& d, const QString& m, const
 }
 
 NavigationScreen::Coordinate NavigationScreen::addCoordinate(const QString& caption, const QString& who,
-                                                             bool isLongitude, bool withSeconds, const QString& optName) {
+                                                             bool isLongitude, bool withSeconds,
+                                                             const QString& optName) {
   Coordinate c;
   c.frame = makeFrame(caption);
   // "Origin latitude degrees (0 to 89)"; the quantity's own caption when no point is named.
@@ -187,9 +188,9 @@ void NavigationScreen::bindVariation(InputBox* box, const Coordinate& lat, const
   BoundVariation v;
   v.box = box;
   for (const Coordinate* c : {&lat, &lon})
-    for (const QObject* o : {static_cast<const QObject*>(c->deg), static_cast<const QObject*>(c->min),
-                             static_cast<const QObject*>(c->sec), static_cast<const QObject*>(c->opt[0]),
-                             static_cast<const QObject*>(c->opt[1])})
+    for (const QObject* o :
+         {static_cast<const QObject*>(c->deg), static_cast<const QObject*>(c->min), static_cast<const QObject*>(c->sec),
+          static_cast<const QObject*>(c->opt[0]), static_cast<const QObject*>(c->opt[1])})
       if (o) v.position.push_back(o);
   variations_.push_back(std::move(v));
 }

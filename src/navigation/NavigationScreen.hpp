@@ -34,7 +34,7 @@ class NavigationScreen : public CalculatorScreen {
     QGroupBox* frame = nullptr;
     InputBox* deg = nullptr;
     InputBox* min = nullptr;
-    InputBox* sec = nullptr;  // null on screens without seconds
+    InputBox* sec = nullptr;                    // null on screens without seconds
     QRadioButton* opt[2] = {nullptr, nullptr};  // N/E, S/W
     // Signed decimal degrees; empty minutes or seconds count as 0.
     double degrees() const;

@@ -16,8 +16,9 @@
 namespace norvane {
 
 PointScreen::PointScreen(QWidget* parent) : NavigationScreen(8, "frmData8", tr("Point from track-distance"), parent) {
-  setHelpText(tr("Calculation based on classical sphere (GC, 1\u00b0= 60 NM) or on spheroidal model (WGS-84). "
-                 "Leave blank magnetic variation field for automatic calculation "));
+  setHelpText(
+      tr("Calculation based on classical sphere (GC, 1\u00b0= 60 NM) or on spheroidal model (WGS-84). "
+         "Leave blank magnetic variation field for automatic calculation "));
   addInputs();
 
   auto* points = new QHBoxLayout;
@@ -105,11 +106,14 @@ void PointScreen::buildResults() {
 void PointScreen::loadOptions() {
   optModel_[1]->setChecked(true);  // Spheroid
   optDist_[int(DistanceUnit::Nm)]->setChecked(true);
-  convertOnSwitch({optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
-                  {{1, 0}, {1 / kKmPerNm, 0}, {1 / kNm, 0}, {kFt / kNm, 0}}, [](int u) {
-                    const Quantity q = PointDistance(DistanceUnit(u));
-                    return std::pair{q.min, q.max};
-                  }, 1);
+  convertOnSwitch(
+      {optDist_[0], optDist_[1], optDist_[2], optDist_[3]}, distance_,
+      {{1, 0}, {1 / kKmPerNm, 0}, {1 / kNm, 0}, {kFt / kNm, 0}},
+      [](int u) {
+        const Quantity q = PointDistance(DistanceUnit(u));
+        return std::pair{q.min, q.max};
+      },
+      1);
 }
 
 DistanceUnit PointScreen::unit() const {
@@ -126,9 +130,9 @@ void PointScreen::setDistDisplay(DistanceUnit u) {
 bool PointScreen::calculate() {
   const bool magnetic = magneticTracks();
   const MagSettings mag = magSettings();
-  const PointResult r = ComputePointFromTrack(lat_.degrees(), lon_.degrees(), track_->value(),
-                                              UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
-                                              magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);
+  const PointResult r = ComputePointFromTrack(
+      lat_.degrees(), lon_.degrees(), track_->value(), UnitToNm(distance_->value(), unit()), optModel_[1]->isChecked(),
+      magnetic ? &mag : nullptr, magnetic ? OptionalValue(variation_) : std::nullopt);
   if (r.variationComputed) writeVariation(variation_, *r.variation);
   latitude_->setText(LocaleText(FormatLatLong(r.point.lat, false)));
   longitude_->setText(LocaleText(FormatLatLong(r.point.lon, true)));

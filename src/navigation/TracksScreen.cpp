@@ -38,8 +38,8 @@ TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr
   tl->addWidget(makeModelLabel(tr("Track (magvar %1)"), tracks), 1, 0, 1, 2);
   options->addWidget(tracks);
 
-  const OptionGroup dist = makeOptionGroup(tr("Distance unit"), "FrameDist", "OptDist",
-                                           {tr("NM"), tr("km"), tr("m"), tr("ft")}, optDist_);
+  const OptionGroup dist =
+      makeOptionGroup(tr("Distance unit"), "FrameDist", "OptDist", {tr("NM"), tr("km"), tr("m"), tr("ft")}, optDist_);
   optDist_[int(DistanceUnit::Nm)]->setChecked(true);
   connect(dist.group, &QButtonGroup::idToggled, this, [this](int i, bool on) {
     if (on) setDistanceUnit(DistanceUnit(i));
@@ -49,7 +49,8 @@ TracksScreen::TracksScreen(QWidget* parent) : NavigationScreen(7, "frmData7", tr
 
   auto* results = makeFrame(tr("Tracks and distance"), "FrameResults");
   auto* rl = new QGridLayout(results);
-  addResultTable(rl, {tr("Dist"), tr("TRK ini"), tr("TRK fin")}, {tr("GC"), tr("RL"), tr("SPH")}, "DataR", table_.data(),
+  addResultTable(rl, {tr("Dist"), tr("TRK ini"), tr("TRK fin")}, {tr("GC"), tr("RL"), tr("SPH")}, "DataR",
+                 table_.data(),
                  {tr("Geodesic on the WGS-84 ellipsoid"), tr("Rhumb line"),
                   tr("Great circle on the sphere (1 minute of arc = 1 NM)")});
   contentLayout()->addWidget(results);

@@ -63,8 +63,8 @@ bool IsProxyError(QNetworkReply::NetworkError error) {
 
 std::chrono::milliseconds DownloadDeadline(int64_t size) {
   constexpr int64_t kSlowestBytesPerSecond = 32 * 1024;
-  return std::max<std::chrono::milliseconds>(std::chrono::seconds(120),
-                                             std::chrono::milliseconds(std::max<int64_t>(size, 0) / kSlowestBytesPerSecond * 1000));
+  return std::max<std::chrono::milliseconds>(
+      std::chrono::seconds(120), std::chrono::milliseconds(std::max<int64_t>(size, 0) / kSlowestBytesPerSecond * 1000));
 }
 
 std::chrono::milliseconds EffectiveDeadline(std::chrono::milliseconds normal) {
@@ -119,14 +119,14 @@ void UrlTransfer::Start(const std::string& url, int64_t maxBytes, Sink sink, boo
 
   // Failures found before any request is made are reported from the event loop, as all are.
   const auto failSoon = [this](int code) {
-    QMetaObject::invokeMethod(this, [this, code] { Complete(code); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, code] { Complete(code); }, Qt::QueuedConnection);
   };
   const QUrl qurl(QString::fromStdString(url), QUrl::StrictMode);
   const bool usable = qurl.isValid() && !qurl.host().isEmpty() &&
                       (qurl.scheme() == QLatin1String("http") || qurl.scheme() == QLatin1String("https"));
   if (!(usable && IsLoopback(qurl)) && !InternetConnected()) return failSoon(kNetNoConnection);
-  if (usable && qurl.scheme() == QLatin1String("https") && !QSslSocket::supportsSsl())
-    return failSoon(kNetNoSession);
+  if (usable && qurl.scheme() == QLatin1String("https") && !QSslSocket::supportsSsl()) return failSoon(kNetNoSession);
   if (!usable) return failSoon(kNetInvalidUrl);
 
   if (!manager_) manager_ = new QNetworkAccessManager(this);

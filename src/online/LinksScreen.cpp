@@ -83,8 +83,9 @@ QGroupBox* LinksScreen::buildEditor() {
   el->addWidget(linkBox_, 1, 1);
   auto* buttons = new QHBoxLayout;
   const char* captions[kEditButtonCount] = {"Add", "Edit", "Delete", "Save", "Cancel", "Restore"};
-  const char* tips[kEditButtonCount] = {"Add a new data link", "Edit selected data link", "Delete selected data link",
-                                        "Save the link", "Discard the changes", "Restore default program links"};
+  const char* tips[kEditButtonCount] = {"Add a new data link",       "Edit selected data link",
+                                        "Delete selected data link", "Save the link",
+                                        "Discard the changes",       "Restore default program links"};
   for (int i = 0; i < kEditButtonCount; ++i) {
     cmdEditLink_[i] = new QPushButton(tr(captions[i]), editor);
     cmdEditLink_[i]->setObjectName(QStringLiteral("cmdEditLink%1").arg(i));
@@ -150,8 +151,7 @@ void LinksScreen::setMode(Mode mode) {
 void LinksScreen::refreshConnectionState() {
   connected_ = InternetConnected();
   cmdConnect_->setText(connected_ ? tr("Connect") : tr("[No Internet connection]"));
-  cmdConnect_->setEnabled(connected_ && !timer_->isActive() && listLinks_->currentRow() >= 0 &&
-                          mode_ == Mode::Browse);
+  cmdConnect_->setEnabled(connected_ && !timer_->isActive() && listLinks_->currentRow() >= 0 && mode_ == Mode::Browse);
 }
 
 void LinksScreen::connectSelected() {

@@ -47,10 +47,13 @@ void FetchText(QObject* owner, const char* name, int64_t limit, std::function<vo
 
 UpdateOffer OfferFrom(const std::optional<UpdateManifest>& manifest) {
   switch (JudgeManifest(manifest, OwnVersionNumber(), UpdatePlatformTag())) {
-    case ManifestVerdict::Invalid: return {ServerVersionVerdict::NoData, 0};
+    case ManifestVerdict::Invalid:
+      return {ServerVersionVerdict::NoData, 0};
     case ManifestVerdict::OtherPlatform:
-    case ManifestVerdict::NotNewer: return {ServerVersionVerdict::NoUpdate, manifest->version};
-    case ManifestVerdict::Install: return {ServerVersionVerdict::NewVersion, manifest->version};
+    case ManifestVerdict::NotNewer:
+      return {ServerVersionVerdict::NoUpdate, manifest->version};
+    case ManifestVerdict::Install:
+      return {ServerVersionVerdict::NewVersion, manifest->version};
   }
   return {};
 }
@@ -70,14 +73,13 @@ std::optional<UpdateManifest> FetchSignedManifest(TransferCancel* cancel) {
 bool DownloadVerified(const UpdateManifest& manifest, ExclusiveFile& file, TransferCancel* cancel) {
   Sha256 hash;
   int64_t written = 0;
-  const int code = FetchUrl(
-      ServerFile(kNewExecutableName), manifest.size,
-      [&](const char* data, int64_t size) {
-        hash.Update(data, static_cast<size_t>(size));
-        written += size;
-        return file.Write(data, static_cast<size_t>(size));
-      },
-      /*requireSuccess=*/true, {DownloadDeadline(manifest.size), cancel});
+  const int code = FetchUrl(ServerFile(kNewExecutableName), manifest.size,
+                            [&](const char* data, int64_t size) {
+                              hash.Update(data, static_cast<size_t>(size));
+                              written += size;
+                              return file.Write(data, static_cast<size_t>(size));
+                            },
+                            /*requireSuccess=*/true, {DownloadDeadline(manifest.size), cancel});
   return code == kNetOk && written == manifest.size && hash.Final() == manifest.sha256;
 }
 
@@ -173,8 +175,8 @@ bool DoSelfUpdate(const QString& executable, TransferCancel* cancel) {
   if (!file.Create(fresh)) return false;
   bool backedUp = false;
   const bool ready = DownloadVerified(*manifest, file, cancel) && file.Finish(exe) &&
-                     !(cancel && cancel->Cancelled()) && (backedUp = LinkOrCopyFile(exe, bak)) &&
-                     file.IsAt(fresh) && ReplaceFileAtomic(fresh, exe);
+                     !(cancel && cancel->Cancelled()) && (backedUp = LinkOrCopyFile(exe, bak)) && file.IsAt(fresh) &&
+                     ReplaceFileAtomic(fresh, exe);
   if (!ready) {
     file.Close();
     DeleteIfExists(newFile);

@@ -35,10 +35,14 @@ size_t SequenceAt(std::string_view s, size_t at, char32_t& c) {
   }
   size_t n = 0;
   unsigned char lo = 0x80, hi = 0xBF;
-  if (b0 >= 0xC2 && b0 <= 0xDF) n = 2;
-  else if (b0 >= 0xE0 && b0 <= 0xEF) n = 3, lo = b0 == 0xE0 ? 0xA0 : 0x80, hi = b0 == 0xED ? 0x9F : 0xBF;
-  else if (b0 >= 0xF0 && b0 <= 0xF4) n = 4, lo = b0 == 0xF0 ? 0x90 : 0x80, hi = b0 == 0xF4 ? 0x8F : 0xBF;
-  else return 0;
+  if (b0 >= 0xC2 && b0 <= 0xDF)
+    n = 2;
+  else if (b0 >= 0xE0 && b0 <= 0xEF)
+    n = 3, lo = b0 == 0xE0 ? 0xA0 : 0x80, hi = b0 == 0xED ? 0x9F : 0xBF;
+  else if (b0 >= 0xF0 && b0 <= 0xF4)
+    n = 4, lo = b0 == 0xF0 ? 0x90 : 0x80, hi = b0 == 0xF4 ? 0x8F : 0xBF;
+  else
+    return 0;
   if (at + n > s.size()) return 0;
   c = b0 & (n == 2 ? 0x1F : n == 3 ? 0x0F : 0x07);
   for (size_t i = 1; i < n; ++i) {
@@ -77,9 +81,12 @@ std::string SafeServerText(std::string_view bytes) {
   for (size_t at = 0; at < text.size();) {
     const size_t n = SequenceAt(text, at, c);  // never 0: the text is valid UTF-8
     const bool lineEnd = c == '\n' || (c == '\r' && at + 1 < text.size() && text[at + 1] == '\n');
-    if (lineEnd || (c >= 0x20 && c < 0x7F) || c > 0x9F) out.append(text, at, n);
-    else if (c == '\t') out += ' ';
-    else out += kReplacement;
+    if (lineEnd || (c >= 0x20 && c < 0x7F) || c > 0x9F)
+      out.append(text, at, n);
+    else if (c == '\t')
+      out += ' ';
+    else
+      out += kReplacement;
     at += n;
   }
   return out;

@@ -32,9 +32,12 @@ bool AutoUpdateCheckDue(int16_t autoUpdateCheck, std::string_view previousDate, 
 
 const char* VerdictText(ServerVersionVerdict verdict) {
   switch (verdict) {
-    case ServerVersionVerdict::NoData: return update_text::kNoData;
-    case ServerVersionVerdict::NoUpdate: return update_text::kNoUpdate;
-    case ServerVersionVerdict::NewVersion: return update_text::kAvailable;
+    case ServerVersionVerdict::NoData:
+      return update_text::kNoData;
+    case ServerVersionVerdict::NoUpdate:
+      return update_text::kNoUpdate;
+    case ServerVersionVerdict::NewVersion:
+      return update_text::kAvailable;
   }
   return update_text::kNoData;
 }

@@ -23,8 +23,7 @@ ServerVersionVerdict JudgeServerVersion(int16_t server, int16_t own = OwnVersion
 
 // The automatic check runs at most once a day: when it is enabled, the stored date text
 // differs from today's and the system reports a connection.
-bool AutoUpdateCheckDue(int16_t autoUpdateCheck, std::string_view previousDate, std::string_view today,
-                        bool connected);
+bool AutoUpdateCheckDue(int16_t autoUpdateCheck, std::string_view previousDate, std::string_view today, bool connected);
 
 // File names on the update server and beside the executable.
 inline constexpr const char* kVersionFileName = "NorvaneVerInfo.txt";

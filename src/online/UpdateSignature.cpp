@@ -27,8 +27,8 @@ bool VerifyUpdateSignature(const unsigned char* data, std::size_t size, std::str
   if (signature.size() != kUpdateSignatureSize || (data == nullptr && size != 0)) return false;
   if (sodium_init() < 0) return false;
   static const unsigned char kEmpty = 0;
-  return crypto_sign_verify_detached(reinterpret_cast<const unsigned char*>(signature.data()),
-                                     data ? data : &kEmpty, size, key.data()) == 0;
+  return crypto_sign_verify_detached(reinterpret_cast<const unsigned char*>(signature.data()), data ? data : &kEmpty,
+                                     size, key.data()) == 0;
 }
 
 namespace testing {

@@ -29,7 +29,8 @@ UpdateDialog::UpdateDialog(QWidget* parent) : QDialog(parent) {
   root->setSizeConstraint(QLayout::SetFixedSize);
   lblUpdate_ = new QLabel(this);
   lblUpdate_->setObjectName("LblUpdate");
-  lblUpdate_->setMinimumWidth(lblUpdate_->fontMetrics().horizontalAdvance(QString::fromLatin1(update_text::kCompleted)) + 40);
+  lblUpdate_->setMinimumWidth(
+      lblUpdate_->fontMetrics().horizontalAdvance(QString::fromLatin1(update_text::kCompleted)) + 40);
   lblUpdate_->setAlignment(Qt::AlignCenter);
   root->addWidget(lblUpdate_);
   cmdClose_ = new QPushButton(tr("Close"), this);

@@ -72,7 +72,7 @@ void SunScreen::buildPosition() {
   // Position: degrees and minutes with the hemisphere beside them.
   auto* position = new QHBoxLayout;
   const auto positionFrame = [&](const QString& caption, const char* frameName, InputBox* deg, InputBox* min,
-                                 int firstCaption, QRadioButton* (&opt)[2], const char* optName, const QString& a,
+                                 int firstCaption, QRadioButton*(&opt)[2], const char* optName, const QString& a,
                                  const QString& b) {
     QGroupBox* frame = makeFrame(caption, frameName);
     auto* g = new QGridLayout(frame);
@@ -132,12 +132,12 @@ void SunScreen::buildDateAndTime() {
   }
   ttOpt_[0]->setChecked(true);
   ltOff_ = MakeValueScrollBar(frameTime, "LTOff", int(kLocalTimeOffset.min), int(kLocalTimeOffset.max), 1, 150);
-  ltOff_->setToolTip(tr("Local time offset from UTC in whole hours (%1 to +%2)")
-                         .arg(kLocalTimeOffset.min)
-                         .arg(kLocalTimeOffset.max));
+  ltOff_->setToolTip(
+      tr("Local time offset from UTC in whole hours (%1 to +%2)").arg(kLocalTimeOffset.min).arg(kLocalTimeOffset.max));
   ltOffsetLbl_ = new QLabel(frameTime);
   ltOffsetLbl_->setObjectName("LTOffsetLbl");
-  ltOffsetLbl_->setMinimumWidth(ltOffsetLbl_->fontMetrics().horizontalAdvance(tr("Local time offset from UTC (h): %1").arg("-12")) + 8);
+  ltOffsetLbl_->setMinimumWidth(
+      ltOffsetLbl_->fontMetrics().horizontalAdvance(tr("Local time offset from UTC (h): %1").arg("-12")) + 8);
   tl->addWidget(ltOffsetLbl_, 1, 0, 1, 2);
   tl->addWidget(ltOff_, 2, 0, 1, 3);
   // Time zones of the system's tz database, found by typing any part of the name ("Kolkata").
@@ -253,8 +253,10 @@ bool SunScreen::calculate() {
 void SunScreen::boxEdited(int /*index*/) { ClearResetData(); }
 
 void SunScreen::optionChanged() {
-  if (calculated() && followsOptions_) runCalculate();
-  else if (resultsShown()) ClearResetData();
+  if (calculated() && followsOptions_)
+    runCalculate();
+  else if (resultsShown())
+    ClearResetData();
 }
 
 std::optional<int> SunScreen::zoneOffsetMinutes() const {

@@ -16,8 +16,8 @@ double SinDeg(double a) { return std::sin(a * kDegToRad); }
 // Hour angle of the event: the clamped arccosine turns "never reaches the zenith distance" into
 // 0 (the sun stays below it) or pi (it stays above it).
 double HourAngle(double zenith, double declination, double latitude) {
-  const double cosH = std::cos(zenith) / (std::cos(declination) * std::cos(latitude)) -
-                      std::tan(declination) * std::tan(latitude);
+  const double cosH =
+      std::cos(zenith) / (std::cos(declination) * std::cos(latitude)) - std::tan(declination) * std::tan(latitude);
   return ArcCos(cosH);
 }
 
@@ -46,9 +46,12 @@ double WithinDay(double minutes) {
 
 double TwilightZenith(int index) {
   switch (index) {
-    case 0: return kZenithCivil;
-    case 1: return kZenithNautical;
-    default: return kZenithAstronomical;
+    case 0:
+      return kZenithCivil;
+    case 1:
+      return kZenithNautical;
+    default:
+      return kZenithAstronomical;
   }
 }
 
@@ -65,8 +68,8 @@ double GetJulianDay(int16_t day, int16_t month, int16_t year) {
 
 SunPosition GetSunPosition(double T) {
   const double M = 357.52911 + T * (35999.05029 - 0.0001537 * T);  // mean anomaly, degrees
-  const double C = SinDeg(M) * (1.914602 - T * (0.004817 + 0.000014 * T)) +
-                   SinDeg(2 * M) * (0.019993 - 0.000101 * T) + SinDeg(3 * M) * 0.000289;
+  const double C = SinDeg(M) * (1.914602 - T * (0.004817 + 0.000014 * T)) + SinDeg(2 * M) * (0.019993 - 0.000101 * T) +
+                   SinDeg(3 * M) * 0.000289;
   double L0 = 280.46646 + T * (36000.76983 + 0.0003032 * T);  // geometric mean longitude
   while (L0 >= 360) L0 -= 360;
   while (L0 < 0) L0 += 360;
@@ -89,8 +92,8 @@ SunPosition GetSunPosition(double T) {
   return p;
 }
 
-RiseSetMinutes GetRiseDownTime(int16_t day, int16_t month, int16_t year, double latitude,
-                               double longitude, double zenith) {
+RiseSetMinutes GetRiseDownTime(int16_t day, int16_t month, int16_t year, double latitude, double longitude,
+                               double zenith) {
   const double jd0 = GetJulianDay(day, month, year);
   const Event first = SunAt(jd0, zenith, latitude);
   RiseSetMinutes r;

@@ -42,8 +42,8 @@ struct RiseSetMinutes {
 // given date, at latitude / longitude in radians (north and east positive). When the sun never
 // reaches the zenith distance, the clamped arccosine gives an hour angle of 0 (rise = set) or pi
 // (set - rise = 1440): callers test for that.
-RiseSetMinutes GetRiseDownTime(int16_t day, int16_t month, int16_t year, double latitude,
-                               double longitude, double zenith);
+RiseSetMinutes GetRiseDownTime(int16_t day, int16_t month, int16_t year, double latitude, double longitude,
+                               double zenith);
 
 // A time of day "HH:MM" from minutes, rounded to whole minutes (halves to even); whole days are
 // removed, so a value that rounds to 1440 shows as "00:00".
@@ -58,16 +58,16 @@ struct SunQuery {
   double latitudeDeg = 0;   // signed decimal degrees, north positive
   double longitudeDeg = 0;  // east positive
   int16_t day = 1, month = 1, year = 2000;
-  bool localTime = false;  // false: UTC
+  bool localTime = false;   // false: UTC
   int ltOffsetMinutes = 0;  // applied only with localTime: +330 for India, -150 for Newfoundland in summer
-  int twilightIndex = 0;   // list index of the twilight kind
+  int twilightIndex = 0;    // list index of the twilight kind
 };
 
 // The four result texts and the error / notice label, exactly as the screen shows them.
 struct SunTexts {
   std::string sunrise, sunset, dawn, dusk;
-  std::string message;     // "", "Permanent day/night", "Sunrise previous day" or "Sunset next day"
-  bool calculated = false; // false when the sun does not cross the horizon ("None" everywhere)
+  std::string message;      // "", "Permanent day/night", "Sunrise previous day" or "Sunset next day"
+  bool calculated = false;  // false when the sun does not cross the horizon ("None" everywhere)
   // Minutes after 00:00 of the displayed day, in the chosen time system (valid when calculated).
   double riseMinutes = 0, setMinutes = 0, dawnMinutes = 0, duskMinutes = 0;
 };

@@ -25,38 +25,69 @@ enum class FuelType : int { Avgas = 0, JetA1 = 1 };
 enum class FuelUnit : int { Litre = 0, UsGallon = 1, Kilogram = 2, Pound = 3 };
 
 // The unit of the unit system (metric or US) and the measure (volume or mass).
-constexpr FuelUnit FuelUnitOf(bool us, bool mass) {
-  return static_cast<FuelUnit>((mass ? 2 : 0) + (us ? 1 : 0));
-}
+constexpr FuelUnit FuelUnitOf(bool us, bool mass) { return static_cast<FuelUnit>((mass ? 2 : 0) + (us ? 1 : 0)); }
 
 // A found value must lie in the range its box would admit, so that it can be typed back. (Every
 // text member is named: GCC's -Wextra wants them all.)
-inline constexpr Quantity kTsdGroundSpeed{.caption = "Ground speed", .min = 1, .max = 1500, .unit = "kts",
-                                          .note = "", .after = "", .cliUnit = "kt"};
+inline constexpr Quantity kTsdGroundSpeed{
+    .caption = "Ground speed", .min = 1, .max = 1500, .unit = "kts", .note = "", .after = "", .cliUnit = "kt"};
 // Decimal hours: the boxes take digits and one separator, not h:mm.
-inline constexpr Quantity kTsdTime{.caption = "Time", .min = 0.01, .max = 99.99, .unit = "h", .rangeDecimals = 2,
-                                   .maxLength = 8, .note = "", .after = " - decimal hours: 1.5 for 1:30",
+inline constexpr Quantity kTsdTime{.caption = "Time",
+                                   .min = 0.01,
+                                   .max = 99.99,
+                                   .unit = "h",
+                                   .rangeDecimals = 2,
+                                   .maxLength = 8,
+                                   .note = "",
+                                   .after = " - decimal hours: 1.5 for 1:30",
                                    .cliUnit = ""};
-inline constexpr Quantity kTsdDistance{.caption = "Distance", .min = 0.1, .max = 9999.9, .unit = "NM",
-                                       .rangeDecimals = 1, .note = "", .after = "", .cliUnit = ""};
-inline constexpr Quantity kTsdReserve{.caption = "Reserve", .min = 0, .max = 300, .unit = "min", .whole = true,
-                                      .optional = true, .note = "", .after = " - empty: none", .cliUnit = ""};
+inline constexpr Quantity kTsdDistance{.caption = "Distance",
+                                       .min = 0.1,
+                                       .max = 9999.9,
+                                       .unit = "NM",
+                                       .rangeDecimals = 1,
+                                       .note = "",
+                                       .after = "",
+                                       .cliUnit = ""};
+inline constexpr Quantity kTsdReserve{.caption = "Reserve",
+                                      .min = 0,
+                                      .max = 300,
+                                      .unit = "min",
+                                      .whole = true,
+                                      .optional = true,
+                                      .note = "",
+                                      .after = " - empty: none",
+                                      .cliUnit = ""};
 // Fuel flow and fuel on board in each FuelUnit: one range for all units, wide enough for any
 // aeroplane from a microlight to a wide-body.
 inline constexpr std::array<Quantity, 4> kTsdFuelFlow = [] {
   constexpr std::string_view units[4] = {"L/h", "US gal/h", "kg/h", "lb/h"};
   std::array<Quantity, 4> q{};
   for (int i = 0; i < 4; ++i)
-    q[i] = {.caption = "Fuel flow", .min = 1, .max = 99999, .unit = units[i], .maxLength = 8, .optional = true,
-            .note = "", .after = " - empty: no fuel results", .cliUnit = ""};
+    q[i] = {.caption = "Fuel flow",
+            .min = 1,
+            .max = 99999,
+            .unit = units[i],
+            .maxLength = 8,
+            .optional = true,
+            .note = "",
+            .after = " - empty: no fuel results",
+            .cliUnit = ""};
   return q;
 }();
 inline constexpr std::array<Quantity, 4> kTsdFuelOnBoard = [] {
   constexpr std::string_view units[4] = {"L", "US gal", "kg", "lb"};
   std::array<Quantity, 4> q{};
   for (int i = 0; i < 4; ++i)
-    q[i] = {.caption = "Fuel on board", .min = 0, .max = 999999, .unit = units[i], .maxLength = 9,
-            .optional = true, .note = "", .after = " - empty: no endurance", .cliUnit = ""};
+    q[i] = {.caption = "Fuel on board",
+            .min = 0,
+            .max = 999999,
+            .unit = units[i],
+            .maxLength = 9,
+            .optional = true,
+            .note = "",
+            .after = " - empty: no endurance",
+            .cliUnit = ""};
   return q;
 }();
 
@@ -70,9 +101,9 @@ inline constexpr std::string_view kTsdTripTooLong = "Trip time exceeds the usabl
 
 struct TsdInput {
   TsdFind find = TsdFind::Distance;
-  double groundSpeed = 0;  // kt; not read when found
-  double hours = 0;        // decimal hours; not read when found
-  double distance = 0;     // NM; not read when found
+  double groundSpeed = 0;                // kt; not read when found
+  double hours = 0;                      // decimal hours; not read when found
+  double distance = 0;                   // NM; not read when found
   std::optional<double> fuelFlow;        // per hour, in `unit`
   std::optional<double> fuelOnBoard;     // in `unit`; needs the fuel flow
   std::optional<double> reserveMinutes;  // none: no reserve
@@ -90,7 +121,7 @@ enum TsdResult : int {
   kTsdFuelMassResult,     // "0.0" kg or lb (the unit system's mass)
   kTsdEnduranceResult,    // "h:mm"
   kTsdEnduranceHoursResult,
-  kTsdUsableResult,       // "h:mm", "-0:15" when the reserve is more than the endurance
+  kTsdUsableResult,  // "h:mm", "-0:15" when the reserve is more than the endurance
   kTsdUsableHoursResult,
   kTsdResultCount
 };

@@ -22,12 +22,12 @@ QString Caption(const Quantity& q) { return Q(std::string(q.caption) + " (" + st
 
 FlightComputerScreen::FlightComputerScreen(QWidget* parent)
     : CalculatorScreen(20, "frmData20", tr("Time, speed, distance and fuel"), parent) {
-  setHelpText(tr("Any two of ground speed, time and distance give the third; the fuel flow gives the fuel used "
-                 "and, with the fuel on board, the endurance"));
+  setHelpText(
+      tr("Any two of ground speed, time and distance give the third; the fuel flow gives the fuel used "
+         "and, with the fuel on board, the endurance"));
   auto* left = new QVBoxLayout;
-  const auto [frameFind, findGroup] =
-      makeOptionGroup(tr("Find"), "FrameFind", "OptFind", {tr("Ground speed"), tr("Time"), tr("Distance")},
-                      optFind_.data());
+  const auto [frameFind, findGroup] = makeOptionGroup(
+      tr("Find"), "FrameFind", "OptFind", {tr("Ground speed"), tr("Time"), tr("Distance")}, optFind_.data());
   left->addWidget(frameFind);
   left->addLayout(buildInputs());
   left->addStretch();
@@ -69,12 +69,9 @@ QGridLayout* FlightComputerScreen::buildInputs() {
   };
   QLabel* reserveCaption = nullptr;
   const Row rows[6] = {
-      {groundSpeed_, kTsdGroundSpeed, triangleCaption_[0], ""},
-      {time_, kTsdTime, triangleCaption_[1], ""},
-      {distance_, kTsdDistance, triangleCaption_[2], ""},
-      {fuelFlow_, kTsdFuelFlow[0], fuelFlowCaption_, ""},
-      {fuelOnBoard_, kTsdFuelOnBoard[0], fuelOnBoardCaption_, ""},
-      {reserve_, kTsdReserve, reserveCaption, "45"},
+      {groundSpeed_, kTsdGroundSpeed, triangleCaption_[0], ""},    {time_, kTsdTime, triangleCaption_[1], ""},
+      {distance_, kTsdDistance, triangleCaption_[2], ""},          {fuelFlow_, kTsdFuelFlow[0], fuelFlowCaption_, ""},
+      {fuelOnBoard_, kTsdFuelOnBoard[0], fuelOnBoardCaption_, ""}, {reserve_, kTsdReserve, reserveCaption, "45"},
   };
   auto* grid = new QGridLayout;
   for (int i = 0; i < 6; ++i) {
@@ -95,8 +92,8 @@ QGridLayout* FlightComputerScreen::buildInputs() {
 QVBoxLayout* FlightComputerScreen::buildOptions() {
   auto* right = new QVBoxLayout;
   right->addWidget(makeUnitsFrame(tr("Units"), optUnits_.data()));
-  right->addWidget(makeOptionGroup(tr("Fuel"), "FrameFuel", "OptFuel", {tr("AVGAS"), tr("Jet A-1")}, optFuel_.data())
-                       .frame);
+  right->addWidget(
+      makeOptionGroup(tr("Fuel"), "FrameFuel", "OptFuel", {tr("AVGAS"), tr("Jet A-1")}, optFuel_.data()).frame);
   right->addWidget(makeOptionGroup(tr("Fuel quantities"), "FrameMeasure", "OptMeasure", {tr("Volume"), tr("Mass")},
                                    optMeasure_.data())
                        .frame);
@@ -139,10 +136,9 @@ QGroupBox* FlightComputerScreen::buildResults() {
 
 void FlightComputerScreen::setTabOrders() {
   // The choice of what to find, its three boxes, the fuel boxes, then the units and the fuel.
-  QWidget* const chain[] = {optFind_[0], optFind_[1], optFind_[2], groundSpeed_,   time_,
-                            distance_,   fuelFlow_,   fuelOnBoard_, reserve_,      optUnits_[0],
-                            optUnits_[1], optFuel_[0], optFuel_[1], optMeasure_[0], optMeasure_[1],
-                            calculateButton(), closeButton()};
+  QWidget* const chain[] = {optFind_[0], optFind_[1],    optFind_[2],    groundSpeed_,      time_,        distance_,
+                            fuelFlow_,   fuelOnBoard_,   reserve_,       optUnits_[0],      optUnits_[1], optFuel_[0],
+                            optFuel_[1], optMeasure_[0], optMeasure_[1], calculateButton(), closeButton()};
   for (size_t i = 0; i + 1 < std::size(chain); ++i) setTabOrder(chain[i], chain[i + 1]);
 }
 
@@ -152,9 +148,7 @@ FuelUnit FlightComputerScreen::fuelUnit() const {
   return FuelUnitOf(optUnits_[1]->isChecked(), optMeasure_[1]->isChecked());
 }
 
-FuelType FlightComputerScreen::fuelType() const {
-  return optFuel_[1]->isChecked() ? FuelType::JetA1 : FuelType::Avgas;
-}
+FuelType FlightComputerScreen::fuelType() const { return optFuel_[1]->isChecked() ? FuelType::JetA1 : FuelType::Avgas; }
 
 void FlightComputerScreen::findChosen() {
   // In TsdFind order, which is also the order of the first three boxes (their InputValid flags).

@@ -35,10 +35,14 @@ double SinCosDegrees(double x, bool cosine) {
   const double d = (r - 90.0 * static_cast<double>(q)) * kDegree;
   const int quadrant = static_cast<int>(((q + (cosine ? 1 : 0)) % 4 + 4) % 4);
   switch (quadrant) {
-    case 0: return std::sin(d);
-    case 1: return std::cos(d);
-    case 2: return -std::sin(d);
-    default: return -std::cos(d);
+    case 0:
+      return std::sin(d);
+    case 1:
+      return std::cos(d);
+    case 2:
+      return -std::sin(d);
+    default:
+      return -std::cos(d);
   }
 }
 double SinDeg(double x) { return SinCosDegrees(x, false); }

@@ -60,8 +60,9 @@ TinyCalculatorScreen::TinyCalculatorScreen(QWidget* parent)
 QHBoxLayout* TinyCalculatorScreen::buildDisplay() {
   expression_ = new QLineEdit(this);
   expression_->setObjectName("txtExpression");
-  expression_->setToolTip(tr("Expression: + - * / ^ %, parentheses, sin cos tan asin acos atan sqrt ln log exp, "
-                             "pi, ans (last result), mem (memory)"));
+  expression_->setToolTip(
+      tr("Expression: + - * / ^ %, parentheses, sin cos tan asin acos atan sqrt ln log exp, "
+         "pi, ans (last result), mem (memory)"));
   expression_->setMinimumWidth(expression_->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 34);
   expression_->installEventFilter(this);
 
@@ -98,16 +99,50 @@ QGridLayout* TinyCalculatorScreen::buildKeyPad() {
     const char* name;
     QString insert;  // empty: a key with its own action below
   };
+  // clang-format off: the rows are the keypad as it is laid out
   const Key keys[][5] = {
-      {{"MC", "cmdMC", {}}, {"MR", "cmdMR", "mem"}, {"MS", "cmdMS", {}}, {"M+", "cmdMPlus", {}}, {"M\u2212", "cmdMMinus", {}}},
-      {{"sin", "cmdSin", "sin("}, {"cos", "cmdCos", "cos("}, {"tan", "cmdTan", "tan("}, {"\u03C0", "cmdPi", "pi"}, {"C", "cmdClear", {}}},
-      {{"asin", "cmdAsin", "asin("}, {"acos", "cmdAcos", "acos("}, {"atan", "cmdAtan", "atan("}, {"\u221A", "cmdSqrt", "sqrt("}, {"\u232B", "cmdBack", {}}},
-      {{"ln", "cmdLn", "ln("}, {"log", "cmdLog", "log("}, {"e\u02E3", "cmdExp", "exp("}, {"x\u00B2", "cmdSquare", "^2"}, {"1/x", "cmdReciprocal", {}}},
-      {{"7", "cmd7", "7"}, {"8", "cmd8", "8"}, {"9", "cmd9", "9"}, {"\u00F7", "cmdDivide", "/"}, {"^", "cmdPower", "^"}},
-      {{"4", "cmd4", "4"}, {"5", "cmd5", "5"}, {"6", "cmd6", "6"}, {"\u00D7", "cmdMultiply", "*"}, {"%", "cmdPercent", "%"}},
-      {{"1", "cmd1", "1"}, {"2", "cmd2", "2"}, {"3", "cmd3", "3"}, {"\u2212", "cmdSubtract", "-"}, {"(", "cmdLeft", "("}},
-      {{"0", "cmd0", "0"}, {"", "cmdSep", sep}, {"\u00B1", "cmdSign", {}}, {"+", "cmdAdd", "+"}, {")", "cmdRight", ")"}},
+      {{"MC", "cmdMC", {}},
+       {"MR", "cmdMR", "mem"},
+       {"MS", "cmdMS", {}},
+       {"M+", "cmdMPlus", {}},
+       {"M\u2212", "cmdMMinus", {}}},
+      {{"sin", "cmdSin", "sin("},
+       {"cos", "cmdCos", "cos("},
+       {"tan", "cmdTan", "tan("},
+       {"\u03C0", "cmdPi", "pi"},
+       {"C", "cmdClear", {}}},
+      {{"asin", "cmdAsin", "asin("},
+       {"acos", "cmdAcos", "acos("},
+       {"atan", "cmdAtan", "atan("},
+       {"\u221A", "cmdSqrt", "sqrt("},
+       {"\u232B", "cmdBack", {}}},
+      {{"ln", "cmdLn", "ln("},
+       {"log", "cmdLog", "log("},
+       {"e\u02E3", "cmdExp", "exp("},
+       {"x\u00B2", "cmdSquare", "^2"},
+       {"1/x", "cmdReciprocal", {}}},
+      {{"7", "cmd7", "7"},
+       {"8", "cmd8", "8"},
+       {"9", "cmd9", "9"},
+       {"\u00F7", "cmdDivide", "/"},
+       {"^", "cmdPower", "^"}},
+      {{"4", "cmd4", "4"},
+       {"5", "cmd5", "5"},
+       {"6", "cmd6", "6"},
+       {"\u00D7", "cmdMultiply", "*"},
+       {"%", "cmdPercent", "%"}},
+      {{"1", "cmd1", "1"},
+       {"2", "cmd2", "2"},
+       {"3", "cmd3", "3"},
+       {"\u2212", "cmdSubtract", "-"},
+       {"(", "cmdLeft", "("}},
+      {{"0", "cmd0", "0"},
+       {"", "cmdSep", sep},
+       {"\u00B1", "cmdSign", {}},
+       {"+", "cmdAdd", "+"},
+       {")", "cmdRight", ")"}},
   };
+  // clang-format on
   auto* pad = new QGridLayout;
   pad->setSpacing(4);
   for (int r = 0; r < 8; ++r) {
@@ -149,8 +184,10 @@ void TinyCalculatorScreen::connectKeys() {
   connect(find("cmdSign"), &QPushButton::clicked, this, &TinyCalculatorScreen::toggleSign);
   connect(find("cmdReciprocal"), &QPushButton::clicked, this, [this] {
     const QString e = expression_->text();
-    if (e.trimmed().isEmpty()) insertText(calc_.history().empty() ? QStringLiteral("1/(") : QStringLiteral("1/ans"));
-    else expression_->setText(QStringLiteral("1/(%1)").arg(e));
+    if (e.trimmed().isEmpty())
+      insertText(calc_.history().empty() ? QStringLiteral("1/(") : QStringLiteral("1/ans"));
+    else
+      expression_->setText(QStringLiteral("1/(%1)").arg(e));
     expression_->setFocus();
   });
 }
@@ -177,7 +214,8 @@ QVBoxLayout* TinyCalculatorScreen::buildSide() {
 
   history_ = new QListWidget(this);
   history_->setObjectName("lstHistory");
-  history_->setToolTip(tr("Calculations made since the program started; double click puts a result into the expression"));
+  history_->setToolTip(
+      tr("Calculations made since the program started; double click puts a result into the expression"));
   history_->setMinimumWidth(history_->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 28);
   connect(history_, &QListWidget::itemDoubleClicked, this, &TinyCalculatorScreen::historyChosen);
   history_->installEventFilter(this);  // Enter on a line does what a double click does
@@ -208,9 +246,12 @@ void TinyCalculatorScreen::insertText(const QString& text) {
 
 void TinyCalculatorScreen::toggleSign() {
   const QString e = expression_->text();
-  if (e.isEmpty()) expression_->setText(QStringLiteral("-"));
-  else if (IsNegatedWhole(e)) expression_->setText(e.mid(2, e.size() - 3));
-  else expression_->setText(QStringLiteral("-(%1)").arg(e));
+  if (e.isEmpty())
+    expression_->setText(QStringLiteral("-"));
+  else if (IsNegatedWhole(e))
+    expression_->setText(e.mid(2, e.size() - 3));
+  else
+    expression_->setText(QStringLiteral("-(%1)").arg(e));
   expression_->setFocus();
 }
 
@@ -232,7 +273,8 @@ void TinyCalculatorScreen::Evaluate() {
     auto* item = new QListWidgetItem(text + QStringLiteral(" = ") + Q(r.text));
     item->setData(Qt::UserRole, Q(r.text));
     history_->insertItem(0, item);
-    if (history_->count() > static_cast<int>(TinyCalculator::kHistoryLimit)) delete history_->takeItem(history_->count() - 1);
+    if (history_->count() > static_cast<int>(TinyCalculator::kHistoryLimit))
+      delete history_->takeItem(history_->count() - 1);
     expression_->clear();
   }
   expression_->setFocus();
@@ -246,8 +288,8 @@ void TinyCalculatorScreen::memoryKey(void (TinyCalculator::*op)()) {
 
 void TinyCalculatorScreen::showMemory() {
   memoryMark_->setText(calc_.memorySet() ? QStringLiteral("M") : QString());
-  memoryMark_->setToolTip(calc_.memorySet() ? tr("Memory: %1").arg(Q(FormatCalcResult(calc_.memory(), calc_.decimalSep())))
-                                            : QString());
+  memoryMark_->setToolTip(
+      calc_.memorySet() ? tr("Memory: %1").arg(Q(FormatCalcResult(calc_.memory(), calc_.decimalSep()))) : QString());
 }
 
 void TinyCalculatorScreen::historyChosen(QListWidgetItem* item) {

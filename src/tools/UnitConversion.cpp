@@ -12,13 +12,20 @@ namespace {
 double ConvertTemperature(int from, int to, double v) {
   if (from == to) return v;
   switch (from * 3 + to) {
-    case kCelsius * 3 + kFahrenheit: return CelsiusToFahrenheit(v);
-    case kFahrenheit * 3 + kCelsius: return FahrenheitToCelsius(v);
-    case kCelsius * 3 + kKelvin: return v + kKelvinOffset;
-    case kKelvin * 3 + kCelsius: return v - kKelvinOffset;
-    case kFahrenheit * 3 + kKelvin: return FahrenheitToCelsius(v) + kKelvinOffset;
-    case kKelvin * 3 + kFahrenheit: return CelsiusToFahrenheit(v - kKelvinOffset);
-    default: return v;
+    case kCelsius * 3 + kFahrenheit:
+      return CelsiusToFahrenheit(v);
+    case kFahrenheit * 3 + kCelsius:
+      return FahrenheitToCelsius(v);
+    case kCelsius * 3 + kKelvin:
+      return v + kKelvinOffset;
+    case kKelvin * 3 + kCelsius:
+      return v - kKelvinOffset;
+    case kFahrenheit * 3 + kKelvin:
+      return FahrenheitToCelsius(v) + kKelvinOffset;
+    case kKelvin * 3 + kFahrenheit:
+      return CelsiusToFahrenheit(v - kKelvinOffset);
+    default:
+      return v;
   }
 }
 
@@ -100,16 +107,17 @@ std::optional<int> FindUnit(int type, std::string_view name) {
 
 DegreeBox DegreeBoxFor(DegreeFormat format, DegreePart part) {
   switch (part) {
-    case DegreePart::Degrees: return {true, format == DegreeFormat::D ? kDecimalDegrees : kWholeDegrees};
+    case DegreePart::Degrees:
+      return {true, format == DegreeFormat::D ? kDecimalDegrees : kWholeDegrees};
     case DegreePart::Minutes:
       return {format != DegreeFormat::D, format == DegreeFormat::DMS ? kWholeMinutes : kDecimalMinutes};
-    case DegreePart::Seconds: return {format == DegreeFormat::DMS, kDecimalSeconds};
+    case DegreePart::Seconds:
+      return {format == DegreeFormat::DMS, kDecimalSeconds};
   }
   return {};
 }
 
-double DegreesTotal(DegreeFormat format, double degrees, std::optional<double> minutes,
-                    std::optional<double> seconds) {
+double DegreesTotal(DegreeFormat format, double degrees, std::optional<double> minutes, std::optional<double> seconds) {
   double total = degrees;
   if (format != DegreeFormat::D && minutes) total += *minutes / 60;
   if (format == DegreeFormat::DMS && seconds) total += *seconds / 3600;
@@ -147,9 +155,12 @@ std::string FormatDegreesDMS(double total) {
 
 DegreeTexts ConvertDegrees(DegreeFormat format, double total) {
   switch (format) {
-    case DegreeFormat::D: return {FormatDegreesDM(total), FormatDegreesDMS(total)};
-    case DegreeFormat::DM: return {FormatDegreesD(total), FormatDegreesDMS(total)};
-    default: return {FormatDegreesD(total), FormatDegreesDM(total)};
+    case DegreeFormat::D:
+      return {FormatDegreesDM(total), FormatDegreesDMS(total)};
+    case DegreeFormat::DM:
+      return {FormatDegreesD(total), FormatDegreesDMS(total)};
+    default:
+      return {FormatDegreesD(total), FormatDegreesDM(total)};
   }
 }
 

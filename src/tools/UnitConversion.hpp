@@ -22,7 +22,8 @@ struct UnitType {
 };
 
 // The value of the unit converter.
-inline constexpr Quantity kConvertValue{.caption = "Value to convert", .min = -99999999, .max = 99999999, .maxLength = 16};
+inline constexpr Quantity kConvertValue{
+    .caption = "Value to convert", .min = -99999999, .max = 99999999, .maxLength = 16};
 
 // Index of the temperature type, converted by cases rather than by factors.
 inline constexpr int kTemperatureType = 10;
@@ -75,8 +76,7 @@ DegreeBox DegreeBoxFor(DegreeFormat format, DegreePart part);
 
 // Total decimal degrees from the boxes that the format shows; an empty minutes or seconds box
 // (nullopt) adds nothing.
-double DegreesTotal(DegreeFormat format, double degrees, std::optional<double> minutes,
-                    std::optional<double> seconds);
+double DegreesTotal(DegreeFormat format, double degrees, std::optional<double> minutes, std::optional<double> seconds);
 
 // The three text forms of a non-negative angle:
 //   D   "45.50000000"      (mask "0.00000000")

@@ -157,8 +157,8 @@ void UnitConversionScreen::ConvertUnits() {
     converted_->clear();
     return;
   }
-  const double result = norvane::ConvertUnits(listUT_->currentRow(), fCmb_->currentIndex(), tCmb_->currentIndex(),
-                                              value_->value());
+  const double result =
+      norvane::ConvertUnits(listUT_->currentRow(), fCmb_->currentIndex(), tCmb_->currentIndex(), value_->value());
   converted_->setText(LocaleText(FormatConversionResult(result)));
 }
 
@@ -189,7 +189,9 @@ void UnitConversionScreen::ConvertDegrees() {
     labelDC2_->clear();
     return;
   }
-  const auto optional = [](const InputBox* b) { return b->isEmpty() ? std::nullopt : std::optional<double>(b->value()); };
+  const auto optional = [](const InputBox* b) {
+    return b->isEmpty() ? std::nullopt : std::optional<double>(b->value());
+  };
   const double total = DegreesTotal(format, degrees_.box->value(), optional(minutes_.box), optional(seconds_.box));
   const DegreeTexts t = norvane::ConvertDegrees(format, total);
   labelDC1_->setText(LocaleText(t.first));
@@ -197,8 +199,10 @@ void UnitConversionScreen::ConvertDegrees() {
 }
 
 void UnitConversionScreen::boxEdited(int index) {
-  if (box(index) == value_) ConvertUnits();
-  else ConvertDegrees();
+  if (box(index) == value_)
+    ConvertUnits();
+  else
+    ConvertDegrees();
 }
 
 void UnitConversionScreen::prepareScreenshot() {

@@ -26,7 +26,8 @@ ImportDialog::ImportDialog(const NavDatabase& db, QWidget* parent) : QDialog(par
   listICAO_ = new QListWidget(this);
   listICAO_->setObjectName("ListICAO");
   listICAO_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  listICAO_->setMinimumWidth(listICAO_->fontMetrics().horizontalAdvance(QStringLiteral("WWWWW  APTN00°00' E000°00' ")) + 40);
+  listICAO_->setMinimumWidth(listICAO_->fontMetrics().horizontalAdvance(QStringLiteral("WWWWW  APTN00°00' E000°00' ")) +
+                             40);
   listICAO_->setMinimumHeight(listICAO_->fontMetrics().height() * 7);
   listICAO_->installEventFilter(this);
   root->addWidget(listICAO_);

@@ -90,8 +90,10 @@ struct CsvRows {
     const std::string_view text(static_cast<const char*>(data), len);
     me->blank = me->blank && Trim(text).empty();
     for (int c = 0; c < kColumns; ++c) {
-      if (me->rows == 0 && me->column[c] == kAbsent && Lower(Trim(text)) == kNames[c]) me->column[c] = me->field;
-      else if (me->rows > 0 && me->column[c] == me->field) me->value[c].assign(text);
+      if (me->rows == 0 && me->column[c] == kAbsent && Lower(Trim(text)) == kNames[c])
+        me->column[c] = me->field;
+      else if (me->rows > 0 && me->column[c] == me->field)
+        me->value[c].assign(text);
     }
     ++me->field;
   }
@@ -129,7 +131,8 @@ std::string NavDBBuilder::AddFile(const std::string& path) {
   // One copy of the file in memory, read in one go.
   const std::streamoff size = in.tellg();
   std::string text(size_t(std::max<std::streamoff>(size, 0)), '\0');
-  if (size < 0 || !in.seekg(0) || !in.read(text.data(), std::streamsize(text.size()))) return path + ": cannot read the file";
+  if (size < 0 || !in.seekg(0) || !in.read(text.data(), std::streamsize(text.size())))
+    return path + ": cannot read the file";
   return AddText(text, path);
 }
 
@@ -157,8 +160,10 @@ std::string NavDBBuilder::AddCsv(std::string_view text, std::string_view name) {
     double khz = 0;
     if (navaids) {
       const std::string kind = Lower(Trim(r.value[C::Type]));
-      if (kind == "vor" || kind == "vor-dme" || kind == "vortac") type = WaypointType::Vor;
-      else if (kind == "ndb" || kind == "ndb-dme") type = WaypointType::Ndb;
+      if (kind == "vor" || kind == "vor-dme" || kind == "vortac")
+        type = WaypointType::Vor;
+      else if (kind == "ndb" || kind == "ndb-dme")
+        type = WaypointType::Ndb;
       else {
         ++stats_.otherTypes;
         return;
@@ -170,8 +175,10 @@ std::string NavDBBuilder::AddCsv(std::string_view text, std::string_view name) {
     }
     double lat = 0, lon = 0;
     if (!ParseDouble(r.value[C::Latitude], lat) || !ParseDouble(r.value[C::Longitude], lon)) {
-      if (IsValidIdent(Trim(r.value[C::Ident]))) ++stats_.unreadableRows;
-      else ++stats_.badIdentifiers;
+      if (IsValidIdent(Trim(r.value[C::Ident])))
+        ++stats_.unreadableRows;
+      else
+        ++stats_.badIdentifiers;
       return;
     }
     Add(type, r.value[C::Ident], lat, lon, type == WaypointType::Airport ? 0 : PackedFrequency(type, khz));
@@ -299,10 +306,18 @@ std::vector<WaypointRecord> NavDBBuilder::Build() {
   stats_.airports = stats_.vors = stats_.ndbs = stats_.intersections = 0;
   for (const WaypointRecord& r : out) {
     switch (RecordType(r)) {
-      case WaypointType::Airport: ++stats_.airports; break;
-      case WaypointType::Vor: ++stats_.vors; break;
-      case WaypointType::Ndb: ++stats_.ndbs; break;
-      case WaypointType::Intersection: ++stats_.intersections; break;
+      case WaypointType::Airport:
+        ++stats_.airports;
+        break;
+      case WaypointType::Vor:
+        ++stats_.vors;
+        break;
+      case WaypointType::Ndb:
+        ++stats_.ndbs;
+        break;
+      case WaypointType::Intersection:
+        ++stats_.intersections;
+        break;
     }
   }
   return out;

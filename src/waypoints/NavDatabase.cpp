@@ -70,12 +70,9 @@ std::string LatLonText(int32_t word, bool isLongitude) {
 int32_t LatTenths(const WaypointRecord& r) { return r.lat / 256; }
 int32_t LonTenths(const WaypointRecord& r) { return r.lon / 256; }
 
-uint16_t RecordFrequency(const WaypointRecord& r) {
-  return uint16_t((Abs64(r.lat) % 256) * 256 + Abs64(r.lon) % 256);
-}
+uint16_t RecordFrequency(const WaypointRecord& r) { return uint16_t((Abs64(r.lat) % 256) * 256 + Abs64(r.lon) % 256); }
 
-WaypointRecord MakeRecord(WaypointType type, uint32_t code, int32_t latTenths, int32_t lonTenths,
-                          uint16_t frequency) {
+WaypointRecord MakeRecord(WaypointType type, uint32_t code, int32_t latTenths, int32_t lonTenths, uint16_t frequency) {
   const auto pack = [](int32_t tenths, int byte) {
     const int64_t magnitude = Abs64(tenths) * 256 + byte;
     return int32_t(tenths < 0 ? -magnitude : magnitude);
@@ -104,8 +101,7 @@ std::string IdentFromCode(uint32_t code) {
 }
 
 bool IsValidIdent(std::string_view id) {
-  return !id.empty() && id.size() <= 5 &&
-         std::all_of(id.begin(), id.end(), [](char c) { return CharValue(c) != 0; });
+  return !id.empty() && id.size() <= 5 && std::all_of(id.begin(), id.end(), [](char c) { return CharValue(c) != 0; });
 }
 
 AngleParts SplitAngle(int64_t value, bool withSeconds) {
@@ -143,20 +139,28 @@ CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSecon
 
 const char* TypeCode(WaypointType type) {
   switch (type) {
-    case WaypointType::Airport: return "APT";
-    case WaypointType::Vor: return "VOR";
-    case WaypointType::Ndb: return "NDB";
-    case WaypointType::Intersection: return "INT";
+    case WaypointType::Airport:
+      return "APT";
+    case WaypointType::Vor:
+      return "VOR";
+    case WaypointType::Ndb:
+      return "NDB";
+    case WaypointType::Intersection:
+      return "INT";
   }
   return "";
 }
 
 std::string TypeText(const WaypointRecord& r) {
   switch (RecordType(r)) {
-    case WaypointType::Airport: return "Airport";
-    case WaypointType::Intersection: return "Intersection";
-    case WaypointType::Vor: return "VOR - Frequency " + FormatMask(RecordFrequency(r) / 100.0, "0.00");
-    case WaypointType::Ndb: return "NDB - Frequency " + FormatMask(RecordFrequency(r) / 10.0, "0.0");
+    case WaypointType::Airport:
+      return "Airport";
+    case WaypointType::Intersection:
+      return "Intersection";
+    case WaypointType::Vor:
+      return "VOR - Frequency " + FormatMask(RecordFrequency(r) / 100.0, "0.00");
+    case WaypointType::Ndb:
+      return "NDB - Frequency " + FormatMask(RecordFrequency(r) / 10.0, "0.0");
   }
   return {};
 }
@@ -197,7 +201,8 @@ bool NavDatabase::CheckNavDB() {
   if (n < 0) return false;
   uint8_t header[kNavDBRecordBytes];
   std::ifstream in(path, std::ios::binary);
-  if (!in.read(reinterpret_cast<char*>(header), sizeof header)) return Fail(NavDBStatus::ReadError, "cannot read the file");
+  if (!in.read(reinterpret_cast<char*>(header), sizeof header))
+    return Fail(NavDBStatus::ReadError, "cannot read the file");
   if (!CheckHeader(header, n)) return false;
   records_.clear();
   index_.fill(0);
@@ -227,7 +232,8 @@ bool NavDatabase::LoadNavDB() {
   if (length % kNavDBRecordBytes != 0 || length / kNavDBRecordBytes <= kNavDBPrefixRecords) {
     // Malformed: the byte check names the fault.
     std::vector<uint8_t> bytes(length);
-    if (!in.read(reinterpret_cast<char*>(bytes.data()), size)) return Fail(NavDBStatus::ReadError, "cannot read the file");
+    if (!in.read(reinterpret_cast<char*>(bytes.data()), size))
+      return Fail(NavDBStatus::ReadError, "cannot read the file");
     return LoadNavDBFromBytes(bytes);
   }
   // The records are read straight into their final array, whose layout is the file's: no second
@@ -285,8 +291,8 @@ bool NavDatabase::CheckHeader(const uint8_t* p, int32_t n) {
   if (ReadU32(p) != kNavDBMagic) return Fail(NavDBStatus::BadMagic, "not a waypoint database (wrong magic number)");
   const int32_t count = ReadI32(p + 4);
   if (count != n)
-    return Fail(NavDBStatus::CountMismatch, "the header counts " + std::to_string(count) + " waypoints, the length " +
-                                                std::to_string(n));
+    return Fail(NavDBStatus::CountMismatch,
+                "the header counts " + std::to_string(count) + " waypoints, the length " + std::to_string(n));
   return true;
 }
 
@@ -312,7 +318,8 @@ bool NavDatabase::TakeRecords(std::vector<WaypointRecord> records, uint32_t cycl
       return Fail(NavDBStatus::NotSorted, "waypoint " + std::to_string(i + 1) + " is out of identifier order");
     previous = RecordCode(r);
     if (Abs64(LatTenths(r)) > 90 * 36000 || Abs64(LonTenths(r)) > 180 * 36000)
-      return Fail(NavDBStatus::BadCoordinate, "waypoint " + std::to_string(i + 1) + " lies outside the earth's coordinates");
+      return Fail(NavDBStatus::BadCoordinate,
+                  "waypoint " + std::to_string(i + 1) + " lies outside the earth's coordinates");
   }
   dbCount_ = int32_t(records.size());
   records_ = std::move(records);

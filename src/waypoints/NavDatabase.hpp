@@ -55,8 +55,7 @@ int32_t LonTenths(const WaypointRecord& r);
 uint16_t RecordFrequency(const WaypointRecord& r);
 
 // Packs a record. |latTenths| <= 90*36000 and |lonTenths| <= 180*36000 keep the words in range.
-WaypointRecord MakeRecord(WaypointType type, uint32_t code, int32_t latTenths, int32_t lonTenths,
-                          uint16_t frequency);
+WaypointRecord MakeRecord(WaypointType type, uint32_t code, int32_t latTenths, int32_t lonTenths, uint16_t frequency);
 
 // Identifier code: the identifier padded with blanks to five characters, each character a base-64
 // digit (blank 0, "0".."9" 1..10, "A".."Z" 11..36, anything else 0), the first most significant.
@@ -114,14 +113,14 @@ enum class NavDBStatus {
   NotFound,
   NotDatExtension,
   ReadError,
-  BadLength,       // not a multiple of 12
-  NoRecords,       // N < 1
+  BadLength,  // not a multiple of 12
+  NoRecords,  // N < 1
   TooLarge,
   BadMagic,
-  CountMismatch,   // header N differs from the length
-  BadIndex,        // an index entry beyond N
+  CountMismatch,  // header N differs from the length
+  BadIndex,       // an index entry beyond N
   NotSorted,
-  BadCoordinate,   // a latitude beyond 90° or a longitude beyond 180°
+  BadCoordinate,  // a latitude beyond 90° or a longitude beyond 180°
 };
 
 // The database module: the active file's name, its validity, count, cycle, index and records.
@@ -179,7 +178,8 @@ class NavDatabase {
   // only once the length admits them). Fills index; on failure Fail() has been called.
   bool CheckPrefix(const uint8_t* p, size_t length, std::array<int32_t, kNavDBIndexSize>& index);
   // Checks the records' order and coordinates, then makes them the database.
-  bool TakeRecords(std::vector<WaypointRecord> records, uint32_t cycle, const std::array<int32_t, kNavDBIndexSize>& index);
+  bool TakeRecords(std::vector<WaypointRecord> records, uint32_t cycle,
+                   const std::array<int32_t, kNavDBIndexSize>& index);
   // The first record number to search for code c, 0 when the index says there is none.
   int32_t StartRecord(uint32_t c) const;
 

@@ -16,8 +16,7 @@ namespace {
 void Fill(const CoordinateFields& f, int32_t word, bool withSeconds, int maxDegrees) {
   // The degree box's own limit where it has one (89 or 179).
   if (const auto* box = qobject_cast<const InputBox*>(f.deg)) maxDegrees = int(box->rule().max);
-  const CoordinateBoxTexts t =
-      CoordinateBoxes(word / 256, word < 0, withSeconds, char(App().decimalSep), maxDegrees);
+  const CoordinateBoxTexts t = CoordinateBoxes(word / 256, word < 0, withSeconds, char(App().decimalSep), maxDegrees);
   if (f.deg) f.deg->setText(Q(t.deg));
   if (f.min) f.min->setText(Q(t.min));
   if (f.sec) f.sec->setText(Q(t.sec));

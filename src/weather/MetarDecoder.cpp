@@ -20,9 +20,7 @@ using Tokens = std::vector<std::string_view>;
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
 
-bool AllDigits(std::string_view s) {
-  return !s.empty() && std::all_of(s.begin(), s.end(), IsDigit);
-}
+bool AllDigits(std::string_view s) { return !s.empty() && std::all_of(s.begin(), s.end(), IsDigit); }
 
 int Number(std::string_view s) {  // s holds only digits, at most 9
   int v = 0;
@@ -100,11 +98,13 @@ std::optional<WindGroup> Wind(std::string_view s) {
     }
   if (w.unit.empty() || s.size() < 5) return std::nullopt;
   const std::string_view dir = s.substr(0, 3);
-  if (dir == "VRB") w.variable = true;
+  if (dir == "VRB")
+    w.variable = true;
   else if (AllDigits(dir)) {
     w.direction = Number(dir);
     if (*w.direction > 360) return std::nullopt;
-  } else if (dir != "///") return std::nullopt;
+  } else if (dir != "///")
+    return std::nullopt;
   s.remove_prefix(3);
   const size_t g = s.find('G');
   std::string_view speed = s.substr(0, g);
@@ -112,8 +112,10 @@ std::optional<WindGroup> Wind(std::string_view s) {
     w.above = true;
     speed.remove_prefix(1);
   }
-  if (AllDigits(speed) && speed.size() >= 2 && speed.size() <= 3) w.speed = Number(speed);
-  else if (speed != "//") return std::nullopt;
+  if (AllDigits(speed) && speed.size() >= 2 && speed.size() <= 3)
+    w.speed = Number(speed);
+  else if (speed != "//")
+    return std::nullopt;
   if (g != std::string_view::npos) {
     std::string_view gust = s.substr(g + 1);
     if (!gust.empty() && gust[0] == 'P') gust.remove_prefix(1);
@@ -156,8 +158,10 @@ std::optional<VisibilityGroup> Miles(std::string_view s, std::string_view whole)
     s.remove_prefix(1);
   }
   std::optional<double> miles;
-  if (AllDigits(s) && s.size() <= 3) miles = Number(s);
-  else miles = Fraction(s);
+  if (AllDigits(s) && s.size() <= 3)
+    miles = Number(s);
+  else
+    miles = Fraction(s);
   if (!miles) return std::nullopt;
   if (!whole.empty()) {
     if (v.bound || !AllDigits(whole) || whole.size() > 2 || s.find('/') == std::string_view::npos) return std::nullopt;
@@ -181,9 +185,12 @@ std::optional<VisibilityGroup> Metres(std::string_view s) {
     if (!AllDigits(digits)) return std::nullopt;
     v.metres = Number(digits);
   }
-  if (rest == "NDV") v.ndv = true;
-  else if (IsDirection(rest)) v.direction = std::string(rest);
-  else if (!rest.empty()) return std::nullopt;
+  if (rest == "NDV")
+    v.ndv = true;
+  else if (IsDirection(rest))
+    v.direction = std::string(rest);
+  else if (!rest.empty())
+    return std::nullopt;
   return v;
 }
 
@@ -218,8 +225,10 @@ std::optional<RunwayRange> Rvr(std::string_view s) {
     rest.remove_prefix(2);
   }
   if (!rest.empty() && rest[0] == '/') rest.remove_prefix(1);
-  if (rest.size() == 1 && (rest[0] == 'U' || rest[0] == 'D' || rest[0] == 'N')) r.tendency = rest[0];
-  else if (!rest.empty()) return std::nullopt;
+  if (rest.size() == 1 && (rest[0] == 'U' || rest[0] == 'D' || rest[0] == 'N'))
+    r.tendency = rest[0];
+  else if (!rest.empty())
+    return std::nullopt;
   return r;
 }
 
@@ -227,13 +236,28 @@ constexpr std::string_view kDescriptors[] = {"MI", "BC", "PR", "DR", "BL", "SH",
 struct Phenomenon {
   std::string_view code, name;
 };
-constexpr Phenomenon kPhenomena[] = {
-    {"DZ", "drizzle"},  {"RA", "rain"},           {"SN", "snow"},           {"SG", "snow grains"},
-    {"IC", "ice crystals"}, {"PL", "ice pellets"}, {"GR", "hail"},          {"GS", "small hail"},
-    {"UP", "unknown precipitation"}, {"BR", "mist"}, {"FG", "fog"},         {"FU", "smoke"},
-    {"VA", "volcanic ash"}, {"DU", "widespread dust"}, {"SA", "sand"},      {"HZ", "haze"},
-    {"PY", "spray"},    {"PO", "dust whirls"},    {"SQ", "squalls"},        {"FC", "funnel cloud"},
-    {"SS", "sandstorm"}, {"DS", "duststorm"}};
+constexpr Phenomenon kPhenomena[] = {{"DZ", "drizzle"},
+                                     {"RA", "rain"},
+                                     {"SN", "snow"},
+                                     {"SG", "snow grains"},
+                                     {"IC", "ice crystals"},
+                                     {"PL", "ice pellets"},
+                                     {"GR", "hail"},
+                                     {"GS", "small hail"},
+                                     {"UP", "unknown precipitation"},
+                                     {"BR", "mist"},
+                                     {"FG", "fog"},
+                                     {"FU", "smoke"},
+                                     {"VA", "volcanic ash"},
+                                     {"DU", "widespread dust"},
+                                     {"SA", "sand"},
+                                     {"HZ", "haze"},
+                                     {"PY", "spray"},
+                                     {"PO", "dust whirls"},
+                                     {"SQ", "squalls"},
+                                     {"FC", "funnel cloud"},
+                                     {"SS", "sandstorm"},
+                                     {"DS", "duststorm"}};
 
 }  // namespace
 
@@ -282,11 +306,15 @@ std::optional<CloudLayer> Cloud(std::string_view s) {
   c.cover = cover == "///" ? "" : std::string(cover);
   s.remove_prefix(cover.size());
   if (s.size() < 3) return std::nullopt;
-  if (AllDigits(s.substr(0, 3))) c.heightFt = Number(s.substr(0, 3)) * 100;
-  else if (s.substr(0, 3) != "///") return std::nullopt;
+  if (AllDigits(s.substr(0, 3)))
+    c.heightFt = Number(s.substr(0, 3)) * 100;
+  else if (s.substr(0, 3) != "///")
+    return std::nullopt;
   s.remove_prefix(3);
-  if (s == "CB" || s == "TCU") c.type = std::string(s);
-  else if (!s.empty() && s != "///") return std::nullopt;
+  if (s == "CB" || s == "TCU")
+    c.type = std::string(s);
+  else if (!s.empty() && s != "///")
+    return std::nullopt;
   if (c.cover == "VV" && !c.type.empty()) return std::nullopt;
   if (c.cover.empty() && c.heightFt) return std::nullopt;
   return c;
@@ -342,7 +370,8 @@ std::optional<TemperatureForecast> ForecastTemperature(std::string_view s) {
 }
 
 bool IsStation(std::string_view s) {
-  return s.size() == 4 && IsUpper(s[0]) && std::all_of(s.begin(), s.end(), [](char c) { return IsUpper(c) || IsDigit(c); });
+  return s.size() == 4 && IsUpper(s[0]) &&
+         std::all_of(s.begin(), s.end(), [](char c) { return IsUpper(c) || IsDigit(c); });
 }
 
 bool IsProbability(std::string_view s) { return s.size() == 6 && StartsWith(s, "PROB") && AllDigits(s.substr(4)); }
@@ -380,9 +409,12 @@ bool SectionGroup(const Tokens& tokens, size_t& i, WeatherSection& sec) {
     return true;
   }
   if (auto v = Metres(s)) {
-    if (!sec.visibility) sec.visibility = v;
-    else if (!v->direction.empty() && !sec.minimumVisibility) sec.minimumVisibility = v;
-    else return false;
+    if (!sec.visibility)
+      sec.visibility = v;
+    else if (!v->direction.empty() && !sec.minimumVisibility)
+      sec.minimumVisibility = v;
+    else
+      return false;
     return true;
   }
   if (auto r = Rvr(s)) {
@@ -445,8 +477,9 @@ DecodedReport DecodeReport(std::string_view text) {
     if (s == "METAR" || s == "SPECI" || s == "TAF") {
       if (r.typeGiven) break;
       r.typeGiven = true;
-      r.type = s == "TAF" ? DecodedReport::Type::Taf : s == "SPECI" ? DecodedReport::Type::Speci
-                                                                    : DecodedReport::Type::Metar;
+      r.type = s == "TAF"     ? DecodedReport::Type::Taf
+               : s == "SPECI" ? DecodedReport::Type::Speci
+                              : DecodedReport::Type::Metar;
     } else if (s == "COR") {
       r.corrected = true;
     } else if (s == "AMD") {
@@ -583,8 +616,7 @@ std::string ReportLines(std::string_view text) {
   for (size_t i = 0; i < tokens.size(); ++i) {
     const std::string_view s = tokens[i];
     const bool afterProb = i > 0 && IsProbability(tokens[i - 1]);
-    const bool breakBefore =
-        !remarks && i > 0 && ((OpensChange(s) && s != "NOSIG" && !afterProb) || s == "RMK");
+    const bool breakBefore = !remarks && i > 0 && ((OpensChange(s) && s != "NOSIG" && !afterProb) || s == "RMK");
     if (s == "RMK") remarks = true;
     if (i > 0) out += breakBefore ? '\n' : ' ';
     out += s;

@@ -16,39 +16,39 @@
 namespace norvane {
 
 struct WindGroup {
-  std::string code;                // as reported, e.g. "24012G22KT"
-  std::optional<int> direction;    // degrees true; empty for VRB or not reported
-  bool variable = false;           // VRB
-  std::optional<int> speed;        // in `unit`; empty when not reported
-  std::optional<int> gust;         // in `unit`
-  bool above = false;              // P: speed more than the value (P99KT, P49MPS)
-  std::string unit;                // "KT", "MPS" or "KMH"
-  std::optional<int> from, to;     // variable sector dddVddd
+  std::string code;              // as reported, e.g. "24012G22KT"
+  std::optional<int> direction;  // degrees true; empty for VRB or not reported
+  bool variable = false;         // VRB
+  std::optional<int> speed;      // in `unit`; empty when not reported
+  std::optional<int> gust;       // in `unit`
+  bool above = false;            // P: speed more than the value (P99KT, P49MPS)
+  std::string unit;              // "KT", "MPS" or "KMH"
+  std::optional<int> from, to;   // variable sector dddVddd
 };
 
 struct VisibilityGroup {
-  std::string code;                // as reported: "9999", "1 1/2SM", "CAVOK", "1500SW"
-  std::optional<double> metres;    // empty when not reported (////)
+  std::string code;              // as reported: "9999", "1 1/2SM", "CAVOK", "1500SW"
+  std::optional<double> metres;  // empty when not reported (////)
   bool statuteMiles = false;
-  double miles = 0;                // when statuteMiles
-  char bound = 0;                  // 'P' more than, 'M' less than
-  std::string direction;           // "SW" for a minimum visibility towards a sector
-  bool ndv = false;                // no directional variation (automatic station)
+  double miles = 0;       // when statuteMiles
+  char bound = 0;         // 'P' more than, 'M' less than
+  std::string direction;  // "SW" for a minimum visibility towards a sector
+  bool ndv = false;       // no directional variation (automatic station)
 };
 
 struct RunwayRange {
-  std::string code;                // "R24L/P2000N"
-  std::string runway;              // "24L"
-  int value = 0, valueTo = 0;      // valueTo > 0 for a variation "0600V1000"
-  char bound = 0, boundTo = 0;     // 'P' or 'M'
+  std::string code;             // "R24L/P2000N"
+  std::string runway;           // "24L"
+  int value = 0, valueTo = 0;   // valueTo > 0 for a variation "0600V1000"
+  char bound = 0, boundTo = 0;  // 'P' or 'M'
   bool feet = false;
-  char tendency = 0;               // 'U' up, 'D' down, 'N' no change
+  char tendency = 0;  // 'U' up, 'D' down, 'N' no change
 };
 
 struct CloudLayer {
-  std::string cover;               // FEW SCT BKN OVC VV, or "" when not reported (///)
-  std::optional<int> heightFt;     // above aerodrome level
-  std::string type;                // "CB", "TCU" or "" ("///": not reported)
+  std::string cover;            // FEW SCT BKN OVC VV, or "" when not reported (///)
+  std::optional<int> heightFt;  // above aerodrome level
+  std::string type;             // "CB", "TCU" or "" ("///": not reported)
 };
 
 // The weather of one section: the report's body, a trend group or a forecast change group.
@@ -60,7 +60,7 @@ struct WeatherSection {
   std::vector<RunwayRange> rvr;
   std::vector<std::string> weather;  // coded groups as they stand ("-SHRA", "VCTS", "NSW")
   std::vector<CloudLayer> clouds;
-  std::string skyCode;               // NSC, NCD, SKC or CLR
+  std::string skyCode;  // NSC, NCD, SKC or CLR
 };
 
 struct DayTime {
@@ -70,12 +70,12 @@ struct DayTime {
 // A change group of a TAF (FM, BECMG, TEMPO, PROBnn, PROBnn TEMPO) or a METAR trend (BECMG, TEMPO,
 // NOSIG) with its period.
 struct ChangeGroup {
-  std::string kind;                  // "FM", "BECMG", "TEMPO", "PROB30", "PROB30 TEMPO", "NOSIG"
+  std::string kind;  // "FM", "BECMG", "TEMPO", "PROB30", "PROB30 TEMPO", "NOSIG"
   std::optional<DayTime> from, to, at;
   WeatherSection section;
 };
 
-struct TemperatureForecast {         // TX/TN groups of a TAF
+struct TemperatureForecast {  // TX/TN groups of a TAF
   bool maximum = true;
   int celsius = 0;
   DayTime time;
@@ -83,22 +83,22 @@ struct TemperatureForecast {         // TX/TN groups of a TAF
 
 struct DecodedReport {
   enum class Type { Metar, Speci, Taf } type = Type::Metar;
-  bool typeGiven = false;            // "METAR", "SPECI" or "TAF" stood at the start
+  bool typeGiven = false;  // "METAR", "SPECI" or "TAF" stood at the start
   bool corrected = false, amended = false, automatic = false, nil = false, cancelled = false;
   std::string station;
-  std::optional<DayTime> time;       // observation or issue time, UTC
+  std::optional<DayTime> time;  // observation or issue time, UTC
   std::optional<DayTime> validFrom, validTo;
   WeatherSection section;
   std::optional<int> temperature, dewPoint;  // degrees C
-  bool temperatureGiven = false;     // a T/Td group stood there, values perhaps not reported
+  bool temperatureGiven = false;             // a T/Td group stood there, values perhaps not reported
   std::optional<double> qnhHpa;
-  std::optional<double> qnhInHg;     // when reported in inches (A group)
+  std::optional<double> qnhInHg;  // when reported in inches (A group)
   bool qnhGiven = false;
   std::vector<std::string> recentWeather;  // without the RE prefix
   std::vector<std::string> windShear;      // runway designators, "ALL" for all runways
   std::vector<ChangeGroup> changes;
   std::vector<TemperatureForecast> temperatures;
-  std::string remarks;               // the text after RMK, as it stands
+  std::string remarks;  // the text after RMK, as it stands
   std::vector<std::string> undecoded;
 };
 

@@ -45,8 +45,10 @@ std::string WindText(const WindGroup& w) {
   if (w.speed && *w.speed == 0 && !w.gust) return "Wind calm";
   std::string s = "Wind ";
   s += w.variable ? "variable" : w.direction ? Degrees(*w.direction) : "direction not reported";
-  if (w.speed) s += std::string(" at ") + (w.above ? "more than " : "") + Speed(*w.speed, w.unit);
-  else s += ", speed not reported";
+  if (w.speed)
+    s += std::string(" at ") + (w.above ? "more than " : "") + Speed(*w.speed, w.unit);
+  else
+    s += ", speed not reported";
   if (w.gust) s += ", gusts " + Speed(*w.gust, w.unit);
   if (w.from && w.to) s += ", varying between " + Degrees(*w.from) + " and " + Degrees(*w.to);
   return s;
@@ -118,19 +120,29 @@ std::string WeatherWords(std::string_view code) {
   std::string phen;
   for (std::string_view c : p->phenomena) {
     if (!phen.empty()) phen += " and ";
-    if (c == "FC" && p->intensity == "+") phen += "tornado or waterspout";
-    else phen += PhenomenonName(c);
+    if (c == "FC" && p->intensity == "+")
+      phen += "tornado or waterspout";
+    else
+      phen += PhenomenonName(c);
   }
   std::string s = phen;
   const std::string_view d = p->descriptor;
-  if (d == "SH") s = phen.empty() ? "showers" : phen + " showers";
-  else if (d == "TS") s = phen.empty() ? "thunderstorm" : "thunderstorm with " + phen;
-  else if (d == "FZ") s = "freezing " + phen;
-  else if (d == "MI") s = "shallow " + phen;
-  else if (d == "BC") s = "patches of " + phen;
-  else if (d == "PR") s = "partial " + phen;
-  else if (d == "DR") s = "low drifting " + phen;
-  else if (d == "BL") s = "blowing " + phen;
+  if (d == "SH")
+    s = phen.empty() ? "showers" : phen + " showers";
+  else if (d == "TS")
+    s = phen.empty() ? "thunderstorm" : "thunderstorm with " + phen;
+  else if (d == "FZ")
+    s = "freezing " + phen;
+  else if (d == "MI")
+    s = "shallow " + phen;
+  else if (d == "BC")
+    s = "patches of " + phen;
+  else if (d == "PR")
+    s = "partial " + phen;
+  else if (d == "DR")
+    s = "low drifting " + phen;
+  else if (d == "BL")
+    s = "blowing " + phen;
   if (p->intensity == "-") s = "light " + s;
   if (p->intensity == "+" && !(phen == "tornado or waterspout" && d.empty())) s = "heavy " + s;
   if (p->intensity == "VC") s += " in the vicinity";
@@ -207,7 +219,8 @@ std::string ChangeHeading(const ChangeGroup& c, bool taf) {
   }
   if (kind == "BECMG") s += s.empty() ? "Becoming" : "becoming";
   if (kind == "TEMPO") s += s.empty() ? "Temporarily" : "temporarily";
-  if (c.from && c.to && taf) s += " between " + when(*c.from) + " and " + when(*c.to) + " UTC";
+  if (c.from && c.to && taf)
+    s += " between " + when(*c.from) + " and " + when(*c.to) + " UTC";
   else {
     if (c.from) s += " from " + when(*c.from);
     if (c.to) s += std::string(c.from ? " to " : " until ") + when(*c.to);
@@ -222,15 +235,17 @@ std::string ChangeHeading(const ChangeGroup& c, bool taf) {
 std::vector<DecodedLine> DescribeReport(const DecodedReport& r, std::optional<double> elevationFt) {
   std::vector<DecodedLine> lines;
   const bool taf = r.type == DecodedReport::Type::Taf;
-  std::string kind = taf ? "Aerodrome forecast (TAF)"
-                         : r.type == DecodedReport::Type::Speci ? "Special report (SPECI)" : "Routine report (METAR)";
+  std::string kind = taf                                    ? "Aerodrome forecast (TAF)"
+                     : r.type == DecodedReport::Type::Speci ? "Special report (SPECI)"
+                                                            : "Routine report (METAR)";
   if (r.amended) kind += ", amended";
   if (r.corrected) kind += ", corrected";
   if (r.automatic) kind += ", automatic station";
   if (!r.station.empty()) kind += " for " + r.station;
   lines.push_back({"report", kind});
-  if (r.time) lines.push_back({"time", std::string(taf ? "Issued" : "Observed") + " on day " + std::to_string(r.time->day) +
-                                                 " at " + Clock(*r.time) + " UTC"});
+  if (r.time)
+    lines.push_back({"time", std::string(taf ? "Issued" : "Observed") + " on day " + std::to_string(r.time->day) +
+                                 " at " + Clock(*r.time) + " UTC"});
   if (r.validFrom && r.validTo)
     lines.push_back({"validity", "Valid from " + DayClock(*r.validFrom) + " to " + DayClock(*r.validTo) + " UTC"});
   if (r.nil) lines.push_back({"report", "Missing report (NIL)"});
@@ -251,9 +266,12 @@ std::vector<DecodedLine> DescribeReport(const DecodedReport& r, std::optional<do
                                         " at " + Clock(t.time) + " UTC"});
   if (r.qnhGiven) {
     std::string s = "QNH ";
-    if (r.qnhInHg) s += FormatFixed(*r.qnhInHg, 2) + " inHg (" + FormatMask(*r.qnhInHg * kHpaPerInHg, "0") + " hPa)";
-    else if (r.qnhHpa) s += FormatMask(*r.qnhHpa, "0") + " hPa (" + FormatFixed(*r.qnhHpa / kHpaPerInHg, 2) + " inHg)";
-    else s += "not reported";
+    if (r.qnhInHg)
+      s += FormatFixed(*r.qnhInHg, 2) + " inHg (" + FormatMask(*r.qnhInHg * kHpaPerInHg, "0") + " hPa)";
+    else if (r.qnhHpa)
+      s += FormatMask(*r.qnhHpa, "0") + " hPa (" + FormatFixed(*r.qnhHpa / kHpaPerInHg, 2) + " inHg)";
+    else
+      s += "not reported";
     lines.push_back({"qnh", s});
   }
   if (const auto da = ReportDensityAltitude(r, elevationFt)) {

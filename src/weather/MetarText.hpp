@@ -20,7 +20,6 @@ struct DecodedLine {
 // The decoded view in the order of the report. With a field elevation (ft) and a METAR that has
 // temperature, dew point and QNH, the station pressure and density altitude of the density
 // altitude model are added.
-std::vector<DecodedLine> DescribeReport(const DecodedReport& report,
-                                        std::optional<double> elevationFt = std::nullopt);
+std::vector<DecodedLine> DescribeReport(const DecodedReport& report, std::optional<double> elevationFt = std::nullopt);
 
 }  // namespace norvane

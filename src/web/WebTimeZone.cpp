@@ -13,8 +13,14 @@ EM_JS(int, norvane_zone_offset, (const char* zone, int year, int month, int day)
   try {
     const noon = Date.UTC(year, month - 1, day, 12);
     const format = new Intl.DateTimeFormat('en-US', {
-      timeZone: UTF8ToString(zone), hourCycle: 'h23', year: 'numeric', month: 'numeric', day: 'numeric',
-      hour: 'numeric', minute: 'numeric'});
+      timeZone : UTF8ToString(zone),
+      hourCycle : 'h23',
+      year : 'numeric',
+      month : 'numeric',
+      day : 'numeric',
+      hour : 'numeric',
+      minute : 'numeric'
+    });
     const at = {};
     for (const part of format.formatToParts(new Date(noon))) at[part.type] = Number(part.value);
     return Math.round((Date.UTC(at.year, at.month - 1, at.day, at.hour, at.minute) - noon) / 60000);

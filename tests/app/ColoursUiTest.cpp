@@ -52,7 +52,9 @@ QRect TextArea(QWidget* w) {
     return o.text.isEmpty() ? QRect() : w->style()->subElementRect(e, &o, w);
   }
   if (auto* g = qobject_cast<QGroupBox*>(w))  // the title, above the frame
-    return g->title().isEmpty() ? QRect() : QRect(0, 0, g->fontMetrics().horizontalAdvance(g->title()) + 12, g->fontMetrics().height());
+    return g->title().isEmpty()
+               ? QRect()
+               : QRect(0, 0, g->fontMetrics().horizontalAdvance(g->title()) + 12, g->fontMetrics().height());
   if (auto* a = qobject_cast<QAbstractScrollArea*>(w)) {  // text views and item lists
     auto* v = qobject_cast<QAbstractItemView*>(w);
     const bool shows = v ? v->model() && v->model()->rowCount() > 0 : !a->property("plainText").toString().isEmpty();
@@ -83,8 +85,8 @@ Lowest LowestContrast(QWidget& top, const char* mode) {
         std::max_element(count.begin(), count.end(), [](auto& a, auto& b) { return a.second < b.second; })->first;
     double ratio = 1;
     for (const auto& [rgb, n] : count) ratio = std::max(ratio, Contrast(rgb, background));
-    const std::string where = top.objectName().toStdString() + " " + w->metaObject()->className() + " " +
-                              w->objectName().toStdString();
+    const std::string where =
+        top.objectName().toStdString() + " " + w->metaObject()->className() + " " + w->objectName().toStdString();
     EXPECT_GE(ratio, 4.5) << mode << " " << where << " on #" << std::hex << background;
     lowest = std::min(lowest, Lowest{ratio, where});
   }

@@ -51,8 +51,8 @@ class TestScreen : public CalculatorScreen {
     addBox(a, "A (0 to 100)", "5");
     addBox(b, "B (-10 to 10)");
     result = makeResult("dataR0");
-    for (QWidget* w : {unitsFrame, static_cast<QWidget*>(box(0)), static_cast<QWidget*>(box(1)),
-                       static_cast<QWidget*>(result)})
+    for (QWidget* w :
+         {unitsFrame, static_cast<QWidget*>(box(0)), static_cast<QWidget*>(box(1)), static_cast<QWidget*>(result)})
       contentLayout()->addWidget(w);
   }
   int calculations = 0;
@@ -127,12 +127,15 @@ TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
   MainMenu menu(registry);
   menu.timer()->stop();
   Show(menu);
-  struct Row { int from; Qt::Key key; int to; };
+  struct Row {
+    int from;
+    Qt::Key key;
+    int to;
+  };
   // Item 20 spans the row under both columns: last in index and in reading order.
-  const Row rows[] = {{15, Qt::Key_Right, 6},  {5, Qt::Key_Left, 14},   {19, Qt::Key_Down, 20},
-                      {20, Qt::Key_Down, 0},   {0, Qt::Key_Up, 20},     {0, Qt::Key_Left, 0},
-                      {19, Qt::Key_Right, 20}, {20, Qt::Key_Right, 20}, {20, Qt::Key_Left, 19},
-                      {9, Qt::Key_Down, 10}};
+  const Row rows[] = {{15, Qt::Key_Right, 6}, {5, Qt::Key_Left, 14}, {19, Qt::Key_Down, 20},  {20, Qt::Key_Down, 0},
+                      {0, Qt::Key_Up, 20},    {0, Qt::Key_Left, 0},  {19, Qt::Key_Right, 20}, {20, Qt::Key_Right, 20},
+                      {20, Qt::Key_Left, 19}, {9, Qt::Key_Down, 10}};
   for (const Row& r : rows) {
     menu.highlight(r.from, true);
     QTest::keyClick(&menu, r.key);
@@ -154,14 +157,14 @@ TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
   QTest::mouseClick(item0, Qt::LeftButton);
   QPointer<CalculatorScreen> first = menu.openScreen();
   EXPECT_EQ(first->x(), menu.frameGeometry().right() + 1);  // placed beside the menu
-  QTest::mouseClick(item0, Qt::LeftButton);  // already open: nothing happens
+  QTest::mouseClick(item0, Qt::LeftButton);                 // already open: nothing happens
   EXPECT_EQ(menu.openScreen(), first.data());
   QTest::mouseClick(menu.findChild<QWidget*>("menutitle1"), Qt::LeftButton);
   EXPECT_EQ(menu.currentForm(), 1);
   EXPECT_EQ(menu.itemColor(0), Colours().menuIdle);
   QTest::qWait(10);
   EXPECT_TRUE(first.isNull());  // the first screen was unloaded
-  menu.chooseItem(3);  // an item without a screen opens nothing
+  menu.chooseItem(3);           // an item without a screen opens nothing
   EXPECT_EQ(menu.currentForm(), 1);
   Click(*menu.openScreen(), "cmdClose");
   EXPECT_EQ(menu.currentForm(), -1);
@@ -217,7 +220,7 @@ TEST_F(MenuUi, SettingsTakeEffect) {
     menu.chooseItem(0);
     const QPoint before = menu.openScreen()->pos();
     menu.move(menu.pos() + QPoint(40, 30));
-    QTest::qWait(250);  // several ticks of either interval
+    QTest::qWait(250);                                                 // several ticks of either interval
     EXPECT_EQ(menu.openScreen()->pos() != before, sync == 1) << sync;  // placed beside the menu anew
     menu.openScreen()->close();
   }
@@ -361,12 +364,16 @@ TEST_F(MenuUi, MenuKeyboardFromTheStartAndScreensKeepTheirInputs) {
 }
 
 TEST_F(MenuUi, ScreensOpenBesideTheMenuWhollyOnItsScreen) {
-  struct Row { QRect menu; QSize frame; QPoint at; };
+  struct Row {
+    QRect menu;
+    QSize frame;
+    QPoint at;
+  };
   const QRect area(0, 0, 1400, 900);
-  const Row rows[] = {{{100, 100, 400, 500}, {300, 400}, {500, 100}},     // right
-                      {{1000, 300, 400, 500}, {300, 400}, {700, 300}},    // left
-                      {{300, 300, 800, 500}, {400, 200}, {300, 700}},     // below, lifted onto the area
-                      {{0, 600, 1300, 300}, {1200, 400}, {0, 500}}};      // nowhere free: on the area
+  const Row rows[] = {{{100, 100, 400, 500}, {300, 400}, {500, 100}},   // right
+                      {{1000, 300, 400, 500}, {300, 400}, {700, 300}},  // left
+                      {{300, 300, 800, 500}, {400, 200}, {300, 700}},   // below, lifted onto the area
+                      {{0, 600, 1300, 300}, {1200, 400}, {0, 500}}};    // nowhere free: on the area
   for (const Row& r : rows) EXPECT_EQ(PlaceBeside(r.menu, r.frame, area), r.at) << r.menu.x();
 
   MainMenu menu(registry);
@@ -374,8 +381,9 @@ TEST_F(MenuUi, ScreensOpenBesideTheMenuWhollyOnItsScreen) {
   menu.placeAt(QPoint(2000, 2000));  // a position saved on a display no longer there
   Show(menu);
   const QRect screen = menu.screen()->availableGeometry();
-  EXPECT_TRUE(screen.contains(menu.frameGeometry())) << menu.frameGeometry().x() << "," << menu.frameGeometry().y()
-                                                     << " " << menu.frameGeometry().width() << "x" << menu.frameGeometry().height();
+  EXPECT_TRUE(screen.contains(menu.frameGeometry()))
+      << menu.frameGeometry().x() << "," << menu.frameGeometry().y() << " " << menu.frameGeometry().width() << "x"
+      << menu.frameGeometry().height();
   menu.move(screen.left(), screen.top());
   menu.chooseItem(0);
   EXPECT_EQ(menu.openScreen()->x(), menu.frameGeometry().right() + 1);
@@ -392,7 +400,8 @@ TEST_F(MenuUi, ScreensOpenBesideTheMenuWhollyOnItsScreen) {
 }
 
 TEST_F(MenuUi, AnUnreadableOrReadOnlySettingsFileIsKeptAndTheAboutBoxSaysSo) {
-  const std::pair<std::string, const char*> rows[] = {  // both were replaced by defaults at exit
+  const std::pair<std::string, const char*> rows[] = {
+      // both were replaced by defaults at exit
       {"[NavDB]\r\nDBPath=/d/mine.dat\r\n" + std::string(2 << 20, ';'),  // more than the reader takes
        "The settings file could not be read; your changes are not saved"},
       {"[NavDB]\r\nDBPath=/d/mine.dat\r\n", "The settings file is read-only; your changes are not saved"}};

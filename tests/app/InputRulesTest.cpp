@@ -20,7 +20,9 @@ BoxState Box(std::u16string text, int maxLength, int caret = -1, int sel = 0) {
 }  // namespace
 
 TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
-  const auto key = [](const std::string& k) -> char16_t { return k == "BS" ? 8 : k == "SP" ? u' ' : k.empty() ? 0 : k[0]; };
+  const auto key = [](const std::string& k) -> char16_t {
+    return k == "BS" ? 8 : k == "SP" ? u' ' : k.empty() ? 0 : k[0];
+  };
   for (const GoldenRow& r : ReadGolden("app/data/text.txt", "key")) {
     const std::u16string text(r[0].begin(), r[0].end());
     const BoxState box = Box(text, int(r.Num(1)), int(r.Num(2)), int(r.Num(3)));
@@ -30,11 +32,17 @@ TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
 
 // A "-" over a selected "-2.6" was refused (-3 became +3); pasted "egll" stayed lower case.
 TEST(InputRules, KeysReplaceTheSelectionAndPastedTextIsFilteredAsTyped) {
-  struct Row { std::u16string text; int caret, selection, maxLength; std::u16string typed; KeyMode mode; std::u16string kept; };
+  struct Row {
+    std::u16string text;
+    int caret, selection, maxLength;
+    std::u16string typed;
+    KeyMode mode;
+    std::u16string kept;
+  };
   const Row rows[] = {
-      {u"-0.4", 0, 4, 6, u"-", KeyMode::SignedReal, u"-"},      {u"-2.6", 0, 2, 6, u"-3", KeyMode::SignedInt, u"-3"},
-      {u"2.6", 1, 2, 6, u".", KeyMode::UnsignedReal, u"."},     {u"12", 2, 0, 6, u"-5", KeyMode::SignedReal, u"5"},
-      {u"", 0, 0, 4, u" egll\n", KeyMode::Letters, u"EGLL"},     {u"", 0, 0, 4, u"EGLL2", KeyMode::Letters, u"EGLL"},
+      {u"-0.4", 0, 4, 6, u"-", KeyMode::SignedReal, u"-"},        {u"-2.6", 0, 2, 6, u"-3", KeyMode::SignedInt, u"-3"},
+      {u"2.6", 1, 2, 6, u".", KeyMode::UnsignedReal, u"."},       {u"12", 2, 0, 6, u"-5", KeyMode::SignedReal, u"5"},
+      {u"", 0, 0, 4, u" egll\n", KeyMode::Letters, u"EGLL"},      {u"", 0, 0, 4, u"EGLL2", KeyMode::Letters, u"EGLL"},
       {u"", 0, 0, 6, u"1,234.5", KeyMode::SignedReal, u"1.2345"}, {u"45", 0, 2, 2, u"123", KeyMode::UnsignedInt, u"12"},
   };
   for (const Row& r : rows)
@@ -46,7 +54,8 @@ TEST(InputRules, ValidatorsFollowTheTextRules) {
   for (const GoldenRow& r : ReadGolden("app/data/text.txt", "int"))
     EXPECT_EQ(IsValidIntText(wide(r[0]), r[1] == "yes", int(r.Num(2)), int(r.Num(3))), r[4] == "yes") << r.where;
   for (const GoldenRow& r : ReadGolden("app/data/text.txt", "real"))
-    EXPECT_EQ(IsValidRealText(wide(r[0]), r[1] == "yes", r.Num(2), r.Num(3), char16_t(r[4][0])), r[5] == "yes") << r.where;
+    EXPECT_EQ(IsValidRealText(wide(r[0]), r[1] == "yes", r.Num(2), r.Num(3), char16_t(r[4][0])), r[5] == "yes")
+        << r.where;
 
   EXPECT_FALSE(AllInputsValid({}));
   EXPECT_FALSE(AllInputsValid({true, false, true}));

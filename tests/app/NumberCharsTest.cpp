@@ -35,15 +35,21 @@ TEST(NumberChars, FallbackReadsAndWritesAsCharconv) {
     const auto fallback = [exponent](const char* f, const char* l, double& v) {
       return detail::ReadDoubleFallback(f, l, v, exponent);
     };
-    for (const std::string s : std::vector<std::string>{"0", "-0", "12.5", ".5", "5.", ".", "-", "", "+5", "-.25", "1e5", "1E-3", "2.5e+2x", "1e",
-                                "1e+", "7e-x", "12abc", "inf", "-Infinity", "nan", "NaN(12ab)", "nan(", "infin", "1e400",
-                                "-1e400", "1e-400", "4e-320", "0x10", " 5", "0.1000000000000000055511151231257827",
-                                "17976931348623157" + std::string(292, '0'), "17976931348623159" + std::string(292, '0')})
+    // clang-format off
+    const std::string inputs[] = {
+        "0", "-0", "12.5", ".5", "5.", ".", "-", "", "+5", "-.25", "1e5", "1E-3", "2.5e+2x", "1e", "1e+", "7e-x",
+        "12abc", "inf", "-Infinity", "nan", "NaN(12ab)", "nan(", "infin", "1e400", "-1e400", "1e-400", "4e-320",
+        "0x10", " 5", "0.1000000000000000055511151231257827",
+        "17976931348623157" + std::string(292, '0'), "17976931348623159" + std::string(292, '0')};
+    // clang-format on
+    for (const std::string& s : inputs)
       EXPECT_EQ(Reading(s, fallback), Reading(s, std)) << s << (exponent ? "" : " (fixed)");
   }
+  // clang-format off
   std::vector<double> values = {0.0, -0.0, 0.1, 1.0 / 3, 100, 1000, 10000, 100000, 1e21, 1e22, 123456789012345680.0,
                                 5e-324, 2.2250738585072014e-308, 1.7976931348623157e308, 9007199254740993.0, 1e-7,
                                 -42.0, INFINITY, -INFINITY, NAN};
+  // clang-format on
   for (int e = -1074; e <= 1023; e += 7) values.push_back(std::ldexp(1.0, e));  // uneven neighbours
   std::mt19937_64 random(20240601);
   for (int i = 0; i < 5000; ++i) {
@@ -58,7 +64,8 @@ TEST(NumberChars, FallbackReadsAndWritesAsCharconv) {
       char a[400], b[400];
       const auto res = fixed ? std::to_chars(a, a + room, v, std::chars_format::fixed) : std::to_chars(a, a + room, v);
       char* end = detail::WriteShortestFallback(b, b + room, v, fixed);
-      EXPECT_EQ(end ? std::string(b, end) : "(too long)", res.ec == std::errc() ? std::string(a, res.ptr) : "(too long)")
+      EXPECT_EQ(end ? std::string(b, end) : "(too long)",
+                res.ec == std::errc() ? std::string(a, res.ptr) : "(too long)")
           << v << (fixed ? " fixed" : "") << " in " << room;
     }
     EXPECT_EQ(detail::FormatGeneralFallback(v, 17), FormatGeneral(v, 17)) << v;

@@ -25,9 +25,10 @@ namespace fs = std::filesystem;
 
 TEST(Settings, ReadRulesForRangesBlanksAndCase) {
   const std::map<std::string, int16_t Settings::*> field = {
-      {"LTOffset", &Settings::LTOffset},       {"DefMVYear", &Settings::DefMVYear},     {"DefMVModel", &Settings::DefMVModel},
-      {"DefaultUnitSystem", &Settings::DefaultUnitSystem}, {"Synchronize", &Settings::Synchronize},
-      {"AutoMV", &Settings::AutoMV},           {"IniTop", &Settings::IniTop},           {"IniLeft", &Settings::IniLeft},
+      {"LTOffset", &Settings::LTOffset},       {"DefMVYear", &Settings::DefMVYear},
+      {"DefMVModel", &Settings::DefMVModel},   {"DefaultUnitSystem", &Settings::DefaultUnitSystem},
+      {"Synchronize", &Settings::Synchronize}, {"AutoMV", &Settings::AutoMV},
+      {"IniTop", &Settings::IniTop},           {"IniLeft", &Settings::IniLeft},
       {"Colours", &Settings::Colours}};
   for (const GoldenRow& r : ReadGolden("app/data/settings.txt", "read")) {
     std::string text;
@@ -83,7 +84,7 @@ TEST(Settings, WritesTheExactLinesAndReadsThemBack) {
       "[DBLinks]\r\nTitle0=Weather\r\nLink0=https://example.org/wx\r\n";
   EXPECT_EQ(SerializeSettings(s), expected);
   EXPECT_EQ(SerializeSettings(ParseSettings(expected)), expected);  // a file without Colours stays as it was
-  s.Colours = 1;  // the night colours: one line more
+  s.Colours = 1;                                                    // the night colours: one line more
   std::string night = expected;
   night.insert(night.find("\r\n\r\n[WinPos]"), "\r\nColours=1");
   EXPECT_EQ(SerializeSettings(s), night);
@@ -155,11 +156,12 @@ TEST(Settings, RewritingKeepsModeAndOwnerAndLeavesAReadOnlyFileAlone) {
   TempDir dir;
   const fs::path file = dir.path / kSettingsFileName;
   ASSERT_TRUE(WriteSettings(file, Settings{}));
-  const fs::perms rw_r = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read, r_r = rw_r & ~fs::perms::owner_write;
+  const fs::perms rw_r = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read,
+                  r_r = rw_r & ~fs::perms::owner_write;
   fs::permissions(file, rw_r);
   const bool root = ::geteuid() == 0;
   ASSERT_TRUE(!root || ::chown(file.c_str(), 65534, 65534) == 0);  // nobody's file, rewritten by root
-  ASSERT_TRUE(WriteSettings(file, Settings{}));                  // came back 0644 and root's
+  ASSERT_TRUE(WriteSettings(file, Settings{}));                    // came back 0644 and root's
   struct stat st {};
   ASSERT_EQ(::stat(file.c_str(), &st), 0);
   EXPECT_EQ(fs::perms(st.st_mode & 07777), rw_r);

@@ -42,9 +42,14 @@ TEST(AtmosphereScreens, ResultTexts) {
 }
 
 TEST(AtmosphereData, RangesAndScrollTexts) {
-  struct Row { bool feet, geopotential; double min, max; };
-  const Row rows[] = {{false, false, -500, 85999}, {false, true, -500, 84852},
-                      {true, false, -1500, 282150}, {true, true, -1500, 278385}};
+  struct Row {
+    bool feet, geopotential;
+    double min, max;
+  };
+  const Row rows[] = {{false, false, -500, 85999},
+                      {false, true, -500, 84852},
+                      {true, false, -1500, 282150},
+                      {true, true, -1500, 278385}};
   for (const Row& r : rows) {
     const Quantity range = AtmosphereAltitude(r.feet, r.geopotential);
     EXPECT_EQ(range.min, r.min);
@@ -79,7 +84,9 @@ TEST(SpeedCalculation, InputFieldIsTheEnteredValue) {
 
 // Saturation vapour pressure over water, Smithsonian Meteorological Tables (hPa).
 TEST(DensityAltitude, SaturationVapourPressureMatchesMeteorologicalTables) {
-  struct Row { double t, es; };
+  struct Row {
+    double t, es;
+  };
   const Row rows[] = {{-40, 0.1891}, {-30, 0.5088}, {-20, 1.2540}, {-10, 2.8627}, {0, 6.1078},
                       {10, 12.272},  {20, 23.373},  {30, 42.430},  {40, 73.777},  {50, 123.40}};
   for (const Row& r : rows) EXPECT_NEAR(SaturationVapourPressure(r.t) / r.es, 1, 5e-4) << r.t;

@@ -54,7 +54,8 @@ TEST_F(AtmosphereUi, AtmosphereDataOptionsRecalculate) {
   EXPECT_EQ(Text(s, "DISAData"), "+10");
   EXPECT_EQ(shown(), Atm({.altitude = 11000, .geopotential = true, .disa = 10}));
   mslp->setValue(-20);
-  EXPECT_EQ(shown(), Atm({.altitude = 11000, .geopotential = true, .disa = 10, .mslpHpa = MslpHpaFromScroll(-20, false)}));
+  EXPECT_EQ(shown(),
+            Atm({.altitude = 11000, .geopotential = true, .disa = 10, .mslpHpa = MslpHpaFromScroll(-20, false)}));
   Click(s, "OptUnits1");  // the sea-level bar takes the inHg range and goes back to standard
   EXPECT_EQ(mslp->value(), 0);
   EXPECT_EQ(mslp->minimum(), MslpScrollRange(true).first);
@@ -72,7 +73,8 @@ TEST_F(AtmosphereUi, AtmosphereDataRangeFollowsKindAndUnitWithoutConverting) {
       Click(s, geopotential ? "OptAlt1" : "OptAlt0");
       Click(s, feet ? "OptAltUnits1" : "OptAltUnits0");
       const Quantity range = AtmosphereAltitude(feet, geopotential);
-      for (auto [v, valid] : {std::pair{range.max, true}, {range.max + 1, false}, {range.min, true}, {range.min - 1, false}}) {
+      for (auto [v, valid] :
+           {std::pair{range.max, true}, {range.max + 1, false}, {range.min, true}, {range.min - 1, false}}) {
         Type(s, 0, QString::number(v));
         EXPECT_EQ(CanCalculate(s), valid) << feet << geopotential << " " << v;
       }
@@ -132,7 +134,9 @@ TEST_F(AtmosphereUi, ChangeoverErrorAndEnter) {
 TEST_F(AtmosphereUi, DensityAltitudeDewPointAndUnits) {
   DensityAltitudeScreen s;
   Show(s);
-  const auto boxes = [&s] { return QStringList{Box(s, 0)->text(), Box(s, 1)->text(), Box(s, 2)->text(), Box(s, 3)->text()}; };
+  const auto boxes = [&s] {
+    return QStringList{Box(s, 0)->text(), Box(s, 1)->text(), Box(s, 2)->text(), Box(s, 3)->text()};
+  };
   for (auto [i, t] : {std::pair{0, "1008"}, {1, "38"}, {2, "40"}, {3, "5000"}}) Type(s, i, t);
   Calculate(s);
   EXPECT_EQ(Box(s, 2)->text(), "38");  // a dew point above the temperature is taken as it
@@ -153,8 +157,10 @@ TEST_F(AtmosphereUi, DensityAltitudeDewPointAndUnits) {
 TEST_F(AtmosphereUi, StallSpeedReferenceBankAndUnits) {
   StallSpeedScreen s;
   Show(s);
-  for (auto [i, t] : {std::pair{StallSpeedScreen::kMtow, "2000"}, {StallSpeedScreen::kWeight, "500"},
-                      {StallSpeedScreen::kAltitude, "0"}, {StallSpeedScreen::kClMax, ""}})
+  for (auto [i, t] : {std::pair{StallSpeedScreen::kMtow, "2000"},
+                      {StallSpeedScreen::kWeight, "500"},
+                      {StallSpeedScreen::kAltitude, "0"},
+                      {StallSpeedScreen::kClMax, ""}})
     Type(s, i, t);
   EXPECT_FALSE(CanCalculate(s));  // an empty CL max blocks Calculate with the aerodynamic data
   Click(s, "OptRef1");

@@ -58,7 +58,7 @@ DescentInput Case(double from, double to, double ias, std::optional<double> mach
 TEST(Descent, AgreesWithFineIntegration) {
   using G = DescentGiven;
   const DescentInput rows[] = {
-      Case(39000, 3000, 250, 0.78, -80, -30, G::Rate, 2500),     // changeover above the tropopause
+      Case(39000, 3000, 250, 0.78, -80, -30, G::Rate, 2500),  // changeover above the tropopause
       Case(41000, 1000, 300, 0.80, 80, 30, G::Rate, 3000),
       Case(24000, -1000, 250, std::nullopt, 40, 10, G::Rate, 1500),
       Case(37000, -1000, 280, 0.78, 0, 15, G::Angle, 3),

@@ -24,7 +24,11 @@ TEST_F(DescentUi, GivenErrorAndSideView) {
   EXPECT_GT(ink, drawn.width());
 
   // Each choice brings its range and default, and clears the results.
-  struct Row { const char* option; const char* value; const char* outOfRange; };
+  struct Row {
+    const char* option;
+    const char* value;
+    const char* outOfRange;
+  };
   const Row rows[] = {{"OptGiven1", "3.0", "10.1"}, {"OptGiven2", "100", "501"}, {"OptGiven0", "2000", "99"}};
   for (const Row& r : rows) {
     Calculate(s);

@@ -10,8 +10,11 @@
 using namespace norvane;
 
 TEST(StandardAtmosphere, LayerOfAltitude) {
-  struct Row { double H; int layer; };
-  const Row rows[] = {{-500, 0},   {10999.99, 0}, {11000, 1}, {20000, 2}, {32000, 3}, {46999, 3},
+  struct Row {
+    double H;
+    int layer;
+  };
+  const Row rows[] = {{-500, 0},  {10999.99, 0}, {11000, 1}, {20000, 2},   {32000, 3}, {46999, 3},
                       {47000, 4}, {51000, 5},    {71000, 6}, {84851.9, 6}, {84852, 7}, {1e9, 7}};
   for (const Row& r : rows) EXPECT_EQ(GetAtmosphereLayer(r.H), r.layer) << r.H;
 }
@@ -47,7 +50,9 @@ TEST(StandardAtmosphere, ModelTopIsHeldAboveTheTables) {
 }
 
 namespace {
-std::vector<test::GoldenRow> Rows(const char* kind) { return test::ReadGolden("atmosphere/data/standard-atmosphere.txt", kind); }
+std::vector<test::GoldenRow> Rows(const char* kind) {
+  return test::ReadGolden("atmosphere/data/standard-atmosphere.txt", kind);
+}
 }  // namespace
 
 TEST(StandardAtmosphere, MatchesPublishedTables) {
@@ -75,7 +80,8 @@ TEST(StandardAtmosphere, GeometricAndGeopotentialAltitude) {
 }
 
 TEST(StandardAtmosphere, ImpactPressureAndAirspeeds) {
-  for (const test::GoldenRow& r : Rows("pitot")) EXPECT_NEAR(ImpactPressureRatio(r.Num(0)) + 1, r.Num(1), r.Num(2)) << r.where;
+  for (const test::GoldenRow& r : Rows("pitot"))
+    EXPECT_NEAR(ImpactPressureRatio(r.Num(0)) + 1, r.Num(1), r.Num(2)) << r.where;
   // The two branches meet at Mach 1.
   EXPECT_NEAR(ImpactPressureRatio(std::nextafter(1.0, 0.0)), ImpactPressureRatio(1.0), 1e-9);
   for (const test::GoldenRow& r : Rows("mach")) {
@@ -121,16 +127,15 @@ TEST(StandardAtmosphere, PressureAndDensityAltitudeInvertTheModel) {
 }
 
 TEST(StandardAtmosphere, ChangeoverAltitude) {
-  struct Row { double cas, M, ft, tol; };
+  struct Row {
+    double cas, M, ft, tol;
+  };
   const Row rows[] = {
-      {300, 0.78, 29314.13, 0.05},   // independent bisection on ISA pressure
-      {250, 0.50, 15351.13, 0.05},
-      {250, 0.78, 37426.45, 0.05},   // above the tropopause, isothermal branch
-      {280, 0.82, 34919.68, 0.05},
-      {400, 0.50, kChangeoverNone, 0},  // Mach 0.5 reached below sea level
-      {0, 0.78, kChangeoverNone, 0},    {250, 0, kChangeoverNone, 0},
-      {50, 3.00, kChangeoverAbove, 0},  // above 20000 m
-      {kA0Kt, 1.0, 0, 1e-6},             // CAS = a0 is Mach 1 at sea level
+      {300, 0.78, 29314.13, 0.05},                                     // independent bisection on ISA pressure
+      {250, 0.50, 15351.13, 0.05},   {250, 0.78, 37426.45, 0.05},      // above the tropopause, isothermal branch
+      {280, 0.82, 34919.68, 0.05},   {400, 0.50, kChangeoverNone, 0},  // Mach 0.5 reached below sea level
+      {0, 0.78, kChangeoverNone, 0}, {250, 0, kChangeoverNone, 0},    {50, 3.00, kChangeoverAbove, 0},  // above 20000 m
+      {kA0Kt, 1.0, 0, 1e-6},  // CAS = a0 is Mach 1 at sea level
   };
   for (const Row& r : rows) EXPECT_NEAR(ChangeoverAltitudeFt(r.cas, r.M), r.ft, r.tol) << r.cas << " " << r.M;
   EXPECT_EQ(ChangeoverAltitudeFt(std::nan(""), 0.8), 0);

@@ -21,7 +21,6 @@ namespace {
 const std::string kCli = NORVANE_CLI;
 const std::string kSample = NORVANE_SAMPLE_DB;
 
-
 void WriteBytes(const fs::path& p, const std::string& bytes) { std::ofstream(p, std::ios::binary) << bytes; }
 
 }  // namespace
@@ -39,7 +38,10 @@ TEST(CliFaults, UnreadableAndGarbageWaypointFilesGiveAMessage) {
   ASSERT_GT(bytes.size(), 12u * 100);
   WriteBytes(dir.path / "cut.dat", bytes.substr(0, 12 * 100));
 
-  struct Row { const char* file; const char* message; };
+  struct Row {
+    const char* file;
+    const char* message;
+  };
   const Row rows[] = {
       {"folder.dat", "message: file not found\n"},
       {"empty.dat", "message: the file holds no waypoint\n"},
@@ -65,7 +67,10 @@ TEST(CliFaults, OutputThatCannotBeWrittenFailsWithAMessage) {
     std::ofstream in(lines);
     for (int i = 0; i < 20000; ++i) in << "51.4775 -0.4614 40.6398 -73.7789\n";  // more than one output block
   }
-  struct Case { const char* what; std::vector<std::string> args; };
+  struct Case {
+    const char* what;
+    std::vector<std::string> args;
+  };
   const Case cases[] = {
       {"one calculation", {"angle", "--d", "10.5"}},
       {"json", {"--json", "wind", "runway", "--runway", "27", "--wind-speed", "15", "--wind-dir", "300"}},
@@ -106,12 +111,17 @@ TEST(CliFaults, AClosedOutputNeverLandsInAFileTheCommandWrites) {
 
 TEST(CliFaults, MalformedNumbersAndDatesAreRefused) {
   // "+-" passed as a sign and scanf read " 3" or "+3" as a month: both were taken silently.
-  struct Row { std::vector<std::string> args; const char* err; };
+  struct Row {
+    std::vector<std::string> args;
+    const char* err;
+  };
   const Row rows[] = {
       {{"magvar", "--at", "+-51,0"}, "error: --at: expected LAT,LON"},
       {{"magvar", "--at", "51,0", "--altitude", "+-5"}, "error: --altitude: expected a number, got \"+-5\""},
-      {{"magvar", "--at", "51,0", "--date", "2006- 3-14"}, "error: --date: expected a date YYYY-MM-DD, got \"2006- 3-14\""},
-      {{"sun", "--at", "51,0", "--date", "2006-+3-14"}, "error: --date: expected a date YYYY-MM-DD, got \"2006-+3-14\""},
+      {{"magvar", "--at", "51,0", "--date", "2006- 3-14"},
+       "error: --date: expected a date YYYY-MM-DD, got \"2006- 3-14\""},
+      {{"sun", "--at", "51,0", "--date", "2006-+3-14"},
+       "error: --date: expected a date YYYY-MM-DD, got \"2006-+3-14\""},
   };
   for (const Row& r : rows) {
     const ProcessResult p = RunProcess(kCli, r.args);
@@ -122,5 +132,6 @@ TEST(CliFaults, MalformedNumbersAndDatesAreRefused) {
   std::ofstream(dir.path / "in.txt") << "+-1 0 0 0\n+1 0 0 0\n";
   const ProcessResult batch = RunProcess(kCli, {"inverse"}, {(dir.path / "in.txt").string(), ""});
   EXPECT_EQ(batch.status, 1);
-  EXPECT_EQ(batch.out.rfind("error: line 1: expected LAT1 LON1 LAT2 LON2, got \"+-1 0 0 0\"\n59.7", 0), 0u) << batch.out;
+  EXPECT_EQ(batch.out.rfind("error: line 1: expected LAT1 LON1 LAT2 LON2, got \"+-1 0 0 0\"\n59.7", 0), 0u)
+      << batch.out;
 }

@@ -111,8 +111,8 @@ TEST(CliDescribe, ListsEveryCalculatorAndEachRangeHoldsAtItsEnds) {
     }
   }
   for (const char* calculator :
-       {"atmosphere", "speed", "changeover", "density-altitude", "stall", "descent", "wind known", "wind unknown",
-        "wind runway", "turn", "holding", "racetrack", "tracks", "point", "intersection", "magvar", "sun", "convert",
-        "angle", "calc", "tsd"})
+       {"atmosphere",   "speed",       "changeover", "density-altitude", "stall",     "descent", "wind known",
+        "wind unknown", "wind runway", "turn",       "holding",          "racetrack", "tracks",  "point",
+        "intersection", "magvar",      "sun",        "convert",          "angle",     "calc",    "tsd"})
     EXPECT_EQ(listed.count(calculator), 1u) << calculator << " is not described";
 }

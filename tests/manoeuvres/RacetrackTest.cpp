@@ -100,7 +100,8 @@ TEST(Racetrack, SimulatedCircuitReturnsToTheFix) {
                 continue;
               }
               const Flown f = Fly(r, course, tas, wd, ws, right, leg);
-              SCOPED_TRACE(testing::Message() << tas << " " << ws << "@" << wd << " " << right << bank.value_or(0) << rate);
+              SCOPED_TRACE(testing::Message()
+                           << tas << " " << ws << "@" << wd << " " << right << bank.value_or(0) << rate);
               EXPECT_LT(std::fabs(f.crossNm), 0.01);
               EXPECT_LT(f.missNm, 0.01);
               ++flown;

@@ -20,9 +20,11 @@ TEST(Turn, RateTurnTexts) {
   const std::map<std::string, RadiusUnit> units{
       {"NM", RadiusUnit::NauticalMiles}, {"m", RadiusUnit::Metres}, {"ft", RadiusUnit::Feet}};
   for (const test::GoldenRow& r : Rows("rate")) {
-    const TurnTexts t = CalculateTurnTexts(r.Num(0), banks.at(r[1]), r.Num(2), units.at(r[3]), std::nullopt, std::nullopt);
+    const TurnTexts t =
+        CalculateTurnTexts(r.Num(0), banks.at(r[1]), r.Num(2), units.at(r[3]), std::nullopt, std::nullopt);
     EXPECT_EQ(std::vector<std::string>({t.bank, t.rate, t.radius, t.gLoad, t.anticipation, t.finalDistance}),
-              std::vector<std::string>({r[4], r[5], r[6], r[7], "", ""})) << r.where;
+              std::vector<std::string>({r[4], r[5], r[6], r[7], "", ""}))
+        << r.where;
   }
 }
 
@@ -39,8 +41,10 @@ TEST(Turn, RateTurnObeysLevelTurnPhysics) {
         EXPECT_NEAR(t.rate * kDegToRad * t.radius, v, 1e-9 * v);
         const double limit = maxBank.value_or(90);
         EXPECT_LE(t.bank, limit + 1e-12);
-        if (t.bank < limit - 1e-9) EXPECT_NEAR(t.rate, wanted, 1e-12);  // rate turn flown
-        else EXPECT_LT(t.rate, wanted);                                  // bank-limited
+        if (t.bank < limit - 1e-9)
+          EXPECT_NEAR(t.rate, wanted, 1e-12);  // rate turn flown
+        else
+          EXPECT_LT(t.rate, wanted);  // bank-limited
       }
 }
 

@@ -64,9 +64,9 @@ TEST(Wind, UnknownWindInvertsKnownWind) {
           ASSERT_FALSE(k.failed);
           const UnknownWind u = ComputeUnknownWind(tas, k.groundSpeed, trk, Norm360(trk + k.wca));
           EXPECT_NEAR(u.windSpeed, ws, 1e-9);
-          EXPECT_NEAR(std::remainder(u.windDirection - wd, 360.0), 0, 1e-9) << tas << " " << trk << " " << ws << " " << wd;
+          EXPECT_NEAR(std::remainder(u.windDirection - wd, 360.0), 0, 1e-9)
+              << tas << " " << trk << " " << ws << " " << wd;
           EXPECT_NEAR(u.drift, k.wca, 1e-9);
           EXPECT_FALSE(u.inconsistent);
         }
 }
-

@@ -60,7 +60,8 @@ TEST(GeoMag, SynthesisReproducesWMM2025TestValues) {
     EXPECT_NEAR(b.z, r[9], 1e-3);
     EXPECT_NEAR(Declination(b), r[4], 0.005 + 1e-9);
     if (r[0] == 2025) {
-      EXPECT_NEAR(ComputeMagVar(r[2] * kDegToRad, r[3] * kDegToRad, r[1], {2025, 1, 1}, MagModel::WMM2025), r[4], 0.005 + 1e-9);
+      EXPECT_NEAR(ComputeMagVar(r[2] * kDegToRad, r[3] * kDegToRad, r[1], {2025, 1, 1}, MagModel::WMM2025), r[4],
+                  0.005 + 1e-9);
     }
   }
   // The 12-point table of the report, components to 0.1 nT, at 0 and 100 km.
@@ -101,14 +102,16 @@ TEST(GeoMag, Igrf14AgreesWithGeographicLibAndWithWmm2025) {
   for (int k = 0; k < 4; ++k)
     for (int m = k % 2, nmax = k < 2 ? 13 : 8; m <= nmax; ++m)
       for (int n = m; n <= nmax; ++n) v[k].push_back((k == 0 ? c.g : k == 1 ? c.h : k == 2 ? c.gdot : c.hdot)[n][m]);
-  const GeographicLib::SphericalHarmonic1 igrf(v[0], v[1], 13, v[2], v[3], 8, 6371.2, GeographicLib::SphericalHarmonic1::SCHMIDT);
+  const GeographicLib::SphericalHarmonic1 igrf(v[0], v[1], 13, v[2], v[3], 8, 6371.2,
+                                               GeographicLib::SphericalHarmonic1::SCHMIDT);
   const CalendarDate date{2026, 7, 1};  // 546 days after the epoch
   double maxRef = 0, maxWmm = 0, x, y, z, bx, by, bz;
   for (int lat = -85; lat <= 85; lat += 10)
     for (int lon = -180; lon < 180; lon += 15) {
       GeographicLib::Geocentric(6378.137, 1 / 298.257223563).Forward(lat, lon, 0, x, y, z, M);
       igrf(546 / 365.25, x, y, z, bx, by, bz);
-      const double ref = std::atan2(-(M[0] * bx + M[3] * by + M[6] * bz), -(M[1] * bx + M[4] * by + M[7] * bz)) * kRadToDeg;
+      const double ref =
+          std::atan2(-(M[0] * bx + M[3] * by + M[6] * bz), -(M[1] * bx + M[4] * by + M[7] * bz)) * kRadToDeg;
       const double d = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, date, MagModel::IGRF14);
       const double w = ComputeMagVar(lat * kDegToRad, lon * kDegToRad, 0, date, MagModel::WMM2025);
       maxRef = std::max(maxRef, std::fabs(std::remainder(d - ref, 360.0)));
@@ -121,10 +124,17 @@ TEST(GeoMag, Igrf14AgreesWithGeographicLibAndWithWmm2025) {
 
 TEST(GeoMag, ValidityNotice) {
   // Inside the five years (the end day included) no notice; outside, the model says so.
-  const struct { MagModel model; CalendarDate date; const char* notice; } rows[] = {
-      {MagModel::WMM2005, {2009, 12, 31}, ""}, {MagModel::IGRF14, {2030, 1, 1}, ""},
+  const struct {
+    MagModel model;
+    CalendarDate date;
+    const char* notice;
+  } rows[] = {
+      {MagModel::WMM2005, {2009, 12, 31}, ""},
+      {MagModel::IGRF14, {2030, 1, 1}, ""},
       {MagModel::WMM2005, {2010, 1, 2}, "WMM2005 is valid 2005\u20132010; WMM2025 gives today's variation"},
-      {MagModel::WMM2025, {2031, 1, 1}, "WMM2025 is valid 2025\u20132030; later dates extrapolate its secular variation"},
+      {MagModel::WMM2025,
+       {2031, 1, 1},
+       "WMM2025 is valid 2025\u20132030; later dates extrapolate its secular variation"},
       {MagModel::IGRF14, {2024, 12, 31}, "IGRF-14 is valid 2025\u20132030; earlier dates take its 2025.0 field"},
   };
   for (const auto& r : rows) EXPECT_EQ(MagValidityNotice(r.model, r.date), r.notice);
@@ -135,8 +145,8 @@ TEST(GeoMag, DateRules) {
     CalendarDate date;
     long days;
   } rows[] = {
-      {{2005, 1, 1}, 0},     {{2006, 1, 1}, 365},   {{2009, 3, 1}, 1520},
-      {{2004, 12, 31}, -1},  {{2000, 1, 1}, -1827}, {{2010, 1, 1}, 1826},
+      {{2005, 1, 1}, 0},    {{2006, 1, 1}, 365},   {{2009, 3, 1}, 1520},
+      {{2004, 12, 31}, -1}, {{2000, 1, 1}, -1827}, {{2010, 1, 1}, 1826},
   };
   for (const auto& r : rows) EXPECT_EQ(DaysSince2005(r.date), r.days) << r.date.year << "-" << r.date.month;
 
@@ -153,7 +163,8 @@ TEST(GeoMag, DateRules) {
     // Central Europe drifted east by about 0.1 degree a year in 2005-2010.
     EXPECT_NEAR((d2008 - epoch) / 3, 0.11, 0.05) << MagModelName(wmm);
   }
-  EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2020, 1, 1}, MagModel::IGRF14), ComputeMagVar(lat, lon, 0, {2025, 1, 1}, MagModel::IGRF14));
+  EXPECT_EQ(ComputeMagVar(lat, lon, 0, {2020, 1, 1}, MagModel::IGRF14),
+            ComputeMagVar(lat, lon, 0, {2025, 1, 1}, MagModel::IGRF14));
 }
 
 TEST(GeoMag, IgrfAndWmmAgreeAwayFromThePoles) {
@@ -177,10 +188,12 @@ TEST(GeoMag, NearThePoleAndAltitude) {
     EXPECT_TRUE(std::isfinite(ComputeMagVar(-nearPole, lon * kDegToRad, 19.8, {2006, 1, 1}, MagModel::IGRF10)));
   }
   // The tracks screen takes latitudes beyond 89.98 degrees at 89 degrees 59 minutes.
-  EXPECT_NEAR(TrackMagVar(90, 30, 2007, MagModel::WMM2005), ComputeMagVar(nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::WMM2005), 1e-6);
-  EXPECT_NEAR(TrackMagVar(-89.99, 30, 2007, MagModel::IGRF10), ComputeMagVar(-nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10),
-              1e-6);
-  EXPECT_EQ(TrackMagVar(89.97, 30, 2007, MagModel::IGRF10), ComputeMagVar(89.97 * kDegToRad, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10));
+  EXPECT_NEAR(TrackMagVar(90, 30, 2007, MagModel::WMM2005),
+              ComputeMagVar(nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::WMM2005), 1e-6);
+  EXPECT_NEAR(TrackMagVar(-89.99, 30, 2007, MagModel::IGRF10),
+              ComputeMagVar(-nearPole, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10), 1e-6);
+  EXPECT_EQ(TrackMagVar(89.97, 30, 2007, MagModel::IGRF10),
+            ComputeMagVar(89.97 * kDegToRad, 30 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10));
   // Altitude changes the variation only slowly (Boulder, 0 vs 19.8 km = 65000 ft).
   const double d0 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 0, {2006, 1, 1}, MagModel::WMM2005);
   const double d20 = ComputeMagVar(40 * kDegToRad, -105 * kDegToRad, 19.812, {2006, 1, 1}, MagModel::WMM2005);

@@ -114,8 +114,8 @@ TEST(GeodesyReference, VincentyInverseAgreesWithGeographicLib) {
     maxTrack = std::max(maxTrack, dt);
     EXPECT_LE(dt, 1e-5);
   }
-  std::printf("Vincenty inverse: %d converged, %d not; max |ds| %.3g mm, max |dtrack| %.3g deg\n", converged,
-              failed, maxDist * 1e3, maxTrack);
+  std::printf("Vincenty inverse: %d converged, %d not; max |ds| %.3g mm, max |dtrack| %.3g deg\n", converged, failed,
+              maxDist * 1e3, maxTrack);
   EXPECT_GT(converged, kPairs * 9 / 10);
 }
 
@@ -139,8 +139,7 @@ TEST(GeodesyReference, SphereDistancesAndTracks) {
     maxTrack = std::max(maxTrack, dt);
     EXPECT_LE(dt, 1e-5);
   }
-  std::printf("Sphere: max |ds| %.3g mm, max |dtrack| %.3g deg (after the quadrant rule)\n", maxDist * 1e3,
-              maxTrack);
+  std::printf("Sphere: max |ds| %.3g mm, max |dtrack| %.3g deg (after the quadrant rule)\n", maxDist * 1e3, maxTrack);
 }
 
 TEST(GeodesyReference, DirectAgreesWithGeographicLibOnTheEllipsoidAndTheSphere) {
@@ -163,7 +162,8 @@ TEST(GeodesyReference, DirectAgreesWithGeographicLibOnTheEllipsoidAndTheSphere) 
       EXPECT_LE(miss, 0.5e-3);
       EXPECT_LE(std::fabs(p.lon), 180);
     }
-    std::printf("%s direct: max distance to GeographicLib's point %.3g mm\n", wgs ? "Vincenty" : "Sphere", maxMiss * 1e3);
+    std::printf("%s direct: max distance to GeographicLib's point %.3g mm\n", wgs ? "Vincenty" : "Sphere",
+                maxMiss * 1e3);
   }
 }
 

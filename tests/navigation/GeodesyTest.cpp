@@ -34,8 +34,10 @@ TEST(Geodesy, InverseDirectAndTextTables) {
     }
     const double have[] = {got.distance, got.trackIni, got.trackFin};
     for (size_t i = 0; i < 3; ++i) {
-      if (r[5 + i] == "U") EXPECT_EQ(have[i], U) << i;
-      else EXPECT_NEAR(have[i], Value(r, 5 + i), tol) << i;
+      if (r[5 + i] == "U")
+        EXPECT_EQ(have[i], U) << i;
+      else
+        EXPECT_NEAR(have[i], Value(r, 5 + i), tol) << i;
     }
   }
   for (const GoldenRow& r : ReadGolden(kTable, "direct")) {
@@ -43,8 +45,10 @@ TEST(Geodesy, InverseDirectAndTextTables) {
     EXPECT_NEAR(p.lat, r.Num(4), r.Num(6)) << r.where;
     EXPECT_NEAR(p.lon, r.Num(5), r.Num(6)) << r.where;
   }
-  for (const GoldenRow& r : ReadGolden(kTable, "latlong")) EXPECT_EQ(FormatLatLong(r.Num(0), r[1] == "lon"), r[2]) << r.where;
-  for (const GoldenRow& r : ReadGolden(kTable, "significant")) EXPECT_EQ(FormatSignificant(r.Num(0), 4, 3), r[1]) << r.where;
+  for (const GoldenRow& r : ReadGolden(kTable, "latlong"))
+    EXPECT_EQ(FormatLatLong(r.Num(0), r[1] == "lon"), r[2]) << r.where;
+  for (const GoldenRow& r : ReadGolden(kTable, "significant"))
+    EXPECT_EQ(FormatSignificant(r.Num(0), 4, 3), r[1]) << r.where;
 }
 
 TEST(RhumbLine, NearPoleAndSeriesFormsAreContinuous) {
@@ -78,9 +82,9 @@ TEST(DirectWGS84, EndsForInputsThatStressTheIteration) {
   struct Row {
     double lat1, lon1, track, dist;
   } rows[] = {
-      {90, 0, 0, 5400},     {-90, 0, 180, 5400},    {0, 0, 90, 10800},   {0, 0, 90, 21600},
-      {0, 0, 0, 10790},     {0.1, 0, 89.9, 10799},  {45, 0, 45, 64800},  {30, 10, 33, 1e7},
-      {-60, 10, 250, 1e12}, {10, 20, 45, 1e15},     {89.9999, 0, 90, 0}, {0, 0, 90, 1e-9},
+      {90, 0, 0, 5400},     {-90, 0, 180, 5400},   {0, 0, 90, 10800},   {0, 0, 90, 21600},
+      {0, 0, 0, 10790},     {0.1, 0, 89.9, 10799}, {45, 0, 45, 64800},  {30, 10, 33, 1e7},
+      {-60, 10, 250, 1e12}, {10, 20, 45, 1e15},    {89.9999, 0, 90, 0}, {0, 0, 90, 1e-9},
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(testing::Message() << r.lat1 << " " << r.lon1 << " " << r.track << " " << r.dist);
@@ -105,14 +109,25 @@ TEST(DirectWGS84, EndsForInputsThatStressTheIteration) {
 
 TEST(ParseCoordinate, DecimalAndHemisphereForms) {
   const double egll = 51 + 28 / 60.0 + 39 / 3600.0, nan = std::nan("");
-  const std::tuple<std::string, bool, double> rows[] = {
-      {"N51 28 39", 0, egll}, {"51 28 39.5N", 0, egll + 0.5 / 3600}, {"51\xC2\xB0" "28'39\"N", 0, egll}, {"N51 60", 0, nan},
-      {"N51.5 30", 0, nan}, {"E51", 0, nan}, {"51 28", 0, nan}, {"+-5", 0, nan}, {"-0.4613", 1, -0.4613},
-      {"W000 27 41", 1, -(27 / 60.0 + 41 / 3600.0)}, {FormatLatLong(-73.984, true), 1, -73.984}};  // reads back
+  const std::tuple<std::string, bool, double> rows[] = {{"N51 28 39", 0, egll},
+                                                        {"51 28 39.5N", 0, egll + 0.5 / 3600},
+                                                        {"51\xC2\xB0"
+                                                         "28'39\"N",
+                                                         0, egll},
+                                                        {"N51 60", 0, nan},
+                                                        {"N51.5 30", 0, nan},
+                                                        {"E51", 0, nan},
+                                                        {"51 28", 0, nan},
+                                                        {"+-5", 0, nan},
+                                                        {"-0.4613", 1, -0.4613},
+                                                        {"W000 27 41", 1, -(27 / 60.0 + 41 / 3600.0)},
+                                                        {FormatLatLong(-73.984, true), 1, -73.984}};  // reads back
   for (const auto& [text, isLon, v] : rows) {
     const auto got = ParseCoordinate(text, isLon);
     EXPECT_EQ(got.has_value(), !std::isnan(v)) << text;
-    if (got) { EXPECT_NEAR(*got, v, 1e-9) << text; }
+    if (got) {
+      EXPECT_NEAR(*got, v, 1e-9) << text;
+    }
   }
 }
 

@@ -23,9 +23,12 @@ using Texts = std::array<std::string, 9>;
 // Intersection of two great-circle radials by vectors (independent of the formulary's spherical
 // trigonometry): each radial's circle has the normal P x d; the circles meet at +-(n1 x n2).
 // Also returns x . d2: positive when the crossing ahead of point 1 lies ahead of point 2 too.
-std::pair<GeoPoint, double> VectorIntersection(double lat1, double lon1, double crs1, double lat2, double lon2, double crs2) {
+std::pair<GeoPoint, double> VectorIntersection(double lat1, double lon1, double crs1, double lat2, double lon2,
+                                               double crs2) {
   using V = std::array<double, 3>;
-  const auto cross = [](V a, V b) { return V{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]}; };
+  const auto cross = [](V a, V b) {
+    return V{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+  };
   const auto normal = [&](double lat, double lon, double crs) {
     const double la = lat * M_PI / 180, lo = lon * M_PI / 180, c = crs * M_PI / 180;
     const V p{std::cos(la) * std::cos(lo), std::cos(la) * std::sin(lo), std::sin(la)};
@@ -100,12 +103,14 @@ TEST(TracksAndDistance, MagneticTracksSubtractEachEndsVariation) {
   const TracksResult polar = ComputeTracks(89.99, 10, -89.995, 10, &igrf2007);
   const double edge = (89 + 59 / 60.0) * kDegToRad;
   EXPECT_NEAR(polar.variationOrigin, ComputeMagVar(edge, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10), 1e-6);
-  EXPECT_NEAR(polar.variationDestination, ComputeMagVar(-edge, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10), 1e-6);
+  EXPECT_NEAR(polar.variationDestination, ComputeMagVar(-edge, 10 * kDegToRad, 0, {2007, 1, 1}, MagModel::IGRF10),
+              1e-6);
 }
 
 TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
   // The nautical mile is 1852 m exactly, the foot 0.3048 m.
-  for (auto [unit, perNm] : {std::pair{DistanceUnit::M, 1852.0}, {DistanceUnit::Km, 1.852}, {DistanceUnit::Ft, 1852 / 0.3048}}) {
+  for (auto [unit, perNm] :
+       {std::pair{DistanceUnit::M, 1852.0}, {DistanceUnit::Km, 1.852}, {DistanceUnit::Ft, 1852 / 0.3048}}) {
     EXPECT_DOUBLE_EQ(UnitToNm(perNm, unit), 1);
     EXPECT_DOUBLE_EQ(NmToUnit(1, unit), perNm);
   }
@@ -143,7 +148,8 @@ TEST(PointFromTrackDistance, MagneticTrackAddsTheVariation) {
   ASSERT_TRUE(computed.variation.has_value());
   EXPECT_TRUE(computed.variationComputed);
   // The variation as its box shows it, so that giving it back reproduces the point.
-  const std::string shown = FormatMask(ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, MagModel::WMM2005), "0.0");
+  const std::string shown =
+      FormatMask(ComputeMagVar(45 * kDegToRad, 7 * kDegToRad, 0, {2005, 1, 1}, MagModel::WMM2005), "0.0");
   EXPECT_DOUBLE_EQ(computed.trueTrack, 90 + *computed.variation);
   const PointResult again = ComputePointFromTrack(45, 7, 90, 100, false, &wmm2005, std::stod(shown));
   EXPECT_TRUE(again.point.lat == computed.point.lat && again.point.lon == computed.point.lon);

@@ -40,7 +40,8 @@ TEST(NavigationCli, MagVarModesAndErrors) {
   EXPECT_EQ(RunCli({"--json", "magvar", "--at", "40,-120", "--date", "2006-01-01", "--model", "wmm2005"}).out,
             "{\"variation\": \"14.9E\"}\n");
   // WMM2025 at Anchorage at the end of 2025: 14.2E; a date outside the model's years adds a notice.
-  EXPECT_EQ(RunCli({"magvar", "--at", "61.2,-150", "--date", "2025-12-31", "--model", "wmm2025"}).out, "variation: 14.2E\n");
+  EXPECT_EQ(RunCli({"magvar", "--at", "61.2,-150", "--date", "2025-12-31", "--model", "wmm2025"}).out,
+            "variation: 14.2E\n");
   EXPECT_EQ(RunCli({"magvar", "--at", "51.5,-0.5", "--date", "2004-06-01", "--model", "igrf10"}).out,
             "variation: 2.6W\nnotice: IGRF-10 is valid 2005\u20132010; earlier dates take its 2005.0 field\n");
   // Defaults: IGRF-10, altitude 0; the altitude is in feet; --raw gives the signed value.
@@ -48,13 +49,17 @@ TEST(NavigationCli, MagVarModesAndErrors) {
   const double lat = 51.5 * kDegToRad, lon = -0.5 * kDegToRad;
   EXPECT_DOUBLE_EQ(std::stod(RunCli({"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01"}).out.substr(11)),
                    ComputeMagVar(lat, lon, 0, date, MagModel::IGRF10));
-  const auto high = RunCli({"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01", "--altitude", "65000",
-                         "--model", "wmm2005"});
-  EXPECT_DOUBLE_EQ(std::stod(high.out.substr(11)), ComputeMagVar(lat, lon, 65000 * 0.3048 / 1000, date, MagModel::WMM2005));
+  const auto high = RunCli(
+      {"--raw", "magvar", "--at", "51.5,-0.5", "--date", "2008-03-01", "--altitude", "65000", "--model", "wmm2005"});
+  EXPECT_DOUBLE_EQ(std::stod(high.out.substr(11)),
+                   ComputeMagVar(lat, lon, 65000 * 0.3048 / 1000, date, MagModel::WMM2005));
   EXPECT_EQ(RunCli({"magvar", "--at", "45,7"}).status, 0);  // today by default
-  for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
-           {"magvar", "--at", "89.99,0"}, {"magvar", "--at", "10,20", "--altitude", "high"}, {"magvar", "--at", "10,20", "--altitude", "10.5"},
-           {"magvar", "--at", "10,20", "--model", "wmm2020"}, {"magvar"}}) {
+  for (const std::vector<std::string>& args :
+       std::vector<std::vector<std::string>>{{"magvar", "--at", "89.99,0"},
+                                             {"magvar", "--at", "10,20", "--altitude", "high"},
+                                             {"magvar", "--at", "10,20", "--altitude", "10.5"},
+                                             {"magvar", "--at", "10,20", "--model", "wmm2020"},
+                                             {"magvar"}}) {
     const auto run = RunCli(args);
     EXPECT_EQ(run.status, 2) << args.back();
     EXPECT_EQ(run.out, "");
@@ -69,7 +74,7 @@ TEST(NavigationCli, BatchesAnswerEveryLineInOrderAtFullPrecision) {
       "abc\n"
       "95 0 0 0\n"
       "0 0 0.5 179.7\n"  // nearly antipodal
-      "0 210 0 -150";  // 0..360 longitudes are reduced: one point; no final newline
+      "0 210 0 -150";    // 0..360 longitudes are reduced: one point; no final newline
   const auto sphere = RunCli({"inverse", "--method", "sphere"}, input);
   EXPECT_EQ(sphere.status, 1);
   EXPECT_NE(sphere.err.find("2 line(s)"), std::string::npos) << sphere.err;
@@ -79,7 +84,7 @@ TEST(NavigationCli, BatchesAnswerEveryLineInOrderAtFullPrecision) {
   EXPECT_EQ(lines[3], "error: line 4: LAT1 95 is out of range (-90 to 90)");
   const double pts[][4] = {{0, 0, 10, 100}, {-33.9, 151.2, 51.5, -0.1}};
   for (int i = 0; i < 2; ++i) {
-  EXPECT_EQ(lines[5], "0 ND ND");
+    EXPECT_EQ(lines[5], "0 ND ND");
     const InverseResult want = GreatCircleSphere(pts[i][0], pts[i][1], pts[i][2], pts[i][3]);
     EXPECT_EQ(Numbers(lines[size_t(i)]), (std::vector<double>{want.distance, want.trackIni, want.trackFin}));
   }

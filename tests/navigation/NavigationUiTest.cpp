@@ -242,7 +242,8 @@ TEST_F(NavigationUi, IntersectionNotCalculableAndBothVariationsWritten) {
   EXPECT_EQ(Text(s, "dataR0").toStdString(), IntersectionText(p.lat, false));
   // Magnetic with blank variations: each is computed at its own point and written into its box.
   Click(s, "OptTRK1");
-  const double v1 = TrackMagVar(lat1, lon1, 2005, MagModel::IGRF10), v2 = TrackMagVar(lat2, lon2, 2005, MagModel::IGRF10);
+  const double v1 = TrackMagVar(lat1, lon1, 2005, MagModel::IGRF10),
+               v2 = TrackMagVar(lat2, lon2, 2005, MagModel::IGRF10);
   EXPECT_EQ(Text(s, "InBox7"), QString::number(v1, 'f', 1));
   EXPECT_EQ(Text(s, "InBox15"), QString::number(v2, 'f', 1));
   const GeoPoint m = RadialIntersection(lat1, lon1, Norm360(45 + v1), lat2, lon2, Norm360(270 + v2));

@@ -86,7 +86,8 @@ TEST_F(InternetTest, ReadsAnswersByteForByte) {
   // An error page is an answer like any other; the caller judges its content.
   EXPECT_EQ(Get(base_ + "/error500"), std::make_pair(int16_t(0), std::string("<html>Internal Server Error</html>")));
   // Identifies itself and asks for a fresh copy.
-  EXPECT_EQ(Get(base_ + "/agent").second.rfind("nettest_online/" + VersionText(OwnVersionNumber()) + "|no-cache", 0), 0u);
+  EXPECT_EQ(Get(base_ + "/agent").second.rfind("nettest_online/" + VersionText(OwnVersionNumber()) + "|no-cache", 0),
+            0u);
 }
 
 TEST_F(InternetTest, FailureCodes) {
@@ -94,7 +95,7 @@ TEST_F(InternetTest, FailureCodes) {
       {test::RefusingUrl() + "/x", 1024, 3},  // nobody listening
       {"ftp://127.0.0.1/file.TXT", 1024, 3},
       {"http:///nohost", 1024, 3},
-      {base_ + "/big", 4999, 4},  // declared length above the caller's limit
+      {base_ + "/big", 4999, 4},         // declared length above the caller's limit
       {base_ + "/bigchunked", 4096, 4},  // no declared length: counted while reading
       {base_ + "/bigchunked", 5000, 0},
       {base_ + "/endless", 64 * 1024, 4},

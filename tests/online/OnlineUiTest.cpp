@@ -90,7 +90,9 @@ struct LinksUiTest : OnlineUiTest {
     OnlineUiTest::TearDown();
   }
   void Press(int button) { Click(*screen, QStringLiteral("cmdEditLink%1").arg(button)); }
-  bool Enabled(int button) { return Find<QPushButton>(*screen, QStringLiteral("cmdEditLink%1").arg(button))->isEnabled(); }
+  bool Enabled(int button) {
+    return Find<QPushButton>(*screen, QStringLiteral("cmdEditLink%1").arg(button))->isEnabled();
+  }
   QPoint At(int row) { return list->visualItemRect(list->item(row)).center(); }
   void SelectRow(int row) { QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, At(row)); }
   QString Url(int i) { return QString::fromStdString(App().settings.Links.entries[i].url); }
@@ -210,7 +212,8 @@ TEST_F(UpdateUiTest, AboutBoxCheck) {
     about.show();
     Click(about, "CmdUpdate");
     const QString shown = online ? VerdictText(ServerVersionVerdict::NoUpdate) : "No internet connection";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Text(about, "LblUpdate") == shown; }, 3000)) << Text(about, "LblUpdate").toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Text(about, "LblUpdate") == shown; }, 3000))
+        << Text(about, "LblUpdate").toStdString();
     EXPECT_TRUE(Find<QPushButton>(about, "CmdUpdate")->isEnabled());
     EXPECT_FALSE(about.updateRequested());
   }

@@ -31,7 +31,9 @@ class SelfUpdateTest : public ::testing::Test {
     norvane::testing::SetConnectionState(std::nullopt);
     norvane::testing::SetStallTimeout(std::chrono::seconds(20));
   }
-  void Publish(int16_t v, const std::string& platform = UpdatePlatformTag()) { site_.Publish(v, platform, file_, file_); }
+  void Publish(int16_t v, const std::string& platform = UpdatePlatformTag()) {
+    site_.Publish(v, platform, file_, file_);
+  }
   bool Update() { return DoSelfUpdate(site_.executable); }
 
   test::UpdateSite site_;
@@ -39,8 +41,8 @@ class SelfUpdateTest : public ::testing::Test {
 };
 
 TEST_F(SelfUpdateTest, VersionFile) {
-  const std::pair<std::string, int16_t> rows[] = {{VersionText(kNewer), kNewer}, {"10.01", 0},
-                                                  {std::string(5000, '2'), 0}};  // above the 1 KiB limit
+  const std::pair<std::string, int16_t> rows[] = {
+      {VersionText(kNewer), kNewer}, {"10.01", 0}, {std::string(5000, '2'), 0}};  // above the 1 KiB limit
   for (const auto& [file, version] : rows) {
     site_.version = file;
     EXPECT_EQ(GetServerVersion(), version) << file;
@@ -85,8 +87,10 @@ TEST_F(SelfUpdateTest, InstallsOnlyTheFileAGoodManifestNames) {
       {"file swapped on the server", [&] { site_.Publish(kNewer, tag, swapped, file_); }},
       {"file longer than stated", [&] { site_.Publish(kNewer, tag, file_ + "x", file_); }},
       {"unsigned manifest", [&] { Publish(kNewer), site_.signature.clear(); }},
-      {"signed by someone else", [&] { Publish(kNewer), site_.signature = test::UpdateSite::Sign(site_.manifest, otherSk); }},
-      {"manifest changed after signing", [&] { Publish(kNewer), site_.manifest[site_.manifest.find("version: ") + 9] = '9'; }},
+      {"signed by someone else",
+       [&] { Publish(kNewer), site_.signature = test::UpdateSite::Sign(site_.manifest, otherSk); }},
+      {"manifest changed after signing",
+       [&] { Publish(kNewer), site_.manifest[site_.manifest.find("version: ") + 9] = '9'; }},
       {"file lost on the way", [&] { Publish(kNewer), site_.server.Stop(); }},
       {"offline", [&] { Publish(kNewer), norvane::testing::SetConnectionState(false); }},
   };
@@ -135,8 +139,8 @@ TEST_F(SelfUpdateTest, AutomaticCheckOncePerDay) {
   int recordedBeforeAsking = -1;
   const auto record = [&] { recordedBeforeAsking = previous == "14/03/2025" ? site_.server.Requests() : -1; };
   EXPECT_EQ(AutomaticUpdateCheck(1, previous, "14/03/2025", record), std::optional<int16_t>(kNewer));
-  EXPECT_EQ(recordedBeforeAsking, 0);       // the day is saved before the server is asked
-  EXPECT_EQ(site_.server.Requests(), 3);    // version file, manifest, signature
+  EXPECT_EQ(recordedBeforeAsking, 0);     // the day is saved before the server is asked
+  EXPECT_EQ(site_.server.Requests(), 3);  // version file, manifest, signature
   EXPECT_EQ(AutomaticUpdateCheck(1, previous, "14/03/2025"), std::nullopt);  // second start that day
   EXPECT_EQ(site_.server.Requests(), 3);
   site_.version = VersionText(kOwn);  // the same version: checked (the date is stored), nothing offered

@@ -38,7 +38,8 @@ TEST(UpdateInfo, GoldenTable) {
     }
   }
   for (const auto& r : test::ReadGolden(table, "verdict"))
-    EXPECT_STREQ(VerdictText(JudgeServerVersion(int16_t(std::stoi(r[0])), int16_t(std::stoi(r[1])))), r[2].c_str()) << r.where;
+    EXPECT_STREQ(VerdictText(JudgeServerVersion(int16_t(std::stoi(r[0])), int16_t(std::stoi(r[1])))), r[2].c_str())
+        << r.where;
   for (const auto& r : test::ReadGolden(table, "due"))
     EXPECT_EQ(AutoUpdateCheckDue(int16_t(std::stoi(r[0])), r[1], r[2], r[3] == "yes"), r[4] == "yes") << r.where;
   for (const auto& r : test::ReadGolden(table, "manifest")) {
@@ -71,7 +72,10 @@ TEST(UpdateSignature, AcceptsOnlyTheSignedFileUnderTheRightKey) {
   unsigned char sk[crypto_sign_SECRETKEYBYTES], otherSk[crypto_sign_SECRETKEYBYTES];
   crypto_sign_keypair(pk.data(), sk);
   crypto_sign_keypair(otherPk.data(), otherSk);
-  const std::string file = "\x7f" "ELF new executable\0with nul bytes" + std::string(5000, '\xAA');
+  const std::string file =
+      "\x7f"
+      "ELF new executable\0with nul bytes" +
+      std::string(5000, '\xAA');
   std::string sig(crypto_sign_BYTES, '\0'), badSig;
   crypto_sign_detached(reinterpret_cast<unsigned char*>(sig.data()), nullptr, Bytes(file), file.size(), sk);
   std::string tampered = file;
@@ -87,7 +91,8 @@ TEST(UpdateSignature, AcceptsOnlyTheSignedFileUnderTheRightKey) {
   const fs::path data = fs::path(NORVANE_SOURCE_DIR) / "tests/online/data";
   const std::string check = ReadAll(data / "release-key-check.txt");
   ASSERT_FALSE(check.empty());
-  EXPECT_TRUE(VerifyUpdateSignature(Bytes(check), check.size(), ReadAll(data / "release-key-check.txt.sig"), TrustedUpdateKey()));
+  EXPECT_TRUE(VerifyUpdateSignature(Bytes(check), check.size(), ReadAll(data / "release-key-check.txt.sig"),
+                                    TrustedUpdateKey()));
 }
 
 // scripts/sign-update (OpenSSL, sha256sum) makes manifests that the program (libsodium) accepts.

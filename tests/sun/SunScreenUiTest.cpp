@@ -136,8 +136,8 @@ TEST_F(SunScreenUi, TabReachesEveryControlWhicheverOptionIsChecked) {
     if (order.isEmpty() || order.back() != QApplication::focusWidget()->objectName())
       order << QApplication::focusWidget()->objectName();
   }
-  const QStringList expected{"InBox1", "OptLat1", "InBox2", "InBox3", "OptLng1", "cmdImportInitial",
-                             "DTPicker", "TTOpt1", "LTOff", "TWCombo", "cmdCalculate"};
+  const QStringList expected{"InBox1",   "OptLat1", "InBox2", "InBox3",  "OptLng1",     "cmdImportInitial",
+                             "DTPicker", "TTOpt1",  "LTOff",  "TWCombo", "cmdCalculate"};
   EXPECT_EQ(order.mid(0, expected.size()), expected);
 }
 

@@ -40,7 +40,8 @@ class LocalHttpServer {
   httplib::Server& Routes() { return server_; }
   // Answers GET `path` with *body as it is when the request comes.
   void Serve(const std::string& path, const std::string* body) {
-    server_.Get(path, [body](const httplib::Request&, httplib::Response& res) { res.set_content(*body, "text/plain"); });
+    server_.Get(path,
+                [body](const httplib::Request&, httplib::Response& res) { res.set_content(*body, "text/plain"); });
   }
 
   // Starts listening on a free port of 127.0.0.1; returns "http://127.0.0.1:PORT".
@@ -117,8 +118,10 @@ struct UpdateSite {
     server.Serve("/u/Norvane.manifest", &manifest);
     server.Serve("/u/Norvane.manifest.sig", &signature);  // empty: unsigned
     server.Routes().Get("/u/Norvane.new", [this](const httplib::Request&, httplib::Response& res) {
-      if (drip) server.Drip(res, 5);
-      else res.set_content(served, "application/octet-stream");
+      if (drip)
+        server.Drip(res, 5);
+      else
+        res.set_content(served, "application/octet-stream");
     });
     qputenv(kUpdateUrlVariable, QByteArray::fromStdString(server.Start() + "/u"));
     QFile f(executable);

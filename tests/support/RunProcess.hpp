@@ -49,9 +49,9 @@ inline ProcessResult RunProcess(const std::string& program, const std::vector<st
   const fs::path outFile = dir / (stem + ".out"), errFile = dir / (stem + ".err");
   std::string cmd = ShellQuote(program);
   for (const auto& a : args) cmd += " " + ShellQuote(a);
-  const std::string out = options.stdoutRedirect.empty() ? ShellQuote(outFile.string())
+  const std::string out = options.stdoutRedirect.empty()     ? ShellQuote(outFile.string())
                           : options.stdoutRedirect[0] == '&' ? options.stdoutRedirect
-                                                              : ShellQuote(options.stdoutRedirect);
+                                                             : ShellQuote(options.stdoutRedirect);
   const std::string in = options.stdinFile.empty() ? "/dev/null" : ShellQuote(options.stdinFile);
   cmd += " >" + out + " 2>" + ShellQuote(errFile.string()) + " <" + in;
   const int raw = std::system(cmd.c_str());

@@ -69,8 +69,10 @@ inline void Type(QWidget& w, int i, const QString& text) {
 inline void Click(QWidget& w, const QString& name) {
   auto* b = Find<QAbstractButton>(w, name);
   if (!b) return;
-  if (qobject_cast<QPushButton*>(b)) QTest::mouseClick(b, Qt::LeftButton);
-  else QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(8, b->height() / 2));
+  if (qobject_cast<QPushButton*>(b))
+    QTest::mouseClick(b, Qt::LeftButton);
+  else
+    QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(8, b->height() / 2));
 }
 inline bool Checked(QWidget& w, const QString& name) { return Find<QAbstractButton>(w, name)->isChecked(); }
 

@@ -23,8 +23,8 @@ inline bool RunsUnprivileged() {
   // The build tree may be closed to other users: the copy lives in a folder that nobody may enter.
   const fs::path dir = fs::temp_directory_path() / ("norvane-unprivileged-" + std::to_string(::getpid()));
   fs::create_directories(dir);
-  fs::permissions(dir, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
-                           fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(dir, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec | fs::perms::others_read |
+                           fs::perms::others_exec);
   const fs::path copy = dir / "test";
   fs::copy_file(fs::read_symlink("/proc/self/exe"), copy, fs::copy_options::overwrite_existing);
   const ProcessResult r =

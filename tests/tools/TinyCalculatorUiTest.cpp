@@ -26,9 +26,9 @@ QString ByKeys(QWidget& s, const QStringList& tokens) {
 // Clicks the key pad button of each token, then "=".
 QString ByButtons(QWidget& s, const QStringList& tokens) {
   static const std::map<QString, QString> names = {
-      {"+", "cmdAdd"}, {"-", "cmdSubtract"}, {"*", "cmdMultiply"}, {"/", "cmdDivide"}, {"^", "cmdPower"},
-      {"(", "cmdLeft"}, {")", "cmdRight"}, {".", "cmdSep"}, {"sin(", "cmdSin"}, {"sqrt(", "cmdSqrt"},
-      {"pi", "cmdPi"}, {"%", "cmdPercent"}, {"mem", "cmdMR"}};
+      {"+", "cmdAdd"},  {"-", "cmdSubtract"}, {"*", "cmdMultiply"}, {"/", "cmdDivide"}, {"^", "cmdPower"},
+      {"(", "cmdLeft"}, {")", "cmdRight"},    {".", "cmdSep"},      {"sin(", "cmdSin"}, {"sqrt(", "cmdSqrt"},
+      {"pi", "cmdPi"},  {"%", "cmdPercent"},  {"mem", "cmdMR"}};
   for (const QString& t : tokens) {
     const auto it = names.find(t);
     Click(s, it != names.end() ? it->second : "cmd" + t);
@@ -39,8 +39,8 @@ QString ByButtons(QWidget& s, const QStringList& tokens) {
 
 // Every key of the pad once: it must type what the keyboard types (the values are the model's).
 TEST_F(TinyCalculatorUi, KeysAndButtonsGiveTheSameTexts) {
-  const QStringList tokens{"sin(", "3", "0", ")", "+", "sqrt(", "4", ")", "*", "pi", "-", "2", "^", "2", "/",
-                           "(", "1", ".", "5", "6", "7", "8", "9", ")", "+", "2", "0", "0", "*", "1", "5", "%"};
+  const QStringList tokens{"sin(", "3", "0", ")", "+", "sqrt(", "4", ")", "*", "pi", "-", "2", "^", "2", "/", "(",
+                           "1",    ".", "5", "6", "7", "8",     "9", ")", "+", "2",  "0", "0", "*", "1", "5", "%"};
   TinyCalculatorScreen keys, buttons;
   Show(keys);
   Show(buttons);
@@ -68,7 +68,7 @@ TEST_F(TinyCalculatorUi, MemoryKeysAndIndicator) {
   EXPECT_EQ(Text(s, "lblMemory"), "M");
   Click(s, "cmdMPlus");
   EXPECT_EQ(ByButtons(s, {"mem", "/", "2"}), "42");  // memory 84
-  Click(s, "cmdMMinus");                              // 84 - 42
+  Click(s, "cmdMMinus");                             // 84 - 42
   EXPECT_EQ(ByButtons(s, {"mem"}), "42");
   Click(s, "cmdMC");
   EXPECT_EQ(Text(s, "lblMemory"), "");

@@ -69,8 +69,10 @@ TEST_F(ImportDialogTest, SeveralMatchesFillTheListToChooseFrom) {
     } else {
       QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, p);
       EXPECT_EQ(Text(d, "lblInfo").toStdString(), TypeText(db.Record(First("LAM") + 1)));
-      if (way == 0) Click(d, "cmdSelect");
-      else QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, p);
+      if (way == 0)
+        Click(d, "cmdSelect");
+      else
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, p);
     }
     EXPECT_EQ(d.result(), QDialog::Accepted) << way;
     EXPECT_EQ(d.selectedRecord(), First("LAM") + 1) << way;
@@ -128,8 +130,10 @@ TEST_F(ImportDialogTest, TheDatabaseFileChangingUnderTheProgramBreaksNothing) {
     fs::copy_file(NORVANE_SAMPLE_DB, file, fs::copy_options::overwrite_existing);
     App().settings.DBPath = file.string();
     ASSERT_TRUE(h.checkDatabase(file.string()));
-    if (deleteIt) fs::remove(file);
-    else std::ofstream(file, std::ios::binary | std::ios::trunc) << std::string(100, '\x7f');
+    if (deleteIt)
+      fs::remove(file);
+    else
+      std::ofstream(file, std::ios::binary | std::ios::trunc) << std::string(100, '\x7f');
     const ScreenRegistry none;
     MainMenu menu(none);
     menu.firstTick();

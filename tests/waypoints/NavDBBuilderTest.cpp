@@ -79,7 +79,7 @@ TEST(NavDBBuilder, DuplicatesOfIdentifierAndTypeAtTheSamePlaceAreDropped) {
   b.Add(WaypointType::Intersection, "EDGE", 0.0, 179.985, 0);   // 0.6' west of the first
   b.Add(WaypointType::Intersection, "EDGE", 0.0, -179.97, 0);   // 2.1' east of it: kept
   b.Add(WaypointType::Intersection, "POLE", 90.0, 10.0, 0);
-  b.Add(WaypointType::Intersection, "POLE", 89.99, 10.0, 0);    // 0.6' south, the last row of cells
+  b.Add(WaypointType::Intersection, "POLE", 89.99, 10.0, 0);  // 0.6' south, the last row of cells
   b.Add(WaypointType::Intersection, "TOOLONG", 0.0, 0.0, 0);
   b.Add(WaypointType::Airport, "ABCD", 91.0, 0.0, 0);
   const auto records = b.Build();
@@ -87,7 +87,8 @@ TEST(NavDBBuilder, DuplicatesOfIdentifierAndTypeAtTheSamePlaceAreDropped) {
   const auto abc = Find(records, "ABC");
   ASSERT_EQ(abc.size(), 4u);
   // The first one read is kept, with its frequency.
-  EXPECT_EQ(std::count_if(abc.begin(), abc.end(), [](const WaypointRecord& r) { return RecordFrequency(r) == 11200; }), 0);
+  EXPECT_EQ(std::count_if(abc.begin(), abc.end(), [](const WaypointRecord& r) { return RecordFrequency(r) == 11200; }),
+            0);
   EXPECT_EQ(Find(records, "EDGE").size(), 2u);
   EXPECT_EQ(Find(records, "POLE").size(), 1u);
 }

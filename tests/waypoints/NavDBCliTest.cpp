@@ -21,7 +21,8 @@ TEST(NavDBCli, CommandsAndErrors) {
                                                        {"$DIR", temp.path.string()}};
   const auto expand = [&](std::string s, bool quote) {
     for (const auto& [name, value] : names)
-      for (size_t i; (i = s.find(name)) != std::string::npos;) s.replace(i, name.size(), quote ? ShellQuote(value) : value);
+      for (size_t i; (i = s.find(name)) != std::string::npos;)
+        s.replace(i, name.size(), quote ? ShellQuote(value) : value);
     return s;
   };
   for (const auto& r : ReadGolden("waypoints/data/navdb-cli.txt", "cli")) {

@@ -19,7 +19,8 @@ namespace {
 struct NavDatabaseFiles : ::testing::Test {
   std::string Write(const std::string& name, const std::vector<uint8_t>& bytes) {
     const fs::path p = dir.path / name;
-    std::ofstream(p, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+    std::ofstream(p, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
     return p.string();
   }
   test::TempDir dir;
@@ -42,8 +43,10 @@ std::vector<WaypointRecord> SampleRecords() {
 }
 
 WaypointType TypeNamed(const std::string& name) {
-  return name == "VOR" ? WaypointType::Vor : name == "NDB" ? WaypointType::Ndb
-         : name == "APT" ? WaypointType::Airport : WaypointType::Intersection;
+  return name == "VOR"   ? WaypointType::Vor
+         : name == "NDB" ? WaypointType::Ndb
+         : name == "APT" ? WaypointType::Airport
+                         : WaypointType::Intersection;
 }
 
 }  // namespace
@@ -61,10 +64,12 @@ TEST(NavDatabaseFormat, GoldenTable) {
   for (const auto& r : test::ReadGolden("waypoints/data/navdb.txt", "split")) {
     const AngleParts a = SplitAngle(std::stoll(r[0]), r[1] == "yes");
     EXPECT_EQ((std::array{a.deg, a.min, a.sec, a.tenths}),
-              (std::array{std::stoi(r[2]), std::stoi(r[3]), std::stoi(r[4]), std::stoi(r[5])})) << r.where;
+              (std::array{std::stoi(r[2]), std::stoi(r[3]), std::stoi(r[4]), std::stoi(r[5])}))
+        << r.where;
   }
   for (const auto& r : test::ReadGolden("waypoints/data/navdb.txt", "line")) {
-    const WaypointRecord w = MakeRecord(TypeNamed(r[0]), IdentCode(r[1]), std::stoi(r[2]), std::stoi(r[3]), std::stoi(r[4]));
+    const WaypointRecord w =
+        MakeRecord(TypeNamed(r[0]), IdentCode(r[1]), std::stoi(r[2]), std::stoi(r[3]), std::stoi(r[4]));
     EXPECT_EQ(LatTenths(w), std::stoi(r[2])) << r.where;
     EXPECT_EQ(RecordFrequency(w), std::stoi(r[4])) << r.where;
     EXPECT_EQ(TypeText(w), r[5]) << r.where;
@@ -103,12 +108,16 @@ TEST_F(NavDatabaseFiles, RefusalReasons) {
   std::vector<uint8_t> unsorted = good;  // the first and last records swapped
   for (size_t i = 0; i < 12; ++i) std::swap(unsorted[13 * 12 + i], unsorted[17 * 12 + i]);
 
-  struct Row { std::string path; NavDBStatus status; bool headerOk = false; };
+  struct Row {
+    std::string path;
+    NavDBStatus status;
+    bool headerOk = false;
+  };
   const Row rows[] = {
       {"", NavDBStatus::NoPath},
       {(dir.path / "missing.dat").string(), NavDBStatus::NotFound},
       {Write("good.txt", good), NavDBStatus::NotDatExtension},
-      {Write("thirteen.dat", thirteen), NavDBStatus::NoRecords},  // N = 0
+      {Write("thirteen.dat", thirteen), NavDBStatus::NoRecords},                      // N = 0
       {Write("ragged.dat", changed(0, 0, good.size() + 5)), NavDBStatus::BadLength},  // not a multiple of 12
       {Write("count.dat", changed(1, 6)), NavDBStatus::CountMismatch},
       {Write("extra.dat", changed(0, 0, good.size() + 12)), NavDBStatus::CountMismatch},  // a record more
@@ -147,15 +156,20 @@ TEST_F(NavDatabaseFiles, FileChangingUnderTheReader) {
   const std::string path = Write("live.dat", good);
   NavDatabase db;
   db.SetDBPath(path);
-  struct Row { std::vector<uint8_t> bytes; NavDBStatus status; };
+  struct Row {
+    std::vector<uint8_t> bytes;
+    NavDBStatus status;
+  };
   const Row rows[] = {{{good.begin(), good.end() - 12}, NavDBStatus::CountMismatch},  // one record shorter
                       {{good.begin(), good.begin() + 100}, NavDBStatus::BadLength},
                       {{}, NavDBStatus::NotFound}};
   for (const Row& r : rows) {
     Write("live.dat", good);
     ASSERT_TRUE(db.CheckNavDB());
-    if (r.bytes.empty()) fs::remove(path);
-    else Write("live.dat", r.bytes);
+    if (r.bytes.empty())
+      fs::remove(path);
+    else
+      Write("live.dat", r.bytes);
     EXPECT_FALSE(db.LoadNavDB());
     EXPECT_EQ(db.Status(), r.status);
     EXPECT_EQ(db.FindIdent("ZULU").first, 0);
@@ -166,7 +180,8 @@ TEST_F(NavDatabaseFiles, FileChangingUnderTheReader) {
   Write("live.dat", good);
   ASSERT_TRUE(db.CheckNavDB());
   std::vector<WaypointRecord> larger = first;
-  for (int i = 0; i < 50; ++i) larger.push_back(MakeRecord(WaypointType::Ndb, IdentCode("Z" + std::to_string(i)), i, i, 415));
+  for (int i = 0; i < 50; ++i)
+    larger.push_back(MakeRecord(WaypointType::Ndb, IdentCode("Z" + std::to_string(i)), i, i, 415));
   SortRecords(larger);
   ASSERT_EQ(WriteFileAtomically(path, SerializeNavDB(larger, 2)), "");
   EXPECT_FALSE(fs::exists(path + ".tmp"));

@@ -21,7 +21,9 @@ TEST(WeatherCli, PrintsWhatTheScreenShows) {
   const std::string year = std::to_string(QDate::currentDate().year());
   const std::string metar = year + "/03/14 09:50\nEGLL 140950Z 24012KT\n";
   const std::string taf = year + "/03/14 11:02\nTAF EGLL 141058Z 1412/1518 24012KT \n  TEMPO 1412/1418 BKN014\n";
-  const std::string evil = year + "/03/14 09:50\x1b]0;owned\x07\nEDDM M\xfcnchen \x1b[2J\x9b" "31m\r\n";
+  const std::string evil = year +
+                           "/03/14 09:50\x1b]0;owned\x07\nEDDM M\xfcnchen \x1b[2J\x9b"
+                           "31m\r\n";
   test::LocalHttpServer server;
   server.Serve("/data/observations/metar/stations/EGLL.TXT", &metar);
   server.Serve("/data/forecasts/taf/stations/EGLL.TXT", &taf);

@@ -26,10 +26,11 @@ struct WeatherUiTest : UiFixture {
     norvane::testing::SetStallTimeout(std::chrono::milliseconds(300));
     server.Serve("/data/observations/metar/stations/EGLL.TXT", &metar);
     server.Serve("/data/forecasts/taf/stations/EGLL.TXT", &taf);
-    server.Routes().Get("/data/observations/metar/stations/KJFK.TXT", [this](const httplib::Request&, httplib::Response& res) {
-      server.Stall();
-      res.set_content("late", "text/plain");
-    });
+    server.Routes().Get("/data/observations/metar/stations/KJFK.TXT",
+                        [this](const httplib::Request&, httplib::Response& res) {
+                          server.Stall();
+                          res.set_content("late", "text/plain");
+                        });
     qputenv(kWeatherUrlVariable, QByteArray::fromStdString(server.Start() + "/data"));
     screen = new WeatherScreen;
     screen->show();
@@ -145,8 +146,10 @@ TEST_F(WeatherUiTest, ButtonWaitsWhileTheRequestRunsAndTheWindowStaysUsable) {
     EXPECT_EQ(Colour(), Colours().validText);
     QTest::qWait(50);
     if (way == 2) break;
-    if (way == 0) QTest::keyClick(code, Qt::Key_Backspace), QTest::keyClicks(code, "K");
-    else QTest::mouseClick(cancel, Qt::LeftButton);
+    if (way == 0)
+      QTest::keyClick(code, Qt::Key_Backspace), QTest::keyClicks(code, "K");
+    else
+      QTest::mouseClick(cancel, Qt::LeftButton);
     EXPECT_FALSE(screen->busy()) << way;
     EXPECT_TRUE(get->isEnabled()) << way;
     EXPECT_TRUE(text->toPlainText().isEmpty()) << way;

@@ -56,7 +56,8 @@ void CheckRun(std::string_view input, int columns, bool inverse) {
   size_t outSize = 0;
   std::FILE* out = open_memstream(&outText, &outSize);
   Require(in && out);
-  const long failed = inverse ? RunInverseBatch(in, out, InverseMethod::Wgs84) : RunDirectBatch(in, out, DirectMethod::Wgs84);
+  const long failed =
+      inverse ? RunInverseBatch(in, out, InverseMethod::Wgs84) : RunDirectBatch(in, out, DirectMethod::Wgs84);
   std::fclose(in);
   std::fclose(out);
   const std::string_view output(outText, outSize);

@@ -23,9 +23,12 @@ bool PlainDecimal(std::string_view s) {
   if (!s.empty() && (s[0] == '+' || s[0] == '-')) s.remove_prefix(1);
   int points = 0, digits = 0;
   for (char c : s) {
-    if (c == '.') ++points;
-    else if (c >= '0' && c <= '9') ++digits;
-    else return false;
+    if (c == '.')
+      ++points;
+    else if (c >= '0' && c <= '9')
+      ++digits;
+    else
+      return false;
   }
   return points <= 1 && digits >= 1;
 }

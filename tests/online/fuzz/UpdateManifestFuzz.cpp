@@ -19,8 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::optional<UpdateManifest> m = ParseUpdateManifest(text);
   if (m) {
     Require(m->version >= 1 && m->size >= 1 && m->size <= kExecutableLimit);
-    Require(!m->platform.empty() && m->platform.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-_") ==
-                                        std::string::npos);
+    Require(!m->platform.empty() &&
+            m->platform.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-_") == std::string::npos);
     Require(JudgeManifest(m, m->version, m->platform) == ManifestVerdict::NotNewer);
     Require(JudgeManifest(m, static_cast<int16_t>(m->version - 1), m->platform) == ManifestVerdict::Install);
   }
