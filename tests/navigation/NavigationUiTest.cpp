@@ -143,8 +143,6 @@ TEST_F(NavigationUi, TracksImportCalculateUnitsAndMagneticSettings) {
   const MagSettings wmm2008{2008, MagModel::WMM2005};
   const TracksResult m = ComputeTracks(kEgllLat, kEgllLon, lat2, lon2, &wmm2008);
   EXPECT_EQ(Texts(s, "DataR", 9), shown(m, DistanceUnit::Km));
-  EXPECT_EQ(Text(s, "DataR1").toStdString(),
-            TrackText(Norm360(t.tracks[0][0] - TrackMagVar(kEgllLat, kEgllLon, 2008, MagModel::WMM2005))));
   Type(s, 2, "1");  // typing clears every result
   EXPECT_EQ(Texts(s, "DataR", 9), std::vector<std::string>(9));
 }
@@ -201,8 +199,6 @@ TEST_F(NavigationUi, PointMagneticVariationAndUnitRange) {
   App().settings.DefMVYear = 2028;
   Click(s, "OptDist1");  // km: the distance is converted, the point recomputed with the variation in the box
   EXPECT_EQ(Text(s, "InBox7"), "185.2");
-  EXPECT_EQ(Box(s, 7)->toolTip(), "Distance from origin (up to 10000 km)");
-  EXPECT_EQ(Box(s, 2)->toolTip(), "Origin latitude seconds (0 to 59.99)");
   const PointResult k = ComputePointFromTrack(kEgllLat, kEgllLon, 90, 100, false, &igrf2005, -2.6);
   EXPECT_EQ(Text(s, "dataR1").toStdString(), FormatLatLong(k.point.lon, true));
   EXPECT_EQ(Text(s, "lblModel"), "(IGRF-14, 2028)");
