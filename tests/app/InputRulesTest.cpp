@@ -32,21 +32,11 @@ TEST(InputRules, FilterKeyModesLengthsAndSeparators) {
 
 // A "-" over a selected "-2.6" was refused (-3 became +3); pasted "egll" stayed lower case.
 TEST(InputRules, KeysReplaceTheSelectionAndPastedTextIsFilteredAsTyped) {
-  struct Row {
-    std::u16string text;
-    int caret, selection, maxLength;
-    std::u16string typed;
-    KeyMode mode;
-    std::u16string kept;
-  };
-  const Row rows[] = {
-      {u"-0.4", 0, 4, 6, u"-", KeyMode::SignedReal, u"-"},        {u"-2.6", 0, 2, 6, u"-3", KeyMode::SignedInt, u"-3"},
-      {u"2.6", 1, 2, 6, u".", KeyMode::UnsignedReal, u"."},       {u"12", 2, 0, 6, u"-5", KeyMode::SignedReal, u"5"},
-      {u"", 0, 0, 4, u" egll\n", KeyMode::Letters, u"EGLL"},      {u"", 0, 0, 4, u"EGLL2", KeyMode::Letters, u"EGLL"},
-      {u"", 0, 0, 6, u"1,234.5", KeyMode::SignedReal, u"1.2345"}, {u"45", 0, 2, 2, u"123", KeyMode::UnsignedInt, u"12"},
-  };
-  for (const Row& r : rows)
-    EXPECT_EQ(FilterText(Box(r.text, r.maxLength, r.caret, r.selection), r.typed, r.mode, true, u'.'), r.kept);
+  const auto wide = [](const std::string& s) { return std::u16string(s.begin(), s.end()); };
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "paste")) {
+    const BoxState box = Box(wide(r[0]), int(r.Num(1)), int(r.Num(2)), int(r.Num(3)));
+    EXPECT_EQ(FilterText(box, wide(r[4]), KeyMode(r.Num(5)), true, u'.'), wide(r[6])) << r.where;
+  }
 }
 
 TEST(InputRules, ValidatorsFollowTheTextRules) {

@@ -9,16 +9,6 @@
 
 using namespace norvane;
 
-TEST(StandardAtmosphere, LayerOfAltitude) {
-  struct Row {
-    double H;
-    int layer;
-  };
-  const Row rows[] = {{-500, 0},  {10999.99, 0}, {11000, 1}, {20000, 2},   {32000, 3}, {46999, 3},
-                      {47000, 4}, {51000, 5},    {71000, 6}, {84851.9, 6}, {84852, 7}, {1e9, 7}};
-  for (const Row& r : rows) EXPECT_EQ(GetAtmosphereLayer(r.H), r.layer) << r.H;
-}
-
 TEST(StandardAtmosphere, LayerArgumentIsResolvedAndWrittenBack) {
   int16_t layer = kLayerUnknown;
   GetPressureRatio(11000, layer);
@@ -54,6 +44,10 @@ std::vector<test::GoldenRow> Rows(const char* kind) {
   return test::ReadGolden("atmosphere/data/standard-atmosphere.txt", kind);
 }
 }  // namespace
+
+TEST(StandardAtmosphere, LayerOfAltitude) {
+  for (const test::GoldenRow& r : Rows("layer")) EXPECT_EQ(GetAtmosphereLayer(r.Num(0)), r.Num(1)) << r.where;
+}
 
 TEST(StandardAtmosphere, MatchesPublishedTables) {
   for (const test::GoldenRow& r : Rows("us1976")) {
@@ -127,16 +121,10 @@ TEST(StandardAtmosphere, PressureAndDensityAltitudeInvertTheModel) {
 }
 
 TEST(StandardAtmosphere, ChangeoverAltitude) {
-  struct Row {
-    double cas, M, ft, tol;
-  };
-  const Row rows[] = {
-      {300, 0.78, 29314.13, 0.05},                                     // independent bisection on ISA pressure
-      {250, 0.50, 15351.13, 0.05},   {250, 0.78, 37426.45, 0.05},      // above the tropopause, isothermal branch
-      {280, 0.82, 34919.68, 0.05},   {400, 0.50, kChangeoverNone, 0},  // Mach 0.5 reached below sea level
-      {0, 0.78, kChangeoverNone, 0}, {250, 0, kChangeoverNone, 0},    {50, 3.00, kChangeoverAbove, 0},  // above 20000 m
-      {kA0Kt, 1.0, 0, 1e-6},  // CAS = a0 is Mach 1 at sea level
-  };
-  for (const Row& r : rows) EXPECT_NEAR(ChangeoverAltitudeFt(r.cas, r.M), r.ft, r.tol) << r.cas << " " << r.M;
+  for (const test::GoldenRow& r : Rows("changeover")) {
+    const double ft = r[2] == "none" ? kChangeoverNone : r[2] == "above" ? kChangeoverAbove : r.Num(2);
+    EXPECT_NEAR(ChangeoverAltitudeFt(r.Num(0), r.Num(1)), ft, r.Num(3)) << r.where;
+  }
+  EXPECT_NEAR(ChangeoverAltitudeFt(kA0Kt, 1.0), 0, 1e-6);  // CAS = a0 is Mach 1 at sea level
   EXPECT_EQ(ChangeoverAltitudeFt(std::nan(""), 0.8), 0);
 }

@@ -122,33 +122,14 @@ TEST(GeoMag, Igrf14AgreesWithGeographicLibAndWithWmm2025) {
   std::printf("IGRF-14 mid-2026: vs GeographicLib %.2g deg; vs WMM2025 (|lat| <= 60) %.3f deg\n", maxRef, maxWmm);
 }
 
-TEST(GeoMag, ValidityNotice) {
-  // Inside the five years (the end day included) no notice; outside, the model says so.
-  const struct {
-    MagModel model;
-    CalendarDate date;
-    const char* notice;
-  } rows[] = {
-      {MagModel::WMM2005, {2009, 12, 31}, ""},
-      {MagModel::IGRF14, {2030, 1, 1}, ""},
-      {MagModel::WMM2005, {2010, 1, 2}, "WMM2005 is valid 2005\u20132010; WMM2025 gives today's variation"},
-      {MagModel::WMM2025,
-       {2031, 1, 1},
-       "WMM2025 is valid 2025\u20132030; later dates extrapolate its secular variation"},
-      {MagModel::IGRF14, {2024, 12, 31}, "IGRF-14 is valid 2025\u20132030; earlier dates take its 2025.0 field"},
+TEST(GeoMag, ValidityNoticeAndDateRules) {
+  const auto date = [](const test::GoldenRow& r, size_t i) {
+    return CalendarDate{int(r.Num(i)), int(r.Num(i + 1)), int(r.Num(i + 2))};
   };
-  for (const auto& r : rows) EXPECT_EQ(MagValidityNotice(r.model, r.date), r.notice);
-}
-
-TEST(GeoMag, DateRules) {
-  struct Row {
-    CalendarDate date;
-    long days;
-  } rows[] = {
-      {{2005, 1, 1}, 0},    {{2006, 1, 1}, 365},   {{2009, 3, 1}, 1520},
-      {{2004, 12, 31}, -1}, {{2000, 1, 1}, -1827}, {{2010, 1, 1}, 1826},
-  };
-  for (const auto& r : rows) EXPECT_EQ(DaysSince2005(r.date), r.days) << r.date.year << "-" << r.date.month;
+  for (const test::GoldenRow& r : test::ReadGolden("navigation/data/magnetic.txt", "notice"))
+    EXPECT_EQ(MagValidityNotice(MagModel(r.Num(0)), date(r, 1)), r[4]) << r.where;
+  for (const test::GoldenRow& r : test::ReadGolden("navigation/data/magnetic.txt", "days"))
+    EXPECT_EQ(DaysSince2005(date(r, 0)), r.Num(3)) << r.where;
 
   // Before the epoch the epoch coefficients are used, whatever the date.
   const double lat = 48 * kDegToRad, lon = 11 * kDegToRad;
@@ -202,8 +183,6 @@ TEST(GeoMag, NearThePoleAndAltitude) {
 }
 
 TEST(GeoMag, VariationText) {
-  EXPECT_EQ(MagVarText(0), "0.0E");
-  EXPECT_EQ(MagVarText(-0.04), "0.0E");
-  EXPECT_EQ(MagVarText(-140.5), "140.5W");
-  EXPECT_EQ(MagVarText(9.96), "10.0E");
+  for (const test::GoldenRow& r : test::ReadGolden("navigation/data/magnetic.txt", "text"))
+    EXPECT_EQ(MagVarText(r.Num(0)), r[1]) << r.where;
 }

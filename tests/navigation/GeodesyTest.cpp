@@ -49,6 +49,8 @@ TEST(Geodesy, InverseDirectAndTextTables) {
     EXPECT_EQ(FormatLatLong(r.Num(0), r[1] == "lon"), r[2]) << r.where;
   for (const GoldenRow& r : ReadGolden(kTable, "significant"))
     EXPECT_EQ(FormatSignificant(r.Num(0), 4, 3), r[1]) << r.where;
+  for (const GoldenRow& r : ReadGolden(kTable, "track")) EXPECT_EQ(TrackText(Value(r, 0)), r[1]) << r.where;
+  for (const GoldenRow& r : ReadGolden(kTable, "distance")) EXPECT_EQ(DistanceText(Value(r, 0)), r[1]) << r.where;
 }
 
 TEST(RhumbLine, NearPoleAndSeriesFormsAreContinuous) {
@@ -79,20 +81,13 @@ TEST(DirectWGS84, EndsForInputsThatStressTheIteration) {
   // Points that stress Vincenty's direct loop: from the poles, along the equator (cos^2 alpha =
   // 1 with sigma1 = 0), nearly a full turn, many turns, and distances so large that sigma cannot
   // be resolved to 1e-12 and only the round bound ends the loop.
-  struct Row {
-    double lat1, lon1, track, dist;
-  } rows[] = {
-      {90, 0, 0, 5400},     {-90, 0, 180, 5400},   {0, 0, 90, 10800},   {0, 0, 90, 21600},
-      {0, 0, 0, 10790},     {0.1, 0, 89.9, 10799}, {45, 0, 45, 64800},  {30, 10, 33, 1e7},
-      {-60, 10, 250, 1e12}, {10, 20, 45, 1e15},    {89.9999, 0, 90, 0}, {0, 0, 90, 1e-9},
-  };
-  for (const auto& r : rows) {
-    SCOPED_TRACE(testing::Message() << r.lat1 << " " << r.lon1 << " " << r.track << " " << r.dist);
-    const GeoPoint p = DirectWGS84(r.lat1, r.lon1, r.track, r.dist);
+  for (const GoldenRow& r : ReadGolden(kTable, "stress")) {
+    SCOPED_TRACE(r.where);
+    const GeoPoint p = DirectWGS84(r.Num(0), r.Num(1), r.Num(2), r.Num(3));
     EXPECT_TRUE(std::isfinite(p.lat) && std::isfinite(p.lon));
     EXPECT_LE(std::fabs(p.lat), 90);
     // The longitude is brought back by one turn only, enough for a few times round the earth.
-    if (r.dist <= 64800) {
+    if (r.Num(3) <= 64800) {
       EXPECT_LE(std::fabs(p.lon), 180);
     }
   }
@@ -108,34 +103,12 @@ TEST(DirectWGS84, EndsForInputsThatStressTheIteration) {
 }
 
 TEST(ParseCoordinate, DecimalAndHemisphereForms) {
-  const double egll = 51 + 28 / 60.0 + 39 / 3600.0, nan = std::nan("");
-  const std::tuple<std::string, bool, double> rows[] = {{"N51 28 39", 0, egll},
-                                                        {"51 28 39.5N", 0, egll + 0.5 / 3600},
-                                                        {"51\xC2\xB0"
-                                                         "28'39\"N",
-                                                         0, egll},
-                                                        {"N51 60", 0, nan},
-                                                        {"N51.5 30", 0, nan},
-                                                        {"E51", 0, nan},
-                                                        {"51 28", 0, nan},
-                                                        {"+-5", 0, nan},
-                                                        {"-0.4613", 1, -0.4613},
-                                                        {"W000 27 41", 1, -(27 / 60.0 + 41 / 3600.0)},
-                                                        {FormatLatLong(-73.984, true), 1, -73.984}};  // reads back
-  for (const auto& [text, isLon, v] : rows) {
-    const auto got = ParseCoordinate(text, isLon);
-    EXPECT_EQ(got.has_value(), !std::isnan(v)) << text;
+  for (const GoldenRow& r : ReadGolden(kTable, "parse")) {
+    const auto got = ParseCoordinate(r[0], r[1] == "lon");
+    EXPECT_EQ(got.has_value(), r[2] != "none") << r.where;
     if (got) {
-      EXPECT_NEAR(*got, v, 1e-9) << text;
+      EXPECT_NEAR(*got, r.Num(2), 1e-9) << r.where;
     }
   }
-}
-
-TEST(ResultTexts, TracksAndDistances) {
-  EXPECT_EQ(TrackText(U), "ND");
-  EXPECT_EQ(TrackText(5.04), "005.0");
-  EXPECT_EQ(TrackText(359.96), "360.0");
-  EXPECT_EQ(DistanceText(U), "ND");
-  EXPECT_EQ(DistanceText(0), "0");
-  EXPECT_EQ(DistanceText(5990.79), "5991");
+  EXPECT_NEAR(ParseCoordinate(FormatLatLong(-73.984, true), true).value_or(0), -73.984, 1e-9);  // reads back
 }

@@ -11,15 +11,10 @@ namespace norvane {
 namespace {
 
 TEST(SunTimes, JulianDayAtMidnightMatchesMeeus) {
-  // 2024-02-29: January and February count as months 13 and 14 of the year before.
-  struct Row {
-    int16_t d, m, y;
-    double jd;
-  } rows[] = {
-      {1, 1, 2000, 2451544.5}, {4, 10, 1957, 2436115.5}, {27, 1, 1987, 2446822.5}, {19, 6, 1988, 2447331.5},
-      {1, 1, 1900, 2415020.5}, {21, 3, 2009, 2454911.5}, {29, 2, 2024, 2460369.5}, {31, 12, 2100, 2488433.5},
-  };
-  for (const Row& r : rows) EXPECT_DOUBLE_EQ(GetJulianDay(r.d, r.m, r.y), r.jd) << r.y << "-" << r.m << "-" << r.d;
+  for (const test::GoldenRow& r : test::ReadGolden("sun/data/calendar.txt", "jd")) {
+    const auto n = [&r](size_t i) { return int16_t(r.Num(i)); };
+    EXPECT_DOUBLE_EQ(GetJulianDay(n(2), n(1), n(0)), r.Num(3)) << r.where;
+  }
 }
 
 TEST(SunTimes, SunPositionMatchesMeeusLowAccuracyExamples) {
@@ -31,15 +26,8 @@ TEST(SunTimes, SunPositionMatchesMeeusLowAccuracyExamples) {
 }
 
 TEST(SunTimes, FormatMinutesRoundsHalvesToEvenAndWrapsTheDay) {
-  struct Row {
-    double minutes;
-    const char* text;
-  } rows[] = {
-      {0, "00:00"},      {61.5, "01:02"},   {62.5, "01:02"},                       // halves to even
-      {1438.5, "23:58"}, {1439.4, "23:59"}, {1439.5, "00:00"}, {2880.2, "00:00"},  // rounds to 1440
-      {1500, "01:00"},   {-10, "23:50"},  // a local-time shift may leave an event just before 00:00
-  };
-  for (const Row& r : rows) EXPECT_EQ(FormatMinutes(r.minutes), r.text) << r.minutes;
+  for (const test::GoldenRow& r : test::ReadGolden("sun/data/calendar.txt", "minutes"))
+    EXPECT_EQ(FormatMinutes(r.Num(0)), r[1]) << r.where;
 }
 
 TEST(SunTimes, ScreenResultsForKnownPlacesAndDates) {

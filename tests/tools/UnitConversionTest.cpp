@@ -22,28 +22,6 @@ TEST(UnitConversion, ConvertsAndShowsTheResult) {
   }
 }
 
-TEST(UnitConversion, ResultTextKeepsSevenSignificantDigits) {
-  struct Row {
-    double v;
-    const char* text;
-  } rows[] = {
-      {0, "0"},
-      {1234.5678, "1234.568"},
-      {1234567.8, "1234568"},
-      {123456.7, "123456.7"},
-      {99999999.4, "99999999"},
-      {-0.5, "-0.5"},  // Int(-0.5) is -1: two characters, one decimal fewer
-      {-1234.5678, "-1234.57"},
-      {0.0001, "0.0001"},
-      {9.95e-5, "0.0001"},
-      {9.94e-5, "9.94 E-5"},  // lower edge of the fixed form
-      {99999999.5, "1.00 E+8"},
-      {123456789, "1.23 E+8"},  // upper edge
-      {1e-20, "1.00 E-20"},
-  };
-  for (const Row& r : rows) EXPECT_EQ(FormatConversionResult(r.v), r.text) << r.v;
-}
-
 TEST(UnitConversion, NamesAreFoundExactlyThenIgnoringCase) {
   EXPECT_EQ(FindUnitType("length-distance"), 6);
   EXPECT_EQ(FindUnit(6, "NM"), 3);
@@ -56,28 +34,13 @@ TEST(UnitConversion, NamesAreFoundExactlyThenIgnoringCase) {
 }
 
 TEST(DegreeConversion, ShowsTheTwoFormsThatAreNotTheInput) {
-  struct Row {
-    DegreeFormat format;
-    double deg;
-    std::optional<double> min, sec;
-    const char *first, *second;
-  } rows[] = {
-      {DegreeFormat::DM, 45, 30, {}, "45.50000000", "45 30 0.0000"},
-      {DegreeFormat::D, 45.5, {}, {}, "45 30.000000", "45 30 0.0000"},
-      {DegreeFormat::DMS, 10, 20, 30.5, "10.34180556", "10 20.508333"},
-      {DegreeFormat::DMS, 180, 59, 59.99, "180.99999722", "180 59.999833"},
-      {DegreeFormat::DM, 45, {}, {}, "45.00000000", "45 0 0.0000"},   // empty minutes add nothing
-      {DegreeFormat::DMS, 45, {}, 36, "45.01000000", "45 0.600000"},  // empty minutes, seconds kept
-      {DegreeFormat::D, 45, 30, 30, "45 0.000000", "45 0 0.0000"},    // hidden boxes are not read
-      // 7 + 1/60 is 7.01666...66 in binary; the seconds came out 59.9999999999998 and read
-      // "7 0 60.0000" before the carry.
-      {DegreeFormat::DM, 7, 1, {}, "7.01666667", "7 1 0.0000"},
-      {DegreeFormat::D, 45.99999999999, {}, {}, "46 0.000000", "46 0 0.0000"},
+  const auto box = [](const test::GoldenRow& r, size_t i) {
+    return r[i] == "-" ? std::nullopt : std::optional<double>(r.Num(i));
   };
-  for (const Row& r : rows) {
-    const DegreeTexts t = ConvertDegrees(r.format, DegreesTotal(r.format, r.deg, r.min, r.sec));
-    EXPECT_EQ(t.first, r.first) << r.deg;
-    EXPECT_EQ(t.second, r.second) << r.deg;
+  for (const test::GoldenRow& r : test::ReadGolden("tools/data/degrees.txt")) {
+    const DegreeFormat format = r[0] == "D" ? DegreeFormat::D : r[0] == "DM" ? DegreeFormat::DM : DegreeFormat::DMS;
+    const DegreeTexts t = ConvertDegrees(format, DegreesTotal(format, r.Num(1), box(r, 2), box(r, 3)));
+    EXPECT_EQ(std::pair(t.first, t.second), std::pair(r[4], r[5])) << r.where;
   }
 }
 
