@@ -15,18 +15,10 @@ TEST(TextFormat, MasksAndFixedDecimalsFromTheTable) {
     EXPECT_EQ(FormatFixed(r.Num(0), int(r.Num(1))), r[2]) << r.where;
 }
 
-TEST(TextFormat, SignedTextAndInt16Rounding) {
-  EXPECT_EQ(SignedText(5), "+5");
-  EXPECT_EQ(SignedText(0), "0");
-  EXPECT_EQ(SignedText(-5), "-5");
-
-  EXPECT_EQ(RoundToInt16(2.5), 2);  // halves to even
-  EXPECT_EQ(RoundToInt16(3.5), 4);
-  EXPECT_EQ(RoundToInt16(-2.5), -2);
-  EXPECT_EQ(RoundToInt16(-0.4), 0);
-  EXPECT_EQ(RoundToInt16(1e9), 32767);
-  EXPECT_EQ(RoundToInt16(-1e9), -32768);
-
-  EXPECT_EQ(FormatRaw(0.1), "0.10000000000000001");
-  EXPECT_EQ(FormatRaw(10800), "10800");
+TEST(TextFormat, SignedTextInt16RoundingAndRawFromTheTable) {
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "signed"))
+    EXPECT_EQ(SignedText(int(r.Num(0))), r[1]) << r.where;
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "int16"))
+    EXPECT_EQ(RoundToInt16(r.Num(0)), r.Num(1)) << r.where;
+  for (const GoldenRow& r : ReadGolden("app/data/text.txt", "raw")) EXPECT_EQ(FormatRaw(r.Num(0)), r[1]) << r.where;
 }
