@@ -107,22 +107,6 @@ TEST_F(UiFixture, TypingValidatesLiveArmsCalculateAndClears) {
   EXPECT_FALSE(CanCalculate(s));
 }
 
-TEST_F(UiFixture, EnterMovesFocusAndNeverComputesEscCloses) {
-  TestScreen s;
-  Show(s);
-  QApplication::setActiveWindow(&s);
-  Box(s, 0)->setFocus();
-  QTest::keyClick(Box(s, 0), Qt::Key_Return);
-  EXPECT_TRUE(Box(s, 1)->hasFocus());
-  EXPECT_EQ(Box(s, 1)->selectedText(), Box(s, 1)->text());
-  EXPECT_EQ(s.calculations, 0);
-  bool unloaded = false;
-  QObject::connect(&s, &CalculatorScreen::unloaded, [&] { unloaded = true; });
-  QTest::keyClick(&s, Qt::Key_Escape);
-  EXPECT_TRUE(unloaded);
-  EXPECT_FALSE(s.isVisible());
-}
-
 TEST_F(MenuUi, KeyboardWrapsAndOneScreenAtATime) {
   MainMenu menu(registry);
   menu.timer()->stop();
@@ -309,7 +293,8 @@ TEST_F(MenuUi, TheProgramRefusesASecondInstanceAndWritesScreenshots) {
   EXPECT_EQ(ReadWhole(App().settingsFile()), mine);
 }
 
-TEST_F(UiFixture, FocusedButtonsTakeEnterAndSpaceAndInvalidBoxesSayWhy) {
+// Enter moves from box to box and never computes; a focused button takes Enter and Space; Esc closes.
+TEST_F(UiFixture, FocusedButtonsTakeEnterAndSpaceEscClosesAndInvalidBoxesSayWhy) {
   TestScreen s;
   test::Show(s);
   QApplication::setActiveWindow(&s);
@@ -320,9 +305,11 @@ TEST_F(UiFixture, FocusedButtonsTakeEnterAndSpaceAndInvalidBoxesSayWhy) {
   QTest::keyClick(test::Box(s, 0), Qt::Key_Backspace);
   EXPECT_FALSE(hint->isVisible());
   QTest::keyClick(test::Box(s, 0), Qt::Key_Return);
+  EXPECT_TRUE(test::Box(s, 1)->hasFocus());
   QTest::keyClick(test::Box(s, 1), Qt::Key_Return);
   auto* calc = test::Find<QPushButton>(s, "cmdCalculate");
   ASSERT_TRUE(calc->hasFocus());
+  EXPECT_EQ(s.calculations, 0);
   EXPECT_EQ(calc->palette().color(QPalette::Button), Colours().focusedCalculate);
   QTest::keyClick(calc, Qt::Key_Return);
   EXPECT_EQ(s.calculations, 1);
@@ -332,6 +319,11 @@ TEST_F(UiFixture, FocusedButtonsTakeEnterAndSpaceAndInvalidBoxesSayWhy) {
   QTest::keyClick(calc, Qt::Key_Tab);
   EXPECT_EQ(calc->palette().color(QPalette::Button), Colours().calculateArmed);
   EXPECT_EQ(test::Find<QPushButton>(s, "cmdClose")->palette().color(QPalette::Button), Colours().focusedButton);
+  bool unloaded = false;
+  QObject::connect(&s, &CalculatorScreen::unloaded, [&] { unloaded = true; });
+  QTest::keyClick(&s, Qt::Key_Escape);
+  EXPECT_TRUE(unloaded);
+  EXPECT_FALSE(s.isVisible());
 }
 
 TEST_F(MenuUi, MenuKeyboardFromTheStartAndScreensKeepTheirInputs) {
