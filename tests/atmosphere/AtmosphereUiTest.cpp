@@ -72,12 +72,9 @@ TEST_F(AtmosphereUi, AtmosphereDataRangeFollowsKindAndUnitWithoutConverting) {
     for (bool geopotential : {false, true}) {
       Click(s, geopotential ? "OptAlt1" : "OptAlt0");
       Click(s, feet ? "OptAltUnits1" : "OptAltUnits0");
-      const Quantity range = AtmosphereAltitude(feet, geopotential);
-      for (auto [v, valid] :
-           {std::pair{range.max, true}, {range.max + 1, false}, {range.min, true}, {range.min - 1, false}}) {
-        Type(s, 0, QString::number(v));
-        EXPECT_EQ(CanCalculate(s), valid) << feet << geopotential << " " << v;
-      }
+      const Quantity range = AtmosphereAltitude(feet, geopotential);  // its values are AtmosphereData's
+      EXPECT_EQ(std::pair(Box(s, 0)->rule().min, Box(s, 0)->rule().max), std::pair(range.min, range.max))
+          << feet << geopotential;
     }
   // Switching the unit converts a valid number; one out of range is kept and checked anew.
   Click(s, "OptAlt0");
@@ -97,9 +94,7 @@ TEST_F(AtmosphereUi, SpeedInputKindClearsOptionsRecalculate) {
   Show(s);
   const auto shown = [&s] { return Texts(s, "dataR", 6); };
   Type(s, 0, "350");
-  Click(s, "Optinput2");
-  Type(s, 1, "3.01");
-  EXPECT_FALSE(CanCalculate(s));  // the Mach range
+  Click(s, "Optinput2");  // the Mach range and its tip: EveryBoxSaysTheRangeItChecks
   Type(s, 1, "0.80");
   Calculate(s);
   EXPECT_EQ(shown(), Speeds({350, SpeedInput::Mach, 0.8}));
@@ -110,8 +105,6 @@ TEST_F(AtmosphereUi, SpeedInputKindClearsOptionsRecalculate) {
   // Another input kind: the number now means another speed, so the results go.
   Click(s, "Optinput0");
   EXPECT_EQ(Text(s, "dataR1"), "");
-  Type(s, 1, "1501");
-  EXPECT_FALSE(CanCalculate(s));  // the CAS range
 }
 
 TEST_F(AtmosphereUi, ChangeoverErrorAndEnter) {
