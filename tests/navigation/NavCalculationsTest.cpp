@@ -121,14 +121,7 @@ TEST(PointFromTrackDistance, UnitsTracksAndWraps) {
     const PointResult p0 = ComputePointFromTrack(45, 7, 0, 100, wgs84, nullptr, std::nullopt);
     EXPECT_EQ(p360.point.lat, p0.point.lat);
     EXPECT_EQ(p360.point.lon, p0.point.lon);
-    // Westward across the date line the longitude comes out east.
-    const PointResult west = ComputePointFromTrack(0, -179.5, 270, 60, wgs84, nullptr, std::nullopt);
-    EXPECT_GT(west.point.lon, 179);
-    EXPECT_EQ(FormatLatLong(west.point.lon, true).substr(0, 4), "E179");
   }
-  // 60 NM due north on the sphere is one degree.
-  EXPECT_EQ(FormatLatLong(ComputePointFromTrack(45, 7, 0, 60, false, nullptr, std::nullopt).point.lat, false),
-            "N46 00 00.00");
   // Against GeographicLib's direct problem on WGS-84.
   double lat2 = 0, lon2 = 0;
   GeographicLib::Geodesic::WGS84().Direct(-33.9, 151.2, 123.4, 2000 * 1852.0, lat2, lon2);
