@@ -207,15 +207,8 @@ TEST(NavDatabaseSearch, WholePaddedIdentifierMustMatchAndIndexZeroMeansNone) {
   std::vector<uint8_t> bytes = SerializeNavDB(SampleRecords(), 1);
   NavDatabase db;
   ASSERT_TRUE(db.LoadNavDBFromBytes(bytes));
-  // Sorted: 0K7, AB1, ABCD (APT), ABCD (VOR), ZULU.
-  EXPECT_EQ(db.FindIdent("ABCD"), (IdentMatch{3, 4}));
-  EXPECT_EQ(db.FindIdent("AB"), (IdentMatch{0, 0}));  // "AB" does not find "ABCD"
-  EXPECT_EQ(db.FindIdent("AB1"), (IdentMatch{2, 2}));
-  EXPECT_EQ(db.FindIdent("0K7"), (IdentMatch{1, 1}));
-  EXPECT_EQ(db.FindIdent("ZULU"), (IdentMatch{5, 5}));
-  EXPECT_EQ(db.FindIdent("ZULUX"), (IdentMatch{0, 0}));
-  EXPECT_EQ(db.FindIdent("B"), (IdentMatch{0, 0}));
-  EXPECT_EQ(db.FindIdent(""), (IdentMatch{0, 0}));
+  for (const auto& r : test::ReadGolden("waypoints/data/navdb.txt", "find"))
+    EXPECT_EQ(db.FindIdent(r[0]), (IdentMatch{std::stoi(r[1]), std::stoi(r[2])})) << r.where;
   EXPECT_EQ(RecordType(db.Record(3)), WaypointType::Airport);
   EXPECT_EQ(RecordType(db.Record(4)), WaypointType::Vor);
 
