@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include "app/Angles.hpp"
-#include "app/TextFormat.hpp"
 #include "navigation/GeoMag.hpp"
 #include "navigation/Geodesy.hpp"
 #include "support/RunProcess.hpp"
@@ -107,12 +106,4 @@ TEST(NavigationCli, BatchStreamsLargeInputAndLongLines) {
     const InverseResult want = GreatCircleSphere(k % 90, k % 180, -(k % 89), 1.5);
     EXPECT_EQ(Numbers(lines[size_t(i)]), (std::vector<double>{want.distance, want.trackIni, want.trackFin})) << i;
   }
-}
-
-TEST(NavigationCli, MagneticTracksTakeTheOptionsModelAndYear) {
-  // The origin's variation is written out, as magvar gives it for that model and year.
-  const auto point = RunCli({"point", "--from", "51.5,-0.5", "--track", "90", "--distance", "10", "--magnetic",
-                             "--mv-model", "wmm2005", "--mv-year", "2009"});
-  const double v = ComputeMagVar(51.5 * kDegToRad, -0.5 * kDegToRad, 0, {2009, 1, 1}, MagModel::WMM2005);
-  EXPECT_NE(point.out.find("variation: " + FormatMask(v, "0.0") + "\n"), std::string::npos) << point.out;
 }
