@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <regex>
 #include <set>
 
 #include "support/Golden.hpp"
@@ -16,34 +17,6 @@
 namespace {
 
 using norvane::test::RunCliLine;
-
-std::vector<std::string> Words(const std::string& line) {  // shell words, quotes kept together
-  std::vector<std::string> out;
-  std::string w;
-  char quote = 0;
-  bool any = false;
-  for (char c : line) {
-    if ((c == '"' || c == '\'') && (!quote || quote == c)) {
-      quote = quote ? 0 : c;
-      any = true;
-    } else if (c == ' ' && !quote) {
-      if (any) out.push_back(w);
-      w.clear();
-      any = false;
-    } else {
-      w += c;
-      any = true;
-    }
-  }
-  if (any) out.push_back(w);
-  return out;
-}
-
-std::string Line(const std::vector<std::string>& words) {
-  std::string out;
-  for (const std::string& w : words) out += (out.empty() ? "" : " ") + norvane::test::ShellQuote(w);
-  return out;
-}
 
 std::string Number(double v) { return QString::number(v, 'g', 15).toStdString(); }
 
@@ -56,13 +29,14 @@ TEST(CliDescribe, ListsEveryCalculatorAndEachRangeHoldsAtItsEnds) {
   const QJsonDocument doc = QJsonDocument::fromJson(QByteArray::fromStdString(run.out), &error);
   ASSERT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
 
-  // The argument lines of the command table that succeed: each number option is tried in them.
-  std::vector<std::vector<std::string>> good;
+  // The argument lines of the command table that succeed (as the shell reads them, without --raw
+  // or --json): each number option is tried in them.
+  std::vector<std::string> good;
   for (const auto& r : norvane::test::ReadGolden("cli/data/commands.txt")) {
     if (r.Num(1) != 0) continue;
-    std::vector<std::string> w = Words(r[0]);
-    while (!w.empty() && (w[0] == "--raw" || w[0] == "--json")) w.erase(w.begin());
-    good.push_back(w);
+    std::string line = r[0];
+    while (line.starts_with("--raw ") || line.starts_with("--json ")) line.erase(0, line.find(' ') + 1);
+    good.push_back(line);
   }
 
   std::set<std::string> listed;
@@ -70,38 +44,33 @@ TEST(CliDescribe, ListsEveryCalculatorAndEachRangeHoldsAtItsEnds) {
     const std::string name = c["name"].toString().toStdString();
     listed.insert(name);
     EXPECT_FALSE(c["results"].toArray().isEmpty()) << name;
-    const std::vector<std::string> path = Words(name);
     for (const QJsonValue& o : c["options"].toArray()) {
       if (o["kind"] != "number" || !o["name"].toString().startsWith("--")) continue;
       const std::string option = o["name"].toString().toStdString();
       bool tried = false;
-      for (const auto& base : good) {
-        if (!std::equal(path.begin(), path.end(), base.begin(), base.begin() + std::min(base.size(), path.size())))
-          continue;
+      for (const std::string& base : good) {
+        const auto has = [&base](const std::string& word) { return (base + " ").find(" " + word + " ") != base.npos; };
         // --feet and --geopotential move the altitude's range away from the listed metric one.
-        if (std::find(base.begin(), base.end(), "--feet") != base.end() ||
-            std::find(base.begin(), base.end(), "--geopotential") != base.end())
+        std::smatch at;
+        if (!base.starts_with(name + " ") || has("--feet") || has("--geopotential") ||
+            !std::regex_search(base, at, std::regex(" " + option + " ([^ ]+)")))
           continue;
-        const auto at = std::find(base.begin(), base.end(), option);
-        if (at == base.end() || at + 1 == base.end()) continue;
         tried = true;
-        const bool us = std::find(base.begin(), base.end(), "--us") != base.end();
+        const bool us = has("--us");
         const QJsonObject q = us && o["us"].isObject() ? o["us"].toObject() : o.toObject();
         const double lo = q["min"].toDouble(), hi = q["max"].toDouble();
         const double step = q["whole"].toBool() ? 1 : std::pow(10.0, -q["decimals"].toInt() - 1);
         const std::string range = Number(lo) + " to " + Number(hi);
         const auto with = [&](double v) {
-          std::vector<std::string> w = base;
-          w[size_t(at - base.begin()) + 1] = Number(v);
-          return RunCliLine(Line(w));
+          return RunCliLine(at.prefix().str() + " " + option + " " + Number(v) + at.suffix().str());
         };
         for (double v : {lo, hi}) {
           const auto r = with(v);
-          EXPECT_NE(r.status, 2) << Line(base) << " with " << option << " " << Number(v) << "\n" << r.out;
+          EXPECT_NE(r.status, 2) << base << " with " << option << " " << Number(v) << "\n" << r.out;
         }
         for (double v : {lo - step, hi + step}) {
           const auto r = with(v);
-          EXPECT_EQ(r.status, 2) << Line(base) << " with " << option << " " << Number(v) << "\n" << r.out;
+          EXPECT_EQ(r.status, 2) << base << " with " << option << " " << Number(v) << "\n" << r.out;
           EXPECT_NE(r.out.find(option + ": "), std::string::npos) << r.out;
           EXPECT_NE(r.out.find(range), std::string::npos) << "range " << range << ": " << r.out;
         }
