@@ -1,36 +1,23 @@
 #include "app/Angles.hpp"
 
-#include <cmath>
-
 #include <gtest/gtest.h>
 
+#include "support/Golden.hpp"
+
 using namespace norvane;
+using norvane::test::GoldenRow;
+using norvane::test::ReadGolden;
 
 TEST(Angles, ClampedInverseFunctionsAndQuadrants) {
-  EXPECT_EQ(ArcTan2(0, 0), 0);
-  EXPECT_DOUBLE_EQ(ArcTan2(1, 0), kPi / 2);
-  EXPECT_DOUBLE_EQ(ArcTan2(-1, 0), -kPi / 2);
-  EXPECT_DOUBLE_EQ(ArcTan2(0, -1), kPi);  // y >= 0 on the negative x axis: +pi, never -pi
-  EXPECT_NEAR(ArcTan2(-1, -1), -3 * kPi / 4, 1e-15);
-  EXPECT_NEAR(ArcTan2(1, 1), std::atan2(1.0, 1.0), 1e-15);
-
-  EXPECT_DOUBLE_EQ(ArcSin(1.5), kPi / 2);
-  EXPECT_DOUBLE_EQ(ArcSin(-1), -kPi / 2);
-  EXPECT_NEAR(ArcSin(0.5), std::asin(0.5), 1e-15);
-
-  EXPECT_DOUBLE_EQ(ArcCos(-2), kPi);
-  EXPECT_EQ(ArcCos(2), 0);
-  EXPECT_EQ(ArcCos(1), 0);
-  EXPECT_NEAR(ArcCos(-1), kPi, 1e-15);
-  EXPECT_NEAR(ArcCos(-0.3), std::acos(-0.3), 1e-14);
-  EXPECT_NEAR(ArcCos(0.7), std::acos(0.7), 1e-14);
+  for (const GoldenRow& r : ReadGolden("app/data/angles.txt", "atan2"))
+    EXPECT_NEAR(ArcTan2(r.Num(0), r.Num(1)), r.Num(2), r.Num(3)) << r.where;
+  for (const GoldenRow& r : ReadGolden("app/data/angles.txt", "asin"))
+    EXPECT_NEAR(ArcSin(r.Num(0)), r.Num(1), r.Num(2)) << r.where;
+  for (const GoldenRow& r : ReadGolden("app/data/angles.txt", "acos"))
+    EXPECT_NEAR(ArcCos(r.Num(0)), r.Num(1), r.Num(2)) << r.where;
 }
 
 TEST(Angles, Norm360IsOneStepNotModulo) {
-  EXPECT_EQ(Norm360(-370), -10);
-  EXPECT_EQ(Norm360(725), 365);
-  EXPECT_EQ(Norm360(360), 0);
-  EXPECT_EQ(Norm360(-0.5), 359.5);
-  EXPECT_EQ(Norm360(0), 0);
-  EXPECT_EQ(Norm360(359.9), 359.9);
+  for (const GoldenRow& r : ReadGolden("app/data/angles.txt", "norm360"))
+    EXPECT_EQ(Norm360(r.Num(0)), r.Num(1)) << r.where;
 }
