@@ -9,13 +9,11 @@ namespace {
 
 TEST(TinyCalculator, ExpressionsGiveTheShownTexts) {
   for (const test::GoldenRow& r : test::ReadGolden("tools/data/tiny-calculator.txt")) {
-    TinyCalculator c;
+    const std::string mode = r.fields.size() > 2 ? r[2] : "";  // "rad", or "," the decimal separator
+    TinyCalculator c(mode == "," ? ',' : '.');
+    if (mode == "rad") c.SetAngleUnit(AngleUnit::Radians);
     EXPECT_EQ(c.Evaluate(r[0]).text, r[1]) << r.where << ": " << r[0];
   }
-  TinyCalculator rad;
-  rad.SetAngleUnit(AngleUnit::Radians);
-  EXPECT_EQ(rad.Evaluate("sin(pi/2)").text, "1");
-  EXPECT_EQ(rad.Evaluate("cos(pi)").text, "-1");
 }
 
 TEST(TinyCalculator, AnsMemoryAndHistoryFollowTheSuccesses) {
@@ -34,14 +32,6 @@ TEST(TinyCalculator, AnsMemoryAndHistoryFollowTheSuccesses) {
   ASSERT_EQ(c.history().size(), 3u);  // newest first, failures left out
   EXPECT_EQ(c.history()[0].expression, "mem+1");
   EXPECT_EQ(c.history()[2].result, "42");
-}
-
-TEST(TinyCalculator, DecimalCommaIsReadAndWritten) {
-  TinyCalculator c(',');
-  EXPECT_EQ(c.Evaluate("1,5*2").text, "3");
-  EXPECT_EQ(c.Evaluate("1/4").text, "0,25");
-  EXPECT_EQ(c.Evaluate("1,5E+15").text, "1,5E+15");
-  EXPECT_EQ(c.Evaluate("1.5").text, "Syntax error");
 }
 
 }  // namespace
