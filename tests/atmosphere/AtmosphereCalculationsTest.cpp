@@ -82,14 +82,9 @@ TEST(SpeedCalculation, InputFieldIsTheEnteredValue) {
   EXPECT_EQ(ComputeSpeeds({350, SpeedInput::CAS, 272.4, 0, false}).cas.value, 272.4);
 }
 
-// Saturation vapour pressure over water, Smithsonian Meteorological Tables (hPa).
 TEST(DensityAltitude, SaturationVapourPressureMatchesMeteorologicalTables) {
-  struct Row {
-    double t, es;
-  };
-  const Row rows[] = {{-40, 0.1891}, {-30, 0.5088}, {-20, 1.2540}, {-10, 2.8627}, {0, 6.1078},
-                      {10, 12.272},  {20, 23.373},  {30, 42.430},  {40, 73.777},  {50, 123.40}};
-  for (const Row& r : rows) EXPECT_NEAR(SaturationVapourPressure(r.t) / r.es, 1, 5e-4) << r.t;
+  for (const test::GoldenRow& r : test::ReadGolden("atmosphere/data/standard-atmosphere.txt", "vapour"))
+    EXPECT_NEAR(SaturationVapourPressure(r.Num(0)) / r.Num(1), 1, 5e-4) << r.where;
 }
 
 TEST(DensityAltitude, StationPressureDewPointAndDryAir) {
