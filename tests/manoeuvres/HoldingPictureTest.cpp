@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Golden.hpp"
+
 using namespace norvane;
 
 namespace {
@@ -39,26 +41,16 @@ bool IsInk(const QColor& c) { return c.red() < 110 && c.green() < 110 && c.blue(
 }  // namespace
 
 TEST(HoldingPicture, SectorsRacetrackAndTrackWhereExpected) {
-  struct Row {
-    int outbound;
-    bool right;
-    int track;
-    const char* shot;
-  };
-  const Row rows[] = {
-      {180, true, 150, "holding-right.png"},  // inbound leg runs north into the fix, south of it
-      {180, false, 200, "holding-left.png"},
-      {45, true, 250, "holding-045-right.png"},
-      {300, false, 10, "holding-300-left.png"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.outbound << (row.right ? " right" : " left"));
+  for (const test::GoldenRow& g : test::ReadGolden("manoeuvres/data/holding.txt", "picture")) {
+    SCOPED_TRACE(g.where);
+    const int outbound = std::stoi(g[0]), track = std::stoi(g[2]);
+    const bool right = g[1] == "R";
     HoldingPicture w;
-    const EntrySectors l = ComputeEntrySectors(row.outbound, row.right);
-    const auto marks = MarkEntrySector(row.track, l);
-    w.setPattern(row.outbound, row.right, l);
-    w.setTrack(row.track, marks);
-    const Rendered r = Render(w, row.shot);
+    const EntrySectors l = ComputeEntrySectors(outbound, right);
+    const auto marks = MarkEntrySector(track, l);
+    w.setPattern(outbound, right, l);
+    w.setTrack(track, marks);
+    const Rendered r = Render(w, g[3].c_str());
 
     // Each wedge holds the positions from which the sector's tracks lead to the fix, so its
     // middle lies at the reciprocal of the middle track. Direct is green, teardrop orange,
@@ -69,8 +61,8 @@ TEST(HoldingPicture, SectorsRacetrackAndTrackWhereExpected) {
       shade[i] = Sample(r, l[i] + 180 + width / 2.0, 0.45);
     }
     const QColor& direct = shade[0];
-    const QColor& teardrop = shade[row.right ? 1 : 2];
-    const QColor& parallel = shade[row.right ? 2 : 1];
+    const QColor& teardrop = shade[right ? 1 : 2];
+    const QColor& parallel = shade[right ? 2 : 1];
     EXPECT_GT(direct.green(), direct.red() + 15) << direct.name().toStdString();
     EXPECT_GT(direct.green(), direct.blue() + 15) << direct.name().toStdString();
     EXPECT_GT(teardrop.red(), teardrop.blue() + 40) << teardrop.name().toStdString();
@@ -83,10 +75,10 @@ TEST(HoldingPicture, SectorsRacetrackAndTrackWhereExpected) {
 
     // The racetrack lies on the turn side of the inbound leg (right of the inbound track for
     // right-hand patterns): scan across the legs a third of the way out from the fix.
-    const double o = row.outbound * kDegToRadTest;
+    const double o = outbound * kDegToRadTest;
     const QPointF u(std::sin(o), -std::cos(o));
-    const QPointF right(u.y(), -u.x());  // right of the inbound track, which points along -u
-    const QPointF s = row.right ? right : -right;
+    const QPointF rightward(u.y(), -u.x());  // right of the inbound track, which points along -u
+    const QPointF s = right ? rightward : -rightward;
     int inkHolding = 0, inkOther = 0;
     for (int k = 12; k < r.radius * 0.45; ++k) {
       const QPointF base = r.centre + u * (r.radius * 0.25);
@@ -97,7 +89,7 @@ TEST(HoldingPicture, SectorsRacetrackAndTrackWhereExpected) {
     EXPECT_EQ(inkOther, 0);
 
     // The track arrow comes from the reciprocal bearing.
-    const QColor arrow = Sample(r, row.track + 180, 0.55);
+    const QColor arrow = Sample(r, track + 180, 0.55);
     EXPECT_GT(arrow.red(), 150);
     EXPECT_LT(arrow.green(), 80);
   }
