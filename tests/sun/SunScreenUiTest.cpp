@@ -20,14 +20,7 @@ using SunScreenUi = UiFixture;
 namespace {
 // What the model gives at 0 N for the screen's settings: sunrise, sunset, dawn, dusk, message.
 std::vector<std::string> Expected(double lon, QDate d, bool lt = false, int offsetMinutes = 0, int twilight = 0) {
-  SunQuery q;
-  q.longitudeDeg = lon;
-  q.day = int16_t(d.day());
-  q.month = int16_t(d.month());
-  q.year = int16_t(d.year());
-  q.localTime = lt;
-  q.ltOffsetMinutes = offsetMinutes;
-  q.twilightIndex = twilight;
+  const SunQuery q{0, lon, int16_t(d.day()), int16_t(d.month()), int16_t(d.year()), lt, offsetMinutes, twilight};
   const SunTexts t = CalculateSunTimes(q);
   return {t.sunrise, t.sunset, t.dawn, t.dusk, t.message};
 }
