@@ -39,7 +39,7 @@ TEST(InputRules, KeysReplaceTheSelectionAndPastedTextIsFilteredAsTyped) {
   }
 }
 
-TEST(InputRules, ValidatorsFollowTheTextRules) {
+TEST(InputRules, ValidatorsFollowTheTextRulesAndTheLocaleSeparator) {
   const auto wide = [](const std::string& s) { return std::u16string(s.begin(), s.end()); };
   for (const GoldenRow& r : ReadGolden("app/data/text.txt", "int"))
     EXPECT_EQ(IsValidIntText(wide(r[0]), r[1] == "yes", int(r.Num(2)), int(r.Num(3))), r[4] == "yes") << r.where;
@@ -50,9 +50,7 @@ TEST(InputRules, ValidatorsFollowTheTextRules) {
   EXPECT_FALSE(AllInputsValid({}));
   EXPECT_FALSE(AllInputsValid({true, false, true}));
   EXPECT_TRUE(AllInputsValid({true, true}));
-}
-
-TEST(InputRules, LocaleSeparator) {
+  // The locale's separator, from how it writes one half.
   EXPECT_EQ(DecimalSepFromText(u"0,5"), u',');
   EXPECT_EQ(DecimalSepFromText(u"0.5"), u'.');
 }
