@@ -42,21 +42,13 @@ TEST(AtmosphereScreens, ResultTexts) {
 }
 
 TEST(AtmosphereData, RangesAndScrollTexts) {
-  struct Row {
-    bool feet, geopotential;
-    double min, max;
-  };
-  const Row rows[] = {{false, false, -500, 85999},
-                      {false, true, -500, 84852},
-                      {true, false, -1500, 282150},
-                      {true, true, -1500, 278385}};
-  for (const Row& r : rows) {
-    const Quantity range = AtmosphereAltitude(r.feet, r.geopotential);
-    EXPECT_EQ(range.min, r.min);
-    EXPECT_EQ(range.max, r.max);
+  for (const test::GoldenRow& r : test::ReadGolden("atmosphere/data/standard-atmosphere.txt", "range")) {
+    const bool feet = r[0] == "ft", geopotential = r[1] == "geopotential";
+    const Quantity range = AtmosphereAltitude(feet, geopotential);
+    EXPECT_EQ(std::pair(range.min, range.max), std::pair(r.Num(2), r.Num(3))) << r.where;
     // The top of every range stays inside the model (84852 m geopotential).
-    const double topM = r.feet ? r.max * 0.3048 : r.max;
-    EXPECT_LE(r.geopotential ? topM : GeometricToGeopotential(topM), 84852.0);
+    const double topM = feet ? range.max * 0.3048 : range.max;
+    EXPECT_LE(geopotential ? topM : GeometricToGeopotential(topM), 84852.0) << r.where;
   }
   EXPECT_EQ(MslpScrollText(0, true), "Std");
   EXPECT_EQ(MslpScrollText(-13, false), "1000");
