@@ -71,12 +71,10 @@ TEST_F(WeatherUiTest, CodeBoxTakesFourLettersInCapitalsHoweverTheyCome) {
   code->setFocus();
   QTest::keyClicks(code, "e1g-l");
   EXPECT_EQ(code->text(), "EGL");
-  EXPECT_FALSE(get->isEnabled());
-  EXPECT_EQ(code->palette().color(QPalette::Text), Colours().invalidText);
+  EXPECT_FALSE(get->isEnabled());  // the colours of a box's verdict: TypingValidatesLiveArmsCalculateAndClears
   QTest::keyClicks(code, "lx");
   EXPECT_EQ(code->text(), "EGLL");
   EXPECT_TRUE(get->isEnabled());
-  EXPECT_EQ(code->palette().color(QPalette::Text), Colours().validText);
 
   QGuiApplication::clipboard()->setText(" egll\n");
   code->clear();
