@@ -53,14 +53,10 @@ CalculatorScreen::CalculatorScreen(int menuIndex, const QString& formName, const
   lblError_->setMinimumWidth(160);
   SetTextColor(lblError_, Colours().invalidText);
   bottom->addWidget(lblError_, 1);
-  cmdCalculate_ = new QPushButton(tr("Calculate"), this);
-  cmdCalculate_->setObjectName("cmdCalculate");
-  cmdCalculate_->setAutoDefault(false);
+  cmdCalculate_ = MakeButton(this, tr("Calculate"), "cmdCalculate");
   connect(cmdCalculate_, &QPushButton::clicked, this, &CalculatorScreen::runCalculate);
   bottom->addWidget(cmdCalculate_);
-  cmdClose_ = new QPushButton(tr("Exit"), this);
-  cmdClose_->setObjectName("cmdClose");
-  cmdClose_->setAutoDefault(false);
+  cmdClose_ = MakeButton(this, tr("Exit"), "cmdClose");
   connect(cmdClose_, &QPushButton::clicked, this, &QWidget::close);
   bottom->addWidget(cmdClose_);
   root->addLayout(bottom);

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QWidget>
 
@@ -135,6 +136,14 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 }
 
 char16_t LocaleDecimalSep() { return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String()); }
+
+QPushButton* MakeButton(QWidget* parent, const QString& text, const QString& name, const QString& toolTip) {
+  auto* b = new QPushButton(text, parent);
+  b->setObjectName(name);
+  if (!toolTip.isEmpty()) b->setToolTip(toolTip);
+  b->setAutoDefault(false);
+  return b;
+}
 
 QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep, int minWidth) {
   auto* s = new QScrollBar(Qt::Horizontal, parent);

@@ -64,6 +64,10 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 // locale's decimal separator (App().decimalSep).
 QString LocaleText(const std::string& s);
 
+// A push button named `name`. It is never an auto-default button: Enter belongs to the screen,
+// which moves the focus with it.
+QPushButton* MakeButton(QWidget* parent, const QString& text, const QString& name, const QString& toolTip = {});
+
 // A horizontal scroll bar that holds a whole number: reachable with Tab, moved with the arrow
 // keys, Right and Up adding (QScrollBar inverts its keys by default, for the mouse wheel).
 QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep, int minWidth);
