@@ -39,6 +39,7 @@
 
 #include "app/InputBox.hpp"
 
+// The widgets every screen builds with, declared once for the derived screens too.
 class QBoxLayout;
 class QButtonGroup;
 class QGridLayout;

@@ -6,12 +6,7 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGridLayout;
-class QGroupBox;
-class QLabel;
-class QRadioButton;
 class QScrollBar;
-class QVBoxLayout;
 
 namespace norvane {
 

@@ -6,11 +6,7 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGridLayout;
-class QLabel;
-class QRadioButton;
 class QScrollBar;
-class QVBoxLayout;
 
 namespace norvane {
 
