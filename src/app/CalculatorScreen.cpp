@@ -131,6 +131,15 @@ QLabel* CalculatorScreen::makeCaption(const QString& text, const QString& name) 
   return l;
 }
 
+QLabel* CalculatorScreen::addBoxRow(QGridLayout* grid, int row, const QString& caption, const QString& name,
+                                    InputBox* box) {
+  QLabel* l = makeCaption(caption, name);
+  l->setBuddy(box);
+  grid->addWidget(l, row, 0);
+  grid->addWidget(box, row, 1);
+  return l;
+}
+
 QGroupBox* CalculatorScreen::makeUnitsFrame(const QString& caption, QRadioButton** options) {
   QGroupBox* frame = makeOptionGroup(caption, "FrameUnits", "OptUnits", {tr("Metric"), tr("US units")}, options).frame;
   options[unitSystem_ == 1 ? 1 : 0]->setChecked(true);
@@ -201,6 +210,22 @@ void CalculatorScreen::setTabSequence(std::initializer_list<QWidget*> chain) {
     if (before) setTabOrder(before, w);
     before = w;
   }
+}
+
+void CalculatorScreen::addBesideResults(QLayout* inputs, QLayout* results) {
+  auto* row = new QHBoxLayout;
+  row->addLayout(inputs);
+  row->addSpacing(8);
+  row->addLayout(results);
+  content_->addLayout(row);
+}
+
+void CalculatorScreen::addBesideResults(QLayout* inputs, QWidget* results) {
+  auto* row = new QHBoxLayout;
+  row->addLayout(inputs);
+  row->addSpacing(8);
+  row->addWidget(results, 1);
+  content_->addLayout(row);
 }
 
 void CalculatorScreen::setHelpText(const QString& text) {

@@ -70,15 +70,10 @@ QGridLayout* DescentScreen::buildInputs() {
                             {ias_, "IAS (kts)"},
                             {mach_, "Mach"},
                             {wind_, "Wind component (kts)"}}) {
-    QLabel* l = makeCaption(tr(caption), QStringLiteral("lblIn%1").arg(row));
-    l->setBuddy(b);
-    grid->addWidget(l, row, 0);
-    grid->addWidget(b, row++, 1);
+    addBoxRow(grid, row, tr(caption), QStringLiteral("lblIn%1").arg(row), b);
+    ++row;
   }
-  givenCaption_ = makeCaption(QString(), "lblIn5");
-  givenCaption_->setBuddy(givenValue_);
-  grid->addWidget(givenCaption_, 6, 0);  // under the "Given" choice, in row 5
-  grid->addWidget(givenValue_, 6, 1);
+  givenCaption_ = addBoxRow(grid, 6, QString(), "lblIn5", givenValue_);  // under the "Given" choice, in row 5
   for (InputBox* b : {initial_, final_, ias_, mach_, wind_, givenValue_})
     b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
   return grid;

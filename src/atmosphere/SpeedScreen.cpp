@@ -32,11 +32,7 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   auto* left = new QVBoxLayout;
   left->addLayout(buildInputs());
   buildOptions(left);
-  auto* row = new QHBoxLayout;
-  row->addLayout(left);
-  row->addSpacing(8);
-  row->addLayout(buildResults());
-  contentLayout()->addLayout(row);
+  addBesideResults(left, buildResults());
   setTabOrders();
   load();
   connectSignals();
@@ -48,14 +44,8 @@ QGridLayout* SpeedScreen::buildInputs() {
   for (InputBox* b : {flightLevel_, speed_}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
 
   auto* inputs = new QGridLayout;
-  QLabel* flCaption = makeCaption(tr("Flight Level"), "lblFL");
-  flCaption->setBuddy(flightLevel_);
-  speedCaption_ = makeCaption(QString(), "lblSpeed");
-  speedCaption_->setBuddy(speed_);
-  inputs->addWidget(flCaption, 0, 0);
-  inputs->addWidget(flightLevel_, 0, 1);
-  inputs->addWidget(speedCaption_, 1, 0);
-  inputs->addWidget(speed_, 1, 1);
+  addBoxRow(inputs, 0, tr("Flight Level"), "lblFL", flightLevel_);
+  speedCaption_ = addBoxRow(inputs, 1, QString(), "lblSpeed", speed_);
   inputs->setColumnStretch(2, 1);
   return inputs;
 }
