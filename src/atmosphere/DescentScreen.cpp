@@ -13,6 +13,7 @@
 #include "app/TextFormat.hpp"
 #include "atmosphere/Descent.hpp"
 #include "atmosphere/DescentProfile.hpp"
+#include "atmosphere/DisaScroll.hpp"
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
 
@@ -85,15 +86,7 @@ void DescentScreen::buildOptions(QGridLayout* grid, QVBoxLayout* left) {
   QGroupBox* frameGiven =
       makeOptionGroup(tr("Given"), "FrameGiven", "OptGiven", given, optGiven_.data(), Qt::Vertical).frame;
   grid->addWidget(frameGiven, 5, 0, 1, 2);  // the choice, then the box it governs
-  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
-                                           static_cast<int>(kDisa.max), 10, "+000", Q(ToolTipText(kDisa)));
-  disaScroll_ = disa.bar;
-  disaData_ = disa.value;
-  auto* disaRow = new QHBoxLayout;
-  disaRow->addWidget(disa.caption);
-  disaRow->addWidget(disaScroll_, 1);
-  disaRow->addWidget(disaData_);
-  left->addLayout(disaRow);
+  disaScroll_ = AddDisaScroll(this, left);
   left->addStretch();
 }
 
@@ -141,10 +134,6 @@ void DescentScreen::connectSignals() {
   connect(optGiven_[0]->group(), &QButtonGroup::idClicked, this, [this](int id) {
     setGiven(id);
     clearData();
-  });
-  connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
-    disaData_->setText(Q(SignedText(v)));
-    recalculateIfShown();
   });
 }
 

@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -12,6 +11,7 @@
 
 #include "app/TextFormat.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
+#include "atmosphere/DisaScroll.hpp"
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
 
@@ -54,16 +54,8 @@ void SpeedScreen::buildOptions(QVBoxLayout* left) {
   left->addWidget(
       makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")}, optInput_.data()).frame);
 
-  auto* disaRow = new QHBoxLayout;
-  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
-                                           static_cast<int>(kDisa.max), 10, "+000", Q(ToolTipText(kDisa)));
-  disaScroll_ = disa.bar;
+  disaScroll_ = AddDisaScroll(this, left);
   disaScroll_->setMinimumWidth(140);
-  disaData_ = disa.value;
-  disaRow->addWidget(disa.caption);
-  disaRow->addWidget(disaScroll_, 1);
-  disaRow->addWidget(disaData_);
-  left->addLayout(disaRow);
 
   auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
   for (QRadioButton* o : optUnits_) o->setToolTip(tr("Units of the total air temperature and the dynamic pressure"));
@@ -116,10 +108,6 @@ void SpeedScreen::connectSignals() {
   });
   connect(optUnits_[0]->group(), &QButtonGroup::idClicked, this, [this] {
     setUnitCaptions();
-    recalculateIfShown();
-  });
-  connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
-    disaData_->setText(Q(SignedText(v)));
     recalculateIfShown();
   });
 }
