@@ -137,6 +137,12 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 
 char16_t LocaleDecimalSep() { return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String()); }
 
+void ShowLocaleTexts(std::initializer_list<QLabel*> labels, std::initializer_list<std::string> texts) {
+  Q_ASSERT(labels.size() == texts.size());
+  auto text = texts.begin();
+  for (QLabel* label : labels) label->setText(LocaleText(*text++));
+}
+
 QPushButton* MakeButton(QWidget* parent, const QString& text, const QString& name, const QString& toolTip) {
   auto* b = new QPushButton(text, parent);
   b->setObjectName(name);

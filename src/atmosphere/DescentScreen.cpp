@@ -162,18 +162,10 @@ bool DescentScreen::calculate() {
     showError(Q(r.error));
     return false;
   }
-  const std::pair<QLabel*, const ShownValue&> shown[] = {{altitudeToLose_, r.altitudeToLose},
-                                                         {time_, r.time},
-                                                         {distance_, r.distance},
-                                                         {rodTop_, r.rodTop},
-                                                         {rodBottom_, r.rodBottom},
-                                                         {angle_, r.angle},
-                                                         {gradient_, r.gradient},
-                                                         {meanGs_, r.meanGs},
-                                                         {tasTop_, r.tasTop},
-                                                         {tasBottom_, r.tasBottom},
-                                                         {changeover_, r.changeover}};
-  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
+  ShowLocaleTexts({altitudeToLose_, time_, distance_, rodTop_, rodBottom_, angle_, gradient_, meanGs_, tasTop_,
+                   tasBottom_, changeover_},
+                  {r.altitudeToLose.text, r.time.text, r.distance.text, r.rodTop.text, r.rodBottom.text, r.angle.text,
+                   r.gradient.text, r.meanGs.text, r.tasTop.text, r.tasBottom.text, r.changeover.text});
   profile_->setProfile(std::move(r.profile), r.changeoverFt);
   return true;
 }

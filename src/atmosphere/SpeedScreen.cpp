@@ -140,9 +140,8 @@ bool SpeedScreen::calculate() {
   in.disa = disaScroll_->value();
   in.us = optUnits_[1]->isChecked();
   const SpeedCalculationResult r = ComputeSpeeds(in);
-  const std::pair<QLabel*, const ShownValue&> shown[] = {{cas_, r.cas}, {tas_, r.tas}, {mach_, r.mach},
-                                                         {eas_, r.eas}, {tat_, r.tat}, {q_, r.q}};
-  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
+  ShowLocaleTexts({cas_, tas_, mach_, eas_, tat_, q_},
+                  {r.cas.text, r.tas.text, r.mach.text, r.eas.text, r.tat.text, r.q.text});
   return true;
 }
 
