@@ -28,8 +28,7 @@ inline constexpr Quantity kLatitudeDegrees{.caption = "Latitude degrees", .min =
 inline constexpr Quantity kLongitudeDegrees{.caption = "Longitude degrees", .min = 0, .max = 179, .whole = true};
 inline constexpr Quantity kLatitudeMinutes{
     .caption = "Latitude minutes", .min = 0, .max = 59, .whole = true, .optional = true};
-inline constexpr Quantity kLongitudeMinutes{
-    .caption = "Longitude minutes", .min = 0, .max = 59, .whole = true, .optional = true};
+inline constexpr Quantity kLongitudeMinutes = kLatitudeMinutes.withCaption("Longitude minutes");
 inline constexpr Quantity kLatitudeSeconds{.caption = "Latitude seconds",
                                            .min = 0,
                                            .max = 59.99,
@@ -37,12 +36,6 @@ inline constexpr Quantity kLatitudeSeconds{.caption = "Latitude seconds",
                                            .maxLength = 5,
                                            .optional = true,
                                            .minDecimals = 0};
-inline constexpr Quantity kLongitudeSeconds{.caption = "Longitude seconds",
-                                            .min = 0,
-                                            .max = 59.99,
-                                            .rangeDecimals = 2,
-                                            .maxLength = 5,
-                                            .optional = true,
-                                            .minDecimals = 0};
+inline constexpr Quantity kLongitudeSeconds = kLatitudeSeconds.withCaption("Longitude seconds");
 
 }  // namespace norvane

@@ -53,14 +53,10 @@ CalculatorScreen::CalculatorScreen(int menuIndex, const QString& formName, const
   lblError_->setMinimumWidth(160);
   SetTextColor(lblError_, Colours().invalidText);
   bottom->addWidget(lblError_, 1);
-  cmdCalculate_ = new QPushButton(tr("Calculate"), this);
-  cmdCalculate_->setObjectName("cmdCalculate");
-  cmdCalculate_->setAutoDefault(false);
+  cmdCalculate_ = MakeButton(this, tr("Calculate"), "cmdCalculate");
   connect(cmdCalculate_, &QPushButton::clicked, this, &CalculatorScreen::runCalculate);
   bottom->addWidget(cmdCalculate_);
-  cmdClose_ = new QPushButton(tr("Exit"), this);
-  cmdClose_->setObjectName("cmdClose");
-  cmdClose_->setAutoDefault(false);
+  cmdClose_ = MakeButton(this, tr("Exit"), "cmdClose");
   connect(cmdClose_, &QPushButton::clicked, this, &QWidget::close);
   bottom->addWidget(cmdClose_);
   root->addLayout(bottom);
@@ -135,6 +131,15 @@ QLabel* CalculatorScreen::makeCaption(const QString& text, const QString& name) 
   return l;
 }
 
+QLabel* CalculatorScreen::addBoxRow(QGridLayout* grid, int row, const QString& caption, const QString& name,
+                                    InputBox* box) {
+  QLabel* l = makeCaption(caption, name);
+  l->setBuddy(box);
+  grid->addWidget(l, row, 0);
+  grid->addWidget(box, row, 1);
+  return l;
+}
+
 QGroupBox* CalculatorScreen::makeUnitsFrame(const QString& caption, QRadioButton** options) {
   QGroupBox* frame = makeOptionGroup(caption, "FrameUnits", "OptUnits", {tr("Metric"), tr("US units")}, options).frame;
   options[unitSystem_ == 1 ? 1 : 0]->setChecked(true);
@@ -205,6 +210,22 @@ void CalculatorScreen::setTabSequence(std::initializer_list<QWidget*> chain) {
     if (before) setTabOrder(before, w);
     before = w;
   }
+}
+
+void CalculatorScreen::addBesideResults(QLayout* inputs, QLayout* results) {
+  auto* row = new QHBoxLayout;
+  row->addLayout(inputs);
+  row->addSpacing(8);
+  row->addLayout(results);
+  content_->addLayout(row);
+}
+
+void CalculatorScreen::addBesideResults(QLayout* inputs, QWidget* results) {
+  auto* row = new QHBoxLayout;
+  row->addLayout(inputs);
+  row->addSpacing(8);
+  row->addWidget(results, 1);
+  content_->addLayout(row);
 }
 
 void CalculatorScreen::setHelpText(const QString& text) {

@@ -39,10 +39,12 @@
 
 #include "app/InputBox.hpp"
 
+// The widgets every screen builds with, declared once for the derived screens too.
 class QBoxLayout;
 class QButtonGroup;
 class QGridLayout;
 class QLabel;
+class QLayout;
 class QPushButton;
 class QVBoxLayout;
 class QHBoxLayout;
@@ -110,6 +112,8 @@ class CalculatorScreen : public QWidget {
   QLabel* makeResult(const QString& name, const QString& toolTip = {});
   // A caption label for a box or result.
   QLabel* makeCaption(const QString& text, const QString& name = {});
+  // A caption named `name` left of `box`, its buddy, in `row` of `grid`.
+  QLabel* addBoxRow(QGridLayout* grid, int row, const QString& caption, const QString& name, InputBox* box);
   QGroupBox* makeFrame(const QString& caption, const QString& name = {});
   // An option group: the frame `frameName` captioned `caption` holding one radio button per text,
   // named `<optName><i>` with id i in one exclusive group, in a row (or a column). The buttons are
@@ -154,6 +158,10 @@ class CalculatorScreen : public QWidget {
   void setTabSequence(std::initializer_list<QWidget*> chain);
 
   QVBoxLayout* contentLayout() const { return content_; }
+  // `inputs` left of `results`, 8 pixels apart, as a row of the content; a results widget takes
+  // the spare width.
+  void addBesideResults(QLayout* inputs, QLayout* results);
+  void addBesideResults(QLayout* inputs, QWidget* results);
   void setHelpText(const QString& text);
   void setLive(bool live);
   void showError(const QString& text);

@@ -112,9 +112,7 @@ QGroupBox* OptionsScreen::buildDatabase() {
   names->addWidget(lblDBName_);
   names->addWidget(lblDBReason_);
   dl->addLayout(names, 1);
-  auto* cmdSetNavDB = new QPushButton(tr("Set database"), db);
-  cmdSetNavDB->setObjectName("cmdSetNavDB");
-  cmdSetNavDB->setAutoDefault(false);
+  auto* cmdSetNavDB = MakeButton(db, tr("Set database"), "cmdSetNavDB");
   connect(cmdSetNavDB, &QPushButton::clicked, this, &OptionsScreen::setDatabase);
   dl->addWidget(cmdSetNavDB);
   return db;
@@ -132,15 +130,10 @@ QHBoxLayout* OptionsScreen::buildButtons() {
     if (about.updateRequested() && Hooks().runUpdate && Hooks().runUpdate(this) && App().menu) App().menu->close();
   });
   bottom->addWidget(lblInfo, 1);
-  auto* cmdSave = new QPushButton(tr("Save"), this);
-  cmdSave->setObjectName("cmdSave");
-  cmdSave->setToolTip(tr("Save and exit"));
-  cmdSave->setAutoDefault(false);
+  auto* cmdSave = MakeButton(this, tr("Save"), "cmdSave", tr("Save and exit"));
   connect(cmdSave, &QPushButton::clicked, this, &OptionsScreen::save);
   bottom->addWidget(cmdSave);
-  auto* cmdCancel = new QPushButton(tr("Cancel"), this);
-  cmdCancel->setObjectName("cmdCancel");
-  cmdCancel->setAutoDefault(false);
+  auto* cmdCancel = MakeButton(this, tr("Cancel"), "cmdCancel");
   connect(cmdCancel, &QPushButton::clicked, this, &QWidget::close);
   bottom->addWidget(cmdCancel);
   return bottom;

@@ -6,9 +6,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QGroupBox;
-class QHBoxLayout;
-class QRadioButton;
 class QScrollBar;
 
 namespace norvane {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/Platform.hpp"
+#include "app/TextLines.hpp"
 #include "navigation/GeoMag.hpp"
 
 namespace norvane {
@@ -29,14 +30,8 @@ Profile ParseProfile(const std::string& text) {
   Profile p;
   std::string section;
   bool inSection = false;
-  size_t pos = 0;
-  while (pos <= text.size()) {
-    size_t end = text.find('\n', pos);
-    if (end == std::string::npos) end = text.size();
-    std::string line = text.substr(pos, end - pos);
-    pos = end + 1;
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    line = TrimBlanks(line);
+  for (const std::string_view l : Lines(text)) {
+    const std::string line = TrimBlanks(std::string(l));
     if (line.empty() || line[0] == ';') continue;
     if (line[0] == '[') {
       const size_t close = line.find(']');
@@ -50,7 +45,6 @@ Profile ParseProfile(const std::string& text) {
     const std::string key = Lower(TrimBlanks(line.substr(0, eq)));
     if (key.empty()) continue;
     p[section].try_emplace(key, line.substr(eq + 1));
-    if (pos > text.size()) break;
   }
   return p;
 }

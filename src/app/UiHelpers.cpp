@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QWidget>
 
@@ -135,6 +136,20 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 }
 
 char16_t LocaleDecimalSep() { return DecimalSepFromText(QLocale::system().toString(0.5).toStdU16String()); }
+
+void ShowLocaleTexts(std::initializer_list<QLabel*> labels, std::initializer_list<std::string> texts) {
+  Q_ASSERT(labels.size() == texts.size());
+  auto text = texts.begin();
+  for (QLabel* label : labels) label->setText(LocaleText(*text++));
+}
+
+QPushButton* MakeButton(QWidget* parent, const QString& text, const QString& name, const QString& toolTip) {
+  auto* b = new QPushButton(text, parent);
+  b->setObjectName(name);
+  if (!toolTip.isEmpty()) b->setToolTip(toolTip);
+  b->setAutoDefault(false);
+  return b;
+}
 
 QScrollBar* MakeValueScrollBar(QWidget* parent, const QString& name, int min, int max, int pageStep, int minWidth) {
   auto* s = new QScrollBar(Qt::Horizontal, parent);

@@ -7,6 +7,7 @@
 #include <QRect>
 #include <QSize>
 #include <QString>
+#include <initializer_list>
 #include <string>
 
 class QWidget;
@@ -63,6 +64,13 @@ OpenFileResult OpenFileDialog(QWidget* parent, const QString& title, const QStri
 // A number formatted by the core (always with ".") as the user reads and types it: with the
 // locale's decimal separator (App().decimalSep).
 QString LocaleText(const std::string& s);
+
+// Each label shows the text at its place in `texts`, in the locale's form.
+void ShowLocaleTexts(std::initializer_list<QLabel*> labels, std::initializer_list<std::string> texts);
+
+// A push button named `name`. It is never an auto-default button: Enter belongs to the screen,
+// which moves the focus with it.
+QPushButton* MakeButton(QWidget* parent, const QString& text, const QString& name, const QString& toolTip = {});
 
 // A horizontal scroll bar that holds a whole number: reachable with Tab, moved with the arrow
 // keys, Right and Up adding (QScrollBar inverts its keys by default, for the mouse wheel).

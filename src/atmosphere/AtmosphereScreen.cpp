@@ -258,14 +258,9 @@ bool AtmosphereScreen::calculate() {
     in.mslpHpa = MslpHpaFromScroll(mslpScroll_->value(), in.us);
   }
   const AtmosphereDataResult r = ComputeAtmosphereData(in);
-  const std::pair<QLabel*, const ShownValue&> shown[] = {{temperature_, r.temperature},
-                                                         {pressure_, r.pressure},
-                                                         {density_, r.density},
-                                                         {sound_, r.sound},
-                                                         {theta_, r.theta},
-                                                         {delta_, r.delta},
-                                                         {sigma_, r.sigma}};
-  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
+  ShowLocaleTexts(
+      {temperature_, pressure_, density_, sound_, theta_, delta_, sigma_},
+      {r.temperature.text, r.pressure.text, r.density.text, r.sound.text, r.theta.text, r.delta.text, r.sigma.text});
   return true;
 }
 

@@ -6,8 +6,6 @@
 #include "app/CalculatorScreen.hpp"
 
 class QCheckBox;
-class QLabel;
-class QRadioButton;
 class QScrollBar;
 
 namespace norvane {

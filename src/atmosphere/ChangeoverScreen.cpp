@@ -23,14 +23,8 @@ ChangeoverScreen::ChangeoverScreen(QWidget* parent) : CalculatorScreen(2, "frmDa
 
   auto* row = new QHBoxLayout;
   auto* inputs = new QGridLayout;
-  QLabel* iasCaption = makeCaption(tr("IAS (kts)"), "lbldata0");
-  iasCaption->setBuddy(ias_);
-  QLabel* machCaption = makeCaption(tr("Mach number"), "lbldata1");
-  machCaption->setBuddy(mach_);
-  inputs->addWidget(iasCaption, 0, 0);
-  inputs->addWidget(ias_, 0, 1);
-  inputs->addWidget(machCaption, 1, 0);
-  inputs->addWidget(mach_, 1, 1);
+  addBoxRow(inputs, 0, tr("IAS (kts)"), "lbldata0", ias_);
+  addBoxRow(inputs, 1, tr("Mach number"), "lbldata1", mach_);
   inputs->setRowStretch(2, 1);
   row->addLayout(inputs);
   row->addSpacing(8);

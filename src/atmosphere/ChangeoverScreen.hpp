@@ -4,8 +4,6 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QLabel;
-
 namespace norvane {
 
 class ChangeoverScreen : public CalculatorScreen {

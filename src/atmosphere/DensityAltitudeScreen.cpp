@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -21,11 +20,8 @@ DensityAltitudeScreen::DensityAltitudeScreen(QWidget* parent)
   setHelpText(
       tr("Altimeter setting is the value of Kollsman window when altimeter is adjusted to read the correct "
          "altitude (local QNH)"));
-  auto* row = new QHBoxLayout;
-  row->addLayout(buildInputs());
-  row->addSpacing(8);
-  row->addWidget(buildResults(), 1);
-  contentLayout()->addLayout(row);
+  QVBoxLayout* inputs = buildInputs();  // before the results: the order of the children
+  addBesideResults(inputs, buildResults());
   setTabOrders();
   load();
   connectSignals();
@@ -44,10 +40,8 @@ QVBoxLayout* DensityAltitudeScreen::buildInputs() {
   int row = 0;
   const auto inputRow = [&](InputBox* b) {
     b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
-    QLabel* caption = makeCaption(QString(), QStringLiteral("lblInput%1").arg(row));
-    caption->setBuddy(b);
-    inputs->addWidget(caption, row, 0);
-    inputs->addWidget(b, row++, 1);
+    QLabel* caption = addBoxRow(inputs, row, QString(), QStringLiteral("lblInput%1").arg(row), b);
+    ++row;
     return caption;
   };
   qnhCaption_ = inputRow(qnh_);

@@ -6,11 +6,6 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGroupBox;
-class QLabel;
-class QRadioButton;
-class QVBoxLayout;
-
 namespace norvane {
 
 class DensityAltitudeScreen : public CalculatorScreen {

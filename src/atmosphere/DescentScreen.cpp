@@ -13,6 +13,7 @@
 #include "app/TextFormat.hpp"
 #include "atmosphere/Descent.hpp"
 #include "atmosphere/DescentProfile.hpp"
+#include "atmosphere/DisaScroll.hpp"
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
 
@@ -70,15 +71,10 @@ QGridLayout* DescentScreen::buildInputs() {
                             {ias_, "IAS (kts)"},
                             {mach_, "Mach"},
                             {wind_, "Wind component (kts)"}}) {
-    QLabel* l = makeCaption(tr(caption), QStringLiteral("lblIn%1").arg(row));
-    l->setBuddy(b);
-    grid->addWidget(l, row, 0);
-    grid->addWidget(b, row++, 1);
+    addBoxRow(grid, row, tr(caption), QStringLiteral("lblIn%1").arg(row), b);
+    ++row;
   }
-  givenCaption_ = makeCaption(QString(), "lblIn5");
-  givenCaption_->setBuddy(givenValue_);
-  grid->addWidget(givenCaption_, 6, 0);  // under the "Given" choice, in row 5
-  grid->addWidget(givenValue_, 6, 1);
+  givenCaption_ = addBoxRow(grid, 6, QString(), "lblIn5", givenValue_);  // under the "Given" choice, in row 5
   for (InputBox* b : {initial_, final_, ias_, mach_, wind_, givenValue_})
     b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
   return grid;
@@ -90,15 +86,7 @@ void DescentScreen::buildOptions(QGridLayout* grid, QVBoxLayout* left) {
   QGroupBox* frameGiven =
       makeOptionGroup(tr("Given"), "FrameGiven", "OptGiven", given, optGiven_.data(), Qt::Vertical).frame;
   grid->addWidget(frameGiven, 5, 0, 1, 2);  // the choice, then the box it governs
-  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
-                                           static_cast<int>(kDisa.max), 10, "+000", Q(ToolTipText(kDisa)));
-  disaScroll_ = disa.bar;
-  disaData_ = disa.value;
-  auto* disaRow = new QHBoxLayout;
-  disaRow->addWidget(disa.caption);
-  disaRow->addWidget(disaScroll_, 1);
-  disaRow->addWidget(disaData_);
-  left->addLayout(disaRow);
+  disaScroll_ = AddDisaScroll(this, left);
   left->addStretch();
 }
 
@@ -147,10 +135,6 @@ void DescentScreen::connectSignals() {
     setGiven(id);
     clearData();
   });
-  connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
-    disaData_->setText(Q(SignedText(v)));
-    recalculateIfShown();
-  });
 }
 
 int DescentScreen::given() const { return optGiven_[0]->group()->checkedId(); }
@@ -178,18 +162,10 @@ bool DescentScreen::calculate() {
     showError(Q(r.error));
     return false;
   }
-  const std::pair<QLabel*, const ShownValue&> shown[] = {{altitudeToLose_, r.altitudeToLose},
-                                                         {time_, r.time},
-                                                         {distance_, r.distance},
-                                                         {rodTop_, r.rodTop},
-                                                         {rodBottom_, r.rodBottom},
-                                                         {angle_, r.angle},
-                                                         {gradient_, r.gradient},
-                                                         {meanGs_, r.meanGs},
-                                                         {tasTop_, r.tasTop},
-                                                         {tasBottom_, r.tasBottom},
-                                                         {changeover_, r.changeover}};
-  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
+  ShowLocaleTexts({altitudeToLose_, time_, distance_, rodTop_, rodBottom_, angle_, gradient_, meanGs_, tasTop_,
+                   tasBottom_, changeover_},
+                  {r.altitudeToLose.text, r.time.text, r.distance.text, r.rodTop.text, r.rodBottom.text, r.angle.text,
+                   r.gradient.text, r.meanGs.text, r.tasTop.text, r.tasBottom.text, r.changeover.text});
   profile_->setProfile(std::move(r.profile), r.changeoverFt);
   return true;
 }

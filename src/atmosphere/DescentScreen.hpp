@@ -6,12 +6,7 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGridLayout;
-class QGroupBox;
-class QLabel;
-class QRadioButton;
 class QScrollBar;
-class QVBoxLayout;
 
 namespace norvane {
 
@@ -44,7 +39,6 @@ class DescentScreen : public CalculatorScreen {
   QLabel* givenCaption_ = nullptr;
   std::array<QRadioButton*, 3> optGiven_{};
   QScrollBar* disaScroll_ = nullptr;
-  QLabel* disaData_ = nullptr;
   QLabel *altitudeToLose_ = nullptr, *time_ = nullptr, *distance_ = nullptr, *rodTop_ = nullptr, *rodBottom_ = nullptr,
          *angle_ = nullptr, *gradient_ = nullptr, *meanGs_ = nullptr, *tasTop_ = nullptr, *tasBottom_ = nullptr,
          *changeover_ = nullptr;

@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -12,6 +11,7 @@
 
 #include "app/TextFormat.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
+#include "atmosphere/DisaScroll.hpp"
 #include "app/AppContext.hpp"
 #include "app/UiHelpers.hpp"
 
@@ -32,11 +32,7 @@ SpeedScreen::SpeedScreen(QWidget* parent) : CalculatorScreen(1, "frmData1", tr("
   auto* left = new QVBoxLayout;
   left->addLayout(buildInputs());
   buildOptions(left);
-  auto* row = new QHBoxLayout;
-  row->addLayout(left);
-  row->addSpacing(8);
-  row->addLayout(buildResults());
-  contentLayout()->addLayout(row);
+  addBesideResults(left, buildResults());
   setTabOrders();
   load();
   connectSignals();
@@ -48,14 +44,8 @@ QGridLayout* SpeedScreen::buildInputs() {
   for (InputBox* b : {flightLevel_, speed_}) b->setFixedWidth(b->fontMetrics().horizontalAdvance("00000000") + 16);
 
   auto* inputs = new QGridLayout;
-  QLabel* flCaption = makeCaption(tr("Flight Level"), "lblFL");
-  flCaption->setBuddy(flightLevel_);
-  speedCaption_ = makeCaption(QString(), "lblSpeed");
-  speedCaption_->setBuddy(speed_);
-  inputs->addWidget(flCaption, 0, 0);
-  inputs->addWidget(flightLevel_, 0, 1);
-  inputs->addWidget(speedCaption_, 1, 0);
-  inputs->addWidget(speed_, 1, 1);
+  addBoxRow(inputs, 0, tr("Flight Level"), "lblFL", flightLevel_);
+  speedCaption_ = addBoxRow(inputs, 1, QString(), "lblSpeed", speed_);
   inputs->setColumnStretch(2, 1);
   return inputs;
 }
@@ -64,16 +54,8 @@ void SpeedScreen::buildOptions(QVBoxLayout* left) {
   left->addWidget(
       makeOptionGroup(tr("From"), "FrameFrom", "Optinput", {tr("CAS"), tr("TAS"), tr("Mach")}, optInput_.data()).frame);
 
-  auto* disaRow = new QHBoxLayout;
-  const ValueScroll disa = MakeValueScroll(this, tr("Delta ISA (°C)"), "DISA", static_cast<int>(kDisa.min),
-                                           static_cast<int>(kDisa.max), 10, "+000", Q(ToolTipText(kDisa)));
-  disaScroll_ = disa.bar;
+  disaScroll_ = AddDisaScroll(this, left);
   disaScroll_->setMinimumWidth(140);
-  disaData_ = disa.value;
-  disaRow->addWidget(disa.caption);
-  disaRow->addWidget(disaScroll_, 1);
-  disaRow->addWidget(disaData_);
-  left->addLayout(disaRow);
 
   auto* frameUnits = makeUnitsFrame(tr("Units"), optUnits_.data());
   for (QRadioButton* o : optUnits_) o->setToolTip(tr("Units of the total air temperature and the dynamic pressure"));
@@ -128,10 +110,6 @@ void SpeedScreen::connectSignals() {
     setUnitCaptions();
     recalculateIfShown();
   });
-  connect(disaScroll_, &QScrollBar::valueChanged, this, [this](int v) {
-    disaData_->setText(Q(SignedText(v)));
-    recalculateIfShown();
-  });
 }
 
 int SpeedScreen::inputKind() const { return optInput_[0]->group()->checkedId(); }
@@ -162,9 +140,8 @@ bool SpeedScreen::calculate() {
   in.disa = disaScroll_->value();
   in.us = optUnits_[1]->isChecked();
   const SpeedCalculationResult r = ComputeSpeeds(in);
-  const std::pair<QLabel*, const ShownValue&> shown[] = {{cas_, r.cas}, {tas_, r.tas}, {mach_, r.mach},
-                                                         {eas_, r.eas}, {tat_, r.tat}, {q_, r.q}};
-  for (const auto& [label, value] : shown) label->setText(LocaleText(value.text));
+  ShowLocaleTexts({cas_, tas_, mach_, eas_, tat_, q_},
+                  {r.cas.text, r.tas.text, r.mach.text, r.eas.text, r.tat.text, r.q.text});
   return true;
 }
 

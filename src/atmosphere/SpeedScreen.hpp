@@ -6,11 +6,7 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGridLayout;
-class QLabel;
-class QRadioButton;
 class QScrollBar;
-class QVBoxLayout;
 
 namespace norvane {
 
@@ -40,7 +36,6 @@ class SpeedScreen : public CalculatorScreen {
   std::array<QRadioButton*, 3> optInput_{};
   std::array<QRadioButton*, 2> optUnits_{};
   QScrollBar* disaScroll_ = nullptr;
-  QLabel* disaData_ = nullptr;
   QLabel *cas_ = nullptr, *tas_ = nullptr, *mach_ = nullptr, *eas_ = nullptr;
   // TAT and q: their captions follow the units.
   QLabel *tatCaption_ = nullptr, *qCaption_ = nullptr;

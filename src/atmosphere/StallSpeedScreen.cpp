@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -23,14 +22,10 @@ StallSpeedScreen::StallSpeedScreen(QWidget* parent)
       tr("Stall speed calculated from Vs at sea level, standard, MTOW or  from aerodynamical data (CL max "
          "and reference wing area)"));
   buildInputs();
-  auto* row = new QHBoxLayout;
   auto* left = new QVBoxLayout;
   left->addWidget(buildReference());
   left->addWidget(buildConditions());
-  row->addLayout(left);
-  row->addSpacing(8);
-  row->addLayout(buildResults());
-  contentLayout()->addLayout(row);
+  addBesideResults(left, buildResults());
   setTabOrders();
   load();
   connectSignals();

@@ -6,11 +6,7 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGroupBox;
-class QLabel;
-class QRadioButton;
 class QScrollBar;
-class QVBoxLayout;
 
 namespace norvane {
 

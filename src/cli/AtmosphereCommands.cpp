@@ -143,10 +143,7 @@ void RegisterChangeover(CLI::App& app) {
     const ChangeoverResult r = ComputeChangeover(ias, mach);
     ResultPrinter out;
     AddResults(out, keys, {&r.altitude, &r.flightLevel});
-    if (!r.error.empty()) {
-      out.Message(r.error);
-      out.SetFailed();
-    }
+    if (!r.error.empty()) out.Fail(r.error);
     ExitStatus() = out.Print();
   });
 }
@@ -290,8 +287,7 @@ void RegisterDescent(CLI::App& app) {
     const DescentResult r = ComputeDescent(in);
     ResultPrinter out;
     if (!r.error.empty()) {
-      out.Message(r.error);
-      out.SetFailed();
+      out.Fail(r.error);
     } else {
       AddResults(out, keys,
                  {&r.altitudeToLose, &r.time, &r.distance, &r.rodTop, &r.rodBottom, &r.angle, &r.gradient, &r.meanGs,

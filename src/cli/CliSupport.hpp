@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace CLI {
@@ -58,6 +59,11 @@ class ResultPrinter {
   // Prints everything to stdout; returns the exit status to use (kExitOk unless SetFailed).
   int Print() const;
   void SetFailed() { failed_ = true; }
+  // The error label with a failed exit status.
+  void Fail(std::string text) {
+    Message(std::move(text));
+    SetFailed();
+  }
 
  private:
   struct Item {

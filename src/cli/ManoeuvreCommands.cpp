@@ -24,8 +24,7 @@ int PrintResults(const std::string& error, const std::vector<std::string>& keys,
                  const Values& value) {
   ResultPrinter out;
   if (!error.empty()) {
-    out.Message(error);
-    out.SetFailed();
+    out.Fail(error);
   } else {
     for (size_t i = 0; i < keys.size(); ++i) out.Add(keys[i], text[i], value[i]);
   }

@@ -26,8 +26,7 @@ void RunInfo(const std::string& file) {
   out.Add("file", db.GetDBFileName());
   if (!OpenDatabase(db, file)) {
     out.Add("valid", "no");
-    out.Message(db.StatusText());
-    out.SetFailed();
+    out.Fail(db.StatusText());
     ExitStatus() = out.Print();
     return;
   }
@@ -51,16 +50,14 @@ void RunFind(const std::string& file, std::string ident) {
   NavDatabase db;
   if (!OpenDatabase(db, file)) {
     ResultPrinter out;
-    out.Message(db.StatusText());
-    out.SetFailed();
+    out.Fail(db.StatusText());
     ExitStatus() = out.Print();
     return;
   }
   const IdentMatch m = db.FindIdent(ident);
   if (m.first == 0) {
     ResultPrinter out;
-    out.Message("..Not found..");
-    out.SetFailed();
+    out.Fail("..Not found..");
     ExitStatus() = out.Print();
     return;
   }
@@ -99,17 +96,14 @@ void RunBuild(const BuildOptions& o) {
   const std::vector<WaypointRecord> records = builder.Build();
   ResultPrinter out;
   if (records.empty()) {
-    out.Message("no waypoint to write: the inputs hold no usable row");
-    out.SetFailed();
+    out.Fail("no waypoint to write: the inputs hold no usable row");
   } else if (records.size() > size_t(kNavDBMaxRecords)) {
-    out.Message("too many waypoints: " + std::to_string(records.size()) + " (at most " +
-                std::to_string(kNavDBMaxRecords) + ")");
-    out.SetFailed();
+    out.Fail("too many waypoints: " + std::to_string(records.size()) + " (at most " + std::to_string(kNavDBMaxRecords) +
+             ")");
   } else {
     const std::string error = WriteFileAtomically(o.out, SerializeNavDB(records, uint32_t(o.cycle)));
     if (!error.empty()) {
-      out.Message(error);
-      out.SetFailed();
+      out.Fail(error);
     } else {
       NavDatabase db;
       db.SetDBPath(o.out);

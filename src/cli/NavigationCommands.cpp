@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -59,51 +61,49 @@ void RegisterMagVar(CLI::App& app) {
   });
 }
 
+// A batch command on standard input with its --method choice: `methods` in the order of the
+// method enum, the first the default. `run` takes the method's index and returns the number of
+// lines that could not be read.
+void AddBatchCommand(CLI::App& app, const std::string& name, const std::string& summary, const std::string& footer,
+                     std::vector<std::string> results, const std::vector<std::string>& methods,
+                     const std::string& methodHelp, long (*run)(size_t method)) {
+  auto method = std::make_shared<std::string>(methods.front());
+  CLI::App* cmd = app.add_subcommand(name, summary);
+  cmd->footer(footer);
+  Describer(cmd, std::move(results)).choice("--method", *method, methods, methodHelp);
+  cmd->callback([name, methods, method, run] {
+    const auto index = static_cast<size_t>(std::find(methods.begin(), methods.end(), *method) - methods.begin());
+    const long failed = run(index);
+    if (failed) std::fprintf(stderr, "norvane-cli %s: %ld line(s) could not be read\n", name.c_str(), failed);
+    ExitStatus() = failed ? kExitComputation : kExitOk;
+  });
+}
+
 void RegisterBatch(CLI::App& app) {
-  auto inverseMethod = std::make_shared<std::string>("wgs84");
-  CLI::App* inverse =
-      app.add_subcommand("inverse", "Batch distance and tracks, one pair of points per line of standard input");
-  inverse->footer(
+  AddBatchCommand(
+      app, "inverse", "Batch distance and tracks, one pair of points per line of standard input",
       "Reads lines \"LAT1 LON1 LAT2 LON2\" (signed decimal degrees, north and "
       "east positive, latitude -90 to 90, longitude -180 to 180 or 0 to 360 (-540 to 540 is reduced); blanks or "
       "a comma between) from standard "
       "input and writes one line \"DIST_NM TRK_INI TRK_FIN\" per input line: distance in nautical miles, "
       "initial and final true tracks in degrees, at full precision, ND where undefined. A line that cannot "
-      "be read gives \"error: line N: ...\" in its place; the exit status is then 1.");
-  Describer(inverse, {"dist_nm", "trk_ini", "trk_fin"})
-      .choice("--method", *inverseMethod, {"wgs84", "sphere", "rhumb"},
-              "wgs84 (Vincenty geodesic on the WGS 84 ellipsoid, the default), sphere (great circle, "
-              "1 minute of arc = 1 NM) or rhumb (rhumb line on that sphere; its constant track fills "
-              "both track columns)");
-  inverse->callback([inverseMethod] {
-    const InverseMethod m = *inverseMethod == "sphere"  ? InverseMethod::Sphere
-                            : *inverseMethod == "rhumb" ? InverseMethod::Rhumb
-                                                        : InverseMethod::Wgs84;
-    const long failed = RunInverseBatch(stdin, stdout, m);
-    if (failed) std::fprintf(stderr, "norvane-cli inverse: %ld line(s) could not be read\n", failed);
-    ExitStatus() = failed ? kExitComputation : kExitOk;
-  });
-
-  auto directMethod = std::make_shared<std::string>("wgs84");
-  CLI::App* direct =
-      app.add_subcommand("direct", "Batch point from track and distance, one problem per line of standard input");
-  direct->footer(
-      "Reads lines \"LAT LON TRACK DIST_NM\" (signed decimal degrees, "
-      "latitude -90 to 90, longitude -180 to 180 or 0 to 360 (-540 to 540 is reduced); true track 0 to 360 "
-      "degrees; distance 0 to 21600 NM; "
-      "blanks or a comma between) from standard input and writes one line \"LAT2 LON2\" per input line at "
-      "full precision. A line that cannot be read gives \"error: line N: ...\" in its place; the exit "
-      "status is then 1.");
-  Describer(direct, {"lat2", "lon2"})
-      .choice("--method", *directMethod, {"wgs84", "sphere"},
-              "wgs84 (Vincenty direct on the WGS 84 ellipsoid, the default) or sphere (great circle, "
-              "1 minute of arc = 1 NM)");
-  direct->callback([directMethod] {
-    const long failed =
-        RunDirectBatch(stdin, stdout, *directMethod == "sphere" ? DirectMethod::Sphere : DirectMethod::Wgs84);
-    if (failed) std::fprintf(stderr, "norvane-cli direct: %ld line(s) could not be read\n", failed);
-    ExitStatus() = failed ? kExitComputation : kExitOk;
-  });
+      "be read gives \"error: line N: ...\" in its place; the exit status is then 1.",
+      {"dist_nm", "trk_ini", "trk_fin"}, {"wgs84", "sphere", "rhumb"},
+      "wgs84 (Vincenty geodesic on the WGS 84 ellipsoid, the default), sphere (great circle, "
+      "1 minute of arc = 1 NM) or rhumb (rhumb line on that sphere; its constant track fills "
+      "both track columns)",
+      [](size_t m) { return RunInverseBatch(stdin, stdout, static_cast<InverseMethod>(m)); });
+  AddBatchCommand(app, "direct", "Batch point from track and distance, one problem per line of standard input",
+                  "Reads lines \"LAT LON TRACK DIST_NM\" (signed decimal degrees, "
+                  "latitude -90 to 90, longitude -180 to 180 or 0 to 360 (-540 to 540 is reduced); true track 0 to 360 "
+                  "degrees; distance 0 to 21600 NM; "
+                  "blanks or a comma between) from standard input and writes one line \"LAT2 LON2\" per input line at "
+                  "full precision. A line that cannot be read gives \"error: line N: ...\" in its place; the exit "
+                  "status is then 1.",
+                  {"lat2", "lon2"}, {"wgs84", "sphere"},
+                  "wgs84 (Vincenty direct on the WGS 84 ellipsoid, the default) or sphere (great circle, "
+                  "1 minute of arc = 1 NM)",
+                  [](size_t m) { return RunDirectBatch(stdin, stdout, static_cast<DirectMethod>(m)); });
 }
 
 }  // namespace

@@ -178,8 +178,7 @@ void RegisterToolCommands(CLI::App& app) {
     if (r.ok()) {
       out.Add("result", r.text, r.value);
     } else {
-      out.Message(r.text);
-      out.SetFailed();
+      out.Fail(r.text);
     }
     ExitStatus() = out.Print();
   });

@@ -77,10 +77,7 @@ void RegisterTsdCommand(CLI::App& app) {
     ResultPrinter out;
     for (int r = 0; r < kTsdResultCount; ++r)
       if (!t.text[size_t(r)].empty()) out.Add(kKeys[r], t.text[size_t(r)], t.value[size_t(r)]);
-    if (!t.message.empty()) {
-      out.Message(t.message);
-      out.SetFailed();
-    }
+    if (!t.message.empty()) out.Fail(t.message);
     ExitStatus() = out.Print();
   });
 }

@@ -72,8 +72,7 @@ void RegisterWeatherCommand(CLI::App& app) {
       printer.Add("recorded", result.recorded);
       printer.Add("report", OneLine(result.report));
     } else {
-      printer.Message(OneLine(WeatherErrorText(result.code)));
-      printer.SetFailed();
+      printer.Fail(OneLine(WeatherErrorText(result.code)));
     }
     ExitStatus() = printer.Print();
   });

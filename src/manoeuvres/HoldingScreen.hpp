@@ -6,10 +6,6 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGridLayout;
-class QGroupBox;
-class QRadioButton;
-
 namespace norvane {
 
 class HoldingPicture;

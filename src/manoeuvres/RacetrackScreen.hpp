@@ -7,11 +7,6 @@
 #include "manoeuvres/Racetrack.hpp"
 #include "manoeuvres/RateTurnScreen.hpp"
 
-class QGridLayout;
-class QGroupBox;
-class QRadioButton;
-class QVBoxLayout;
-
 namespace norvane {
 
 class RacetrackPicture;

@@ -6,9 +6,6 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QGroupBox;
-class QRadioButton;
-
 namespace norvane {
 
 class RateTurnScreen : public CalculatorScreen {

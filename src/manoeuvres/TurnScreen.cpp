@@ -92,14 +92,8 @@ QGroupBox* TurnScreen::buildAnticipation() {
   // The anticipation: its two inputs and two results.
   auto* frameTAA = makeFrame(tr("Turn anticipation angle"), "FrameTAA");
   auto* al = new QGridLayout(frameTAA);
-  QLabel* angleCaption = makeCaption(tr("Intercept angle (°)"), "lbldata1");
-  angleCaption->setBuddy(interceptAngle_);
-  QLabel* distCaption = makeCaption(tr("Distance (NM)"), "lbldata2");
-  distCaption->setBuddy(interceptDistance_);
-  al->addWidget(angleCaption, 0, 0);
-  al->addWidget(interceptAngle_, 0, 1);
-  al->addWidget(distCaption, 1, 0);
-  al->addWidget(interceptDistance_, 1, 1);
+  addBoxRow(al, 0, tr("Intercept angle (°)"), "lbldata1", interceptAngle_);
+  addBoxRow(al, 1, tr("Distance (NM)"), "lbldata2", interceptDistance_);
   addResultRows(al,
                 {{tr("Anticipation (°)"), "dataR3", tr("Turn anticipation angle (°)"), "lbldata6"},
                  {tr("Final distance (NM)"), "dataR4", tr("Distance to station at end of turn (NM)"), "lbldata7"}},

@@ -6,10 +6,6 @@
 
 #include "manoeuvres/RateTurnScreen.hpp"
 
-class QGroupBox;
-class QRadioButton;
-class QVBoxLayout;
-
 namespace norvane {
 
 class TurnScreen : public RateTurnScreen {

@@ -1,6 +1,9 @@
 #include "manoeuvres/Wind.hpp"
 
 #include <cmath>
+#include <initializer_list>
+#include <string>
+#include <utility>
 
 #include "app/Angles.hpp"
 #include "app/TextFormat.hpp"
@@ -12,6 +15,32 @@ namespace {
 double NorthAsZero(double a) { return a == 360 ? 0 : a; }
 
 std::string Signed(double v) { return SignedText(RoundToInt16(v)); }
+
+// The error text alone, no results.
+WindTexts Message(const char* message) {
+  WindTexts t;
+  t.message = message;
+  return t;
+}
+
+// The result rows in order, each value with its text.
+WindTexts Results(std::initializer_list<std::pair<double, std::string>> rows) {
+  WindTexts t;
+  for (const auto& [value, text] : rows) {
+    t.value[t.count] = value;
+    t.text[t.count++] = text;
+  }
+  return t;
+}
+
+// The rows of the known and unknown wind screens: a speed, a direction and two signed angles or
+// components.
+WindTexts SpeedDirectionTexts(double speed, double direction, double third, double fourth) {
+  return Results({{speed, FormatMask(speed, "0")},
+                  {direction, FormatMask(direction, "000")},
+                  {third, Signed(third)},
+                  {fourth, Signed(fourth)}});
+}
 
 }  // namespace
 
@@ -55,56 +84,22 @@ RunwayWind ComputeRunwayWind(double runway, double windSpeed, double windDirecti
 WindTexts KnownWindTexts(double tas, double track, double windSpeed, double windDirection) {
   track = NorthAsZero(track);
   windDirection = NorthAsZero(windDirection);
-  WindTexts t;
   const WindTriangle w = SolveWindTriangle(tas, track, windSpeed, windDirection);
-  if (w.failed) {
-    t.message = kTooStrongWindText;
-    return t;
-  }
-  const double heading = Norm360(track + w.wca);
-  const double headTail = w.groundSpeed - tas;
-  t.value[0] = w.groundSpeed;
-  t.value[1] = heading;
-  t.value[2] = w.wca;
-  t.value[3] = headTail;
-  t.text[0] = FormatMask(w.groundSpeed, "0");
-  t.text[1] = FormatMask(heading, "000");
-  t.text[2] = Signed(w.wca);
-  t.text[3] = Signed(headTail);
-  t.count = 4;
-  return t;
+  if (w.failed) return Message(kTooStrongWindText);
+  return SpeedDirectionTexts(w.groundSpeed, Norm360(track + w.wca), w.wca, w.groundSpeed - tas);
 }
 
 WindTexts UnknownWindTexts(double tas, double groundSpeed, double track, double heading) {
   track = NorthAsZero(track);
   heading = NorthAsZero(heading);
-  WindTexts t;
   const UnknownWind w = ComputeUnknownWind(tas, groundSpeed, track, heading);
-  if (w.inconsistent) {
-    t.message = kInconsistentWindText;
-    return t;
-  }
-  t.value[0] = w.windSpeed;
-  t.value[1] = w.windDirection;
-  t.value[2] = w.drift;
-  t.value[3] = w.headTail;
-  t.text[0] = FormatMask(w.windSpeed, "0");
-  t.text[1] = FormatMask(w.windDirection, "000");
-  t.text[2] = Signed(w.drift);
-  t.text[3] = Signed(w.headTail);
-  t.count = 4;
-  return t;
+  if (w.inconsistent) return Message(kInconsistentWindText);
+  return SpeedDirectionTexts(w.windSpeed, w.windDirection, w.drift, w.headTail);
 }
 
 WindTexts RunwayWindTexts(double runway, double windSpeed, double windDirection) {
   const RunwayWind w = ComputeRunwayWind(NorthAsZero(runway), windSpeed, NorthAsZero(windDirection));
-  WindTexts t;
-  t.value[0] = w.crosswind;
-  t.value[1] = w.headTail;
-  t.text[0] = Signed(w.crosswind);
-  t.text[1] = Signed(w.headTail);
-  t.count = 2;
-  return t;
+  return Results({{w.crosswind, Signed(w.crosswind)}, {w.headTail, Signed(w.headTail)}});
 }
 
 }  // namespace norvane

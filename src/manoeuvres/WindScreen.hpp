@@ -6,8 +6,6 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QRadioButton;
-
 namespace norvane {
 
 class WindScreen : public CalculatorScreen {

@@ -5,7 +5,6 @@
 #include "navigation/NavigationScreen.hpp"
 
 class QDateEdit;
-class QLabel;
 
 namespace norvane {
 

@@ -39,20 +39,6 @@ double UnitToNm(double value, DistanceUnit unit) {
   return value;
 }
 
-const char* UnitName(DistanceUnit unit) {
-  switch (unit) {
-    case DistanceUnit::Nm:
-      return "NM";
-    case DistanceUnit::Km:
-      return "km";
-    case DistanceUnit::M:
-      return "m";
-    case DistanceUnit::Ft:
-      return "ft";
-  }
-  return "";
-}
-
 double DmsToDegrees(double deg, double min, double sec, bool southOrWest) {
   const double v = deg + min / 60 + sec / 3600;
   return southOrWest ? -v : v;

@@ -20,8 +20,6 @@ enum class DistanceUnit { Nm = 0, Km = 1, M = 2, Ft = 3 };
 double NmToUnit(double nm, DistanceUnit unit);
 // The unit into NM: km / 1.852, m / 1852, ft * (0.3048 / 1852).
 double UnitToNm(double value, DistanceUnit unit);
-// "NM", "km", "m", "ft".
-const char* UnitName(DistanceUnit unit);
 
 // The distance of "Point from track-distance": up to 5400 NM, or up to 10000 in the other units.
 constexpr Quantity PointDistance(DistanceUnit unit) {

@@ -128,15 +128,13 @@ QWidget* NavigationScreen::makeImportButton(const QString& name, const Coordinat
   auto* box = new QWidget(this);
   auto* column = new QVBoxLayout(box);
   column->setContentsMargins(0, 0, 0, 0);
-  auto* b = new QPushButton(tr("Import from database"), box);
+  auto* b = MakeButton(box, tr("Import from database"), name);
   auto* named = new QLabel(box);
   named->setObjectName(QStringLiteral("lbl") + name.mid(3));
   named->setAlignment(Qt::AlignCenter);
   named->setMinimumHeight(named->fontMetrics().height());
   column->addWidget(b);
   column->addWidget(named);
-  b->setObjectName(name);
-  b->setAutoDefault(false);
   EnableWithDatabase(this, b, tr("Take the coordinates of a waypoint from the active database"));
   const CoordinateFields latFields = lat->fields(), lonFields = lon->fields();
   connect(b, &QPushButton::clicked, this, [this, latFields, lonFields, named] {

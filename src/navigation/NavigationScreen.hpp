@@ -11,13 +11,6 @@
 #include "navigation/NavCalculations.hpp"
 #include "waypoints/WaypointImport.hpp"
 
-class QAbstractButton;
-class QGridLayout;
-class QGroupBox;
-class QLabel;
-class QPushButton;
-class QRadioButton;
-
 namespace norvane {
 
 class NavigationScreen : public CalculatorScreen {

@@ -4,8 +4,6 @@
 
 #include "navigation/NavigationScreen.hpp"
 
-class QLabel;
-
 namespace norvane {
 
 class PointScreen : public NavigationScreen {

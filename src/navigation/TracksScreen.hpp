@@ -6,8 +6,6 @@
 
 #include "navigation/NavigationScreen.hpp"
 
-class QLabel;
-
 namespace norvane {
 
 class TracksScreen : public NavigationScreen {

@@ -59,10 +59,7 @@ void LinksScreen::buildList() {
   });
   contentLayout()->addWidget(listLinks_);
 
-  cmdConnect_ = new QPushButton(tr("Connect"), this);
-  cmdConnect_->setObjectName("cmdConnect");
-  cmdConnect_->setToolTip(tr("Open the selected link in your web browser"));
-  cmdConnect_->setAutoDefault(false);
+  cmdConnect_ = MakeButton(this, tr("Connect"), "cmdConnect", tr("Open the selected link in your web browser"));
   connect(cmdConnect_, &QPushButton::clicked, this, &LinksScreen::connectSelected);
   contentLayout()->addWidget(cmdConnect_);
 }
@@ -87,10 +84,7 @@ QGroupBox* LinksScreen::buildEditor() {
                                         "Delete selected data link", "Save the link",
                                         "Discard the changes",       "Restore default program links"};
   for (int i = 0; i < kEditButtonCount; ++i) {
-    cmdEditLink_[i] = new QPushButton(tr(captions[i]), editor);
-    cmdEditLink_[i]->setObjectName(QStringLiteral("cmdEditLink%1").arg(i));
-    cmdEditLink_[i]->setToolTip(tr(tips[i]));
-    cmdEditLink_[i]->setAutoDefault(false);
+    cmdEditLink_[i] = MakeButton(editor, tr(captions[i]), QStringLiteral("cmdEditLink%1").arg(i), tr(tips[i]));
     connect(cmdEditLink_[i], &QPushButton::clicked, this, [this, i] { onEditButton(i); });
     buttons->addWidget(cmdEditLink_[i]);
   }

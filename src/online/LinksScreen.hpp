@@ -6,7 +6,6 @@
 
 class QLineEdit;
 class QListWidget;
-class QPushButton;
 class QTimer;
 
 namespace norvane {

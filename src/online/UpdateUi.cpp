@@ -96,10 +96,8 @@ void DecorateAboutBox(AboutDialog* about) {
     about->extensionLayout()->addLayout(row);
     return;
   }
-  auto* cmdUpdate = new QPushButton(QObject::tr("Check for &update"), about);
-  cmdUpdate->setObjectName("CmdUpdate");
-  cmdUpdate->setToolTip(QObject::tr("Look for a newer version of Norvane on the update server"));
-  cmdUpdate->setAutoDefault(false);
+  auto* cmdUpdate = MakeButton(about, QObject::tr("Check for &update"), "CmdUpdate",
+                               QObject::tr("Look for a newer version of Norvane on the update server"));
   row->addWidget(cmdUpdate);
   row->addWidget(lblUpdate, 1);
   about->extensionLayout()->addLayout(row);

@@ -105,9 +105,7 @@ void SunScreen::buildDateAndTime() {
   dl->addWidget(dtPicker_);
   auto* dateColumn = new QVBoxLayout;
   dateColumn->addWidget(frameDate);
-  cmdImportInitial_ = new QPushButton(tr("Import from database"), this);
-  cmdImportInitial_->setObjectName("cmdImportInitial");
-  cmdImportInitial_->setAutoDefault(false);
+  cmdImportInitial_ = MakeButton(this, tr("Import from database"), "cmdImportInitial");
   connect(cmdImportInitial_, &QPushButton::clicked, this, &SunScreen::importPosition);
   EnableWithDatabase(this, cmdImportInitial_, tr("Take the position of a waypoint of the active database"));
   dateColumn->addStretch();

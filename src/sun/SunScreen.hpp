@@ -8,7 +8,6 @@
 
 class QComboBox;
 class QDateEdit;
-class QRadioButton;
 class QScrollBar;
 
 namespace norvane {

@@ -8,8 +8,6 @@
 #include "app/CalculatorScreen.hpp"
 #include "tools/FlightComputer.hpp"
 
-class QRadioButton;
-
 namespace norvane {
 
 class FlightComputerScreen : public CalculatorScreen {

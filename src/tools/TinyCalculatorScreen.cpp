@@ -228,10 +228,7 @@ QVBoxLayout* TinyCalculatorScreen::buildSide() {
 }
 
 QPushButton* TinyCalculatorScreen::makeKey(const QString& caption, const QString& name, const QString& toolTip) {
-  auto* b = new QPushButton(caption, this);
-  b->setObjectName(name);
-  b->setToolTip(toolTip);
-  b->setAutoDefault(false);
+  auto* b = MakeButton(this, caption, name, toolTip);
   b->setMinimumWidth(b->fontMetrics().horizontalAdvance(QStringLiteral("asin")) + 20);
   return b;
 }

@@ -7,13 +7,9 @@
 #include "app/CalculatorScreen.hpp"
 #include "tools/TinyCalculator.hpp"
 
-class QGridLayout;
-class QHBoxLayout;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
-class QRadioButton;
-class QVBoxLayout;
 
 namespace norvane {
 

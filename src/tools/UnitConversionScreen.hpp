@@ -11,7 +11,6 @@
 
 class QComboBox;
 class QListWidget;
-class QRadioButton;
 
 namespace norvane {
 

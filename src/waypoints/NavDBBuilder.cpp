@@ -303,23 +303,9 @@ std::vector<WaypointRecord> NavDBBuilder::Build() {
   }
   candidates_.clear();
   SortRecords(out);
-  stats_.airports = stats_.vors = stats_.ndbs = stats_.intersections = 0;
-  for (const WaypointRecord& r : out) {
-    switch (RecordType(r)) {
-      case WaypointType::Airport:
-        ++stats_.airports;
-        break;
-      case WaypointType::Vor:
-        ++stats_.vors;
-        break;
-      case WaypointType::Ndb:
-        ++stats_.ndbs;
-        break;
-      case WaypointType::Intersection:
-        ++stats_.intersections;
-        break;
-    }
-  }
+  int64_t* const kept[] = {&stats_.airports, &stats_.vors, &stats_.ndbs, &stats_.intersections};  // by WaypointType
+  for (int64_t* n : kept) *n = 0;
+  for (const WaypointRecord& r : out) ++*kept[static_cast<size_t>(RecordType(r))];
   return out;
 }
 

@@ -138,17 +138,8 @@ CoordinateBoxTexts CoordinateBoxes(int32_t tenths, bool negative, bool withSecon
 }
 
 const char* TypeCode(WaypointType type) {
-  switch (type) {
-    case WaypointType::Airport:
-      return "APT";
-    case WaypointType::Vor:
-      return "VOR";
-    case WaypointType::Ndb:
-      return "NDB";
-    case WaypointType::Intersection:
-      return "INT";
-  }
-  return "";
+  constexpr const char* kCodes[] = {"APT", "VOR", "NDB", "INT"};  // by WaypointType, two bits of a record
+  return kCodes[static_cast<size_t>(type)];
 }
 
 std::string TypeText(const WaypointRecord& r) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/TextLines.hpp"
 #include "app/Units.hpp"
 #include "atmosphere/AtmosphereCalculations.hpp"
 
@@ -585,13 +586,7 @@ bool ContinuesReport(std::string_view line) {
 std::vector<std::string> SplitReports(std::string_view text) {
   std::vector<std::string> reports;
   bool open = false;  // the last report may take continuation lines
-  size_t start = 0;
-  while (start < text.size()) {
-    size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
-    start = end + 1;
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  for (const std::string_view line : Lines(text)) {
     if (Split(line).empty() || IsTimeLine(line)) {
       open = false;
       continue;

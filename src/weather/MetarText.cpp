@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstdio>
+#include <string_view>
+#include <utility>
 
 #include "app/TextFormat.hpp"
 
@@ -110,6 +112,12 @@ std::string RvrText(const RunwayRange& r) {
   return s;
 }
 
+// The descriptors written before the phenomena ("FZRA" -> "freezing rain").
+constexpr std::pair<std::string_view, const char*> kDescriptorWords[] = {
+    {"FZ", "freezing "}, {"MI", "shallow "},      {"BC", "patches of "},
+    {"PR", "partial "},  {"DR", "low drifting "}, {"BL", "blowing "},
+};
+
 // "-SHRA" -> "light rain showers", "+TSRA" -> "heavy thunderstorm with rain", "VCFG" -> "fog in the
 // vicinity", "+FC" -> "tornado or waterspout".
 std::string WeatherWords(std::string_view code) {
@@ -131,18 +139,9 @@ std::string WeatherWords(std::string_view code) {
     s = phen.empty() ? "showers" : phen + " showers";
   else if (d == "TS")
     s = phen.empty() ? "thunderstorm" : "thunderstorm with " + phen;
-  else if (d == "FZ")
-    s = "freezing " + phen;
-  else if (d == "MI")
-    s = "shallow " + phen;
-  else if (d == "BC")
-    s = "patches of " + phen;
-  else if (d == "PR")
-    s = "partial " + phen;
-  else if (d == "DR")
-    s = "low drifting " + phen;
-  else if (d == "BL")
-    s = "blowing " + phen;
+  else
+    for (const auto& [descriptor, words] : kDescriptorWords)
+      if (d == descriptor) s = words + phen;
   if (p->intensity == "-") s = "light " + s;
   if (p->intensity == "+" && !(phen == "tornado or waterspout" && d.empty())) s = "heavy " + s;
   if (p->intensity == "VC") s += " in the vicinity";

@@ -1,5 +1,6 @@
 #include "weather/WeatherReport.hpp"
 
+#include "app/TextLines.hpp"
 #include "online/NetTexts.hpp"
 #include "online/ServerText.hpp"
 
@@ -29,12 +30,7 @@ WeatherResult ParseWeatherReply(std::string_view bytes, int currentYear) {
     return result;
   }
   bool first = true;
-  size_t start = 0;
-  while (start <= reply.size()) {
-    size_t end = reply.find('\n', start);
-    if (end == std::string_view::npos) end = reply.size();
-    std::string_view line = reply.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  for (const std::string_view line : Lines(reply)) {
     if (first) {
       result.recorded = std::string(line);
       first = false;
@@ -45,7 +41,6 @@ WeatherResult ParseWeatherReply(std::string_view bytes, int currentYear) {
         result.report += line.substr(lead, line.find_last_not_of(' ') + 1 - lead);
       }
     }
-    start = end + 1;
   }
   return result;
 }

@@ -85,17 +85,12 @@ QGroupBox* WeatherScreen::buildKind() {
 }
 
 void WeatherScreen::addFetchButtons(QHBoxLayout* top) {
-  cmdGetWeather_ = new QPushButton(tr("&Get weather"), this);
-  cmdGetWeather_->setObjectName("CmdGetWeather");
-  cmdGetWeather_->setToolTip(tr("Fetch the latest report of this airport from the weather server"));
-  cmdGetWeather_->setAutoDefault(false);
+  cmdGetWeather_ = MakeButton(this, tr("&Get weather"), "CmdGetWeather",
+                              tr("Fetch the latest report of this airport from the weather server"));
   cmdGetWeather_->setEnabled(false);
   connect(cmdGetWeather_, &QPushButton::clicked, this, &WeatherScreen::getWeather);
   top->addWidget(cmdGetWeather_, 0, Qt::AlignBottom);
-  cmdCancel_ = new QPushButton(tr("&Cancel"), this);
-  cmdCancel_->setObjectName("CmdCancel");
-  cmdCancel_->setToolTip(tr("Stop waiting for the weather server"));
-  cmdCancel_->setAutoDefault(false);
+  cmdCancel_ = MakeButton(this, tr("&Cancel"), "CmdCancel", tr("Stop waiting for the weather server"));
   cmdCancel_->setEnabled(false);
   connect(cmdCancel_, &QPushButton::clicked, this, &WeatherScreen::cancelFetch);
   top->addWidget(cmdCancel_, 0, Qt::AlignBottom);

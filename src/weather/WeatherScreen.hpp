@@ -6,10 +6,7 @@
 
 #include "app/CalculatorScreen.hpp"
 
-class QLabel;
 class QPlainTextEdit;
-class QPushButton;
-class QRadioButton;
 class QTabWidget;
 
 namespace norvane {
