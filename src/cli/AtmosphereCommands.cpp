@@ -52,6 +52,9 @@ void RegisterAtmosphere(CLI::App& app) {
                Range(AtmosphereAltitude(true, false)) + " geometric, " + Range(AtmosphereAltitude(true, true)) +
                " geopotential)")
       ->type_name("V");
+  d.variant({"--feet", "--geopotential"}, AtmosphereAltitude(true, true));
+  d.variant({"--feet"}, AtmosphereAltitude(true, false));
+  d.variant({"--geopotential"}, AtmosphereAltitude(false, true));
   d.flag("--feet", a->feet, "Altitude in feet (default metres)");
   d.flag("--geopotential", a->geopotential, "Altitude is geopotential (default geometric, true altitude)");
   d.number("--disa", a->disa, kDisa, false, "(default 0)")->type_name("DEG");

@@ -33,6 +33,13 @@ std::string OptionJson(const OptionEntry& o) {
   std::string out = "{\"name\": " + JsonQuote(o.name) + ", \"kind\": " + JsonQuote(o.kind);
   if (o.quantity) out += ", " + QuantityJson(*o.quantity);
   if (o.usQuantity) out += ", \"us\": {" + QuantityJson(*o.usQuantity) + "}";
+  if (!o.variants.empty()) {
+    out += ", \"variants\": [";
+    for (size_t i = 0; i < o.variants.size(); ++i)
+      out += (i ? ", {\"when\": " : "{\"when\": ") + JsonList(o.variants[i].first) + ", " +
+             QuantityJson(o.variants[i].second) + "}";
+    out += "]";
+  }
   if (!o.values.empty()) out += ", \"values\": " + JsonList(o.values);
   out += ", \"default\": " + (o.defaultValue.empty() ? std::string("null") : JsonQuote(o.defaultValue));
   out += std::string(", \"required\": ") + (o.required ? "true" : "false");
@@ -67,6 +74,13 @@ std::string DescribeText() {
       if (o.usQuantity) {
         out += " (with --us " + Shortest(o.usQuantity->min) + " to " + Shortest(o.usQuantity->max);
         if (!CliUnit(*o.usQuantity).empty()) out += " " + std::string(CliUnit(*o.usQuantity));
+        out += ")";
+      }
+      for (const auto& [when, q] : o.variants) {
+        out += " (with";
+        for (const std::string& w : when) out += " " + w;
+        out += " " + Shortest(q.min) + " to " + Shortest(q.max);
+        if (!CliUnit(q).empty()) out += " " + std::string(CliUnit(q));
         out += ")";
       }
       if (!o.values.empty()) {
@@ -141,21 +155,25 @@ CLI::Option* Describer::number(const std::string& name, std::string& value, cons
   if (!extra.empty()) help += " " + extra;
   CLI::Option* o = command_->add_option(name, value, help);
   if (required) o->required();
-  OptionEntry e{name, "number", q, us, {}, value, required, help};
+  OptionEntry e{name, "number", q, us, {}, value, required, help, {}};
   entry().options.push_back(std::move(e));
   return o;
+}
+
+void Describer::variant(std::vector<std::string> when, const Quantity& q) {
+  entry().options.back().variants.emplace_back(std::move(when), q);
 }
 
 CLI::Option* Describer::choice(const std::string& name, std::string& value, const std::vector<std::string>& values,
                                const std::string& help) {
   CLI::Option* o = command_->add_option(name, value, help)->check(CLI::IsMember(values));
-  entry().options.push_back({name, "choice", std::nullopt, std::nullopt, values, value, false, help});
+  entry().options.push_back({name, "choice", std::nullopt, std::nullopt, values, value, false, help, {}});
   return o;
 }
 
 CLI::Option* Describer::flag(const std::string& name, bool& value, const std::string& help) {
   CLI::Option* o = command_->add_flag(name, value, help);
-  entry().options.push_back({name, "flag", std::nullopt, std::nullopt, {}, {}, false, help});
+  entry().options.push_back({name, "flag", std::nullopt, std::nullopt, {}, {}, false, help, {}});
   return o;
 }
 
@@ -163,14 +181,14 @@ CLI::Option* Describer::text(const std::string& name, std::string& value, const 
                              const std::string& help) {
   CLI::Option* o = command_->add_option(name, value, help);
   if (required) o->required();
-  entry().options.push_back({name, kind, std::nullopt, std::nullopt, {}, value, required, help});
+  entry().options.push_back({name, kind, std::nullopt, std::nullopt, {}, value, required, help, {}});
   return o;
 }
 
 CLI::Option* Describer::positional(const std::string& name, std::string& value, const std::string& kind,
                                    const std::string& help, std::optional<Quantity> q) {
   CLI::Option* o = command_->add_option(name, value, help)->required();
-  entry().options.push_back({name, kind, q, std::nullopt, {}, {}, true, help});
+  entry().options.push_back({name, kind, q, std::nullopt, {}, {}, true, help, {}});
   return o;
 }
 

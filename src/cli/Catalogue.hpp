@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/Quantity.hpp"
@@ -27,6 +28,9 @@ struct OptionEntry {
   std::string defaultValue;            // empty: no default
   bool required = false;
   std::string help;
+  // A number's range where other options move it: the words that must all hold ("--feet" for a
+  // flag given, "--unit=km" for a choice), most specific first; the first that holds applies.
+  std::vector<std::pair<std::vector<std::string>, Quantity>> variants;
 };
 
 struct CommandEntry {
@@ -64,6 +68,8 @@ class Describer {
   // under --us when that differs; `extra` is appended to the help ("(needs --distance)").
   CLI::Option* number(const std::string& name, std::string& value, const Quantity& q, bool required,
                       const std::string& extra = {}, std::optional<Quantity> us = std::nullopt);
+  // The range of the number option added last where `when` holds (see OptionEntry::variants).
+  void variant(std::vector<std::string> when, const Quantity& q);
   CLI::Option* choice(const std::string& name, std::string& value, const std::vector<std::string>& values,
                       const std::string& help);
   CLI::Option* flag(const std::string& name, bool& value, const std::string& help);

@@ -121,6 +121,8 @@ void RegisterPoint(CLI::App& app) {
   const Quantity other = PointDistance(DistanceUnit::Km);
   d.number("--distance", o->distance, PointDistance(DistanceUnit::Nm), true,
            "(up to " + Shortest(other.max) + " with --unit km, m or ft)");
+  for (const DistanceUnit unit : {DistanceUnit::Km, DistanceUnit::M, DistanceUnit::Ft})
+    d.variant({"--unit=" + kUnitNames[size_t(unit)]}, PointDistance(unit));
   d.choice("--unit", o->unit, kUnitNames, "Distance unit (default nm)");
   d.choice("--model", o->model, {"sphere", "wgs84"}, "Earth model (default wgs84)");
   CLI::Option* magnetic = AddMagOptions(d, o->mag, "The track is magnetic: true track = magnetic track + variation");

@@ -61,7 +61,7 @@ CLI::Option* AddNumbers(CLI::App* cmd, Describer& d, const std::string& name, st
                         std::initializer_list<Quantity> parts, const std::string& typeName) {
   std::string help;
   for (const Quantity& q : parts) help += (help.empty() ? "" : "; ") + QuantityHelp(q);
-  d.entry().options.push_back({name, "text", std::nullopt, std::nullopt, {}, {}, false, typeName + ": " + help});
+  d.entry().options.push_back({name, "text", std::nullopt, std::nullopt, {}, {}, false, typeName + ": " + help, {}});
   return cmd->add_option(name, values, help)->type_name(typeName)->expected(static_cast<int>(parts.size()));
 }
 
@@ -165,7 +165,7 @@ void RegisterToolCommands(CLI::App& app) {
   dcalc.flag("--rad", calcOpt->radians, "Trigonometry in radians instead of degrees");
   const std::string expressionHelp = "The expression (several words are joined by blanks)";
   calc->add_option("EXPRESSION", calcOpt->words, expressionHelp)->type_name("TEXT")->required();
-  dcalc.entry().options.push_back({"EXPRESSION", "text", std::nullopt, std::nullopt, {}, {}, true, expressionHelp});
+  dcalc.entry().options.push_back({"EXPRESSION", "text", std::nullopt, std::nullopt, {}, {}, true, expressionHelp, {}});
   calc->callback([calcOpt] {
     std::string expression;
     for (const auto& w : calcOpt->words) expression += (expression.empty() ? "" : " ") + w;

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <regex>
 #include <set>
@@ -47,36 +48,52 @@ TEST(CliDescribe, ListsEveryCalculatorAndEachRangeHoldsAtItsEnds) {
     for (const QJsonValue& o : c["options"].toArray()) {
       if (o["kind"] != "number" || !o["name"].toString().startsWith("--")) continue;
       const std::string option = o["name"].toString().toStdString();
-      bool tried = false;
-      for (const std::string& base : good) {
-        const auto has = [&base](const std::string& word) { return (base + " ").find(" " + word + " ") != base.npos; };
-        // --feet and --geopotential move the altitude's range away from the listed metric one.
-        std::smatch at;
-        if (!base.starts_with(name + " ") || has("--feet") || has("--geopotential") ||
-            !std::regex_search(base, at, std::regex(" " + option + " ([^ ]+)")))
-          continue;
-        tried = true;
-        const bool us = has("--us");
-        const QJsonObject q = us && o["us"].isObject() ? o["us"].toObject() : o.toObject();
-        const double lo = q["min"].toDouble(), hi = q["max"].toDouble();
-        const double step = q["whole"].toBool() ? 1 : std::pow(10.0, -q["decimals"].toInt() - 1);
-        const std::string range = Number(lo) + " to " + Number(hi);
-        const auto with = [&](double v) {
-          return RunCliLine(at.prefix().str() + " " + option + " " + Number(v) + at.suffix().str());
-        };
-        for (double v : {lo, hi}) {
-          const auto r = with(v);
-          EXPECT_NE(r.status, 2) << base << " with " << option << " " << Number(v) << "\n" << r.out;
-        }
-        for (double v : {lo - step, hi + step}) {
-          const auto r = with(v);
-          EXPECT_EQ(r.status, 2) << base << " with " << option << " " << Number(v) << "\n" << r.out;
-          EXPECT_NE(r.out.find(option + ": "), std::string::npos) << r.out;
-          EXPECT_NE(r.out.find(range), std::string::npos) << "range " << range << ": " << r.out;
-        }
-        break;
+      // The listed range, then each range that other options move it to ("--feet", "--unit=km").
+      std::vector<std::pair<std::set<std::string>, QJsonObject>> ranges{{{}, o.toObject()}};
+      std::set<std::string> movers;
+      for (const QJsonValue& v : o["variants"].toArray()) {
+        std::set<std::string> when;
+        for (const QJsonValue& w : v["when"].toArray()) when.insert(w.toString().toStdString());
+        movers.insert(when.begin(), when.end());
+        ranges.emplace_back(when, v.toObject());
       }
-      EXPECT_TRUE(tried) << name << " " << option << ": no succeeding row of the command table uses it";
+      for (const auto& [when, described] : ranges) {
+        bool tried = false;
+        for (const std::string& base : good) {
+          const auto has = [&base](std::string word) {
+            if (const size_t eq = word.find('='); eq != word.npos) word[eq] = ' ';
+            return (base + " ").find(" " + word + " ") != base.npos;
+          };
+          const bool same = std::all_of(movers.begin(), movers.end(),
+                                        [&](const std::string& m) { return has(m) == (when.count(m) == 1); });
+          std::smatch at;
+          if (!base.starts_with(name + " ") || !same ||
+              !std::regex_search(base, at, std::regex(" " + option + " ([^ ]+)")))
+            continue;
+          tried = true;
+          const QJsonObject q = has("--us") && described["us"].isObject() ? described["us"].toObject() : described;
+          const double lo = q["min"].toDouble(), hi = q["max"].toDouble();
+          const double step = q["whole"].toBool() ? 1 : std::pow(10.0, -q["decimals"].toInt() - 1);
+          const std::string range = Number(lo) + " to " + Number(hi);
+          const auto with = [&](double v) {
+            return RunCliLine(at.prefix().str() + " " + option + " " + Number(v) + at.suffix().str());
+          };
+          for (double v : {lo, hi}) {
+            const auto r = with(v);
+            EXPECT_NE(r.status, 2) << base << " with " << option << " " << Number(v) << "\n" << r.out;
+          }
+          for (double v : {lo - step, hi + step}) {
+            const auto r = with(v);
+            EXPECT_EQ(r.status, 2) << base << " with " << option << " " << Number(v) << "\n" << r.out;
+            EXPECT_NE(r.out.find(option + ": "), std::string::npos) << r.out;
+            EXPECT_NE(r.out.find(range), std::string::npos) << "range " << range << ": " << r.out;
+          }
+          break;
+        }
+        std::string where;
+        for (const std::string& w : when) where += " " + w;
+        EXPECT_TRUE(tried) << name << " " << option << where << ": no succeeding row of the command table uses it";
+      }
     }
   }
   for (const char* calculator :

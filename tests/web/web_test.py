@@ -15,7 +15,7 @@ from selenium.webdriver.support.ui import Select
 # (screen, command, entries by option name): a name without "--" is a positional, "<stdin>" the
 # standard input; True switches a flag on.
 ROWS = [
-    ('atmosphere', 'atmosphere', {'--altitude': '5000', '--disa': '10'}),
+    ('atmosphere', 'atmosphere', {'--altitude': '90000', '--feet': True, '--disa': '10'}),  # beyond 85999 m
     ('speed', 'speed', {'--fl': '350', '--mach': '0.78'}),
     ('changeover', 'changeover', {'--ias': '280', '--mach': '0.78'}),
     ('descent', 'descent', {'--from': '35000', '--to': '3000', '--ias': '280', '--mach': '0.78', '--rate': '2000'}),
@@ -151,6 +151,12 @@ def check_rules(page, catalogue):
     check(calculate.is_enabled(), 'Calculate disabled with valid boxes')
     page.field('--tas', 'input').send_keys(Keys.ENTER)
     check(page.js('return document.activeElement.closest(".field").dataset.option') != '--tas', 'Enter did not move on')
+    page.open('atmosphere')
+    page.fill({'--altitude': '90000', '--feet': True, '--geopotential': True})
+    hint = page.field('--altitude', '.hint').text
+    label = page.field('--altitude', 'label').text
+    check('valid' in page.state('--altitude') and hint == '-1500 to 278385 ft, geopotential' and
+          label == 'Geopotential altitude', f'feet and geopotential: {label!r} {hint!r}')
     page.d.find_element(By.ID, 'night').click()
     page.js('window.notReloaded = true')
     page.open('turn', reload=True)

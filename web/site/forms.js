@@ -11,8 +11,10 @@ export function rangeText(q) {
   return `${q.min.toFixed(d)} to ${q.max.toFixed(d)}${unit}`;
 }
 
-// The quantity of a number option under the chosen units.
-export function quantityOf(option, us) {
+// The quantity of a number option under the chosen units and the form's other entries: the first
+// variant whose words all hold ("--feet" a flag that is on, "--unit=km" a choice), else the listed.
+export function quantityOf(option, us, holds = () => false) {
+  for (const v of option.variants || []) if (v.when.every(holds)) return v;
   return us && option.us ? option.us : option;
 }
 
@@ -90,7 +92,7 @@ export class Form {
       wrap.append(select);
     } else {
       const number = option.kind === 'number';
-      const q = number ? quantityOf(option, this.us) : null;
+      const q = number ? quantityOf(option, this.us, w => this.holds(w)) : null;
       const box = element('input', {
         id, type: 'text', enterkeyhint: 'next', spellcheck: 'false', autocapitalize: 'off',
         inputmode: number ? (q.min < 0 ? 'text' : 'decimal') : 'text',
@@ -100,7 +102,8 @@ export class Form {
       if (option.kind === 'date' && !box.value && option.required) box.value = new Date().toISOString().slice(0, 10);
       const row = element('div', {class: 'box'});
       row.append(box);
-      if (number && q.unit) row.append(element('span', {class: 'unit'}, q.unit));
+      const unit = element('span', {class: 'unit'}, number ? q.unit : '');
+      if (number) row.append(unit);
       const hint = element('small', {id: id + '_hint', class: 'hint'}, number ? rangeText(q) : option.help);
       wrap.append(row, hint);
       for (const type of ['input', 'change']) box.addEventListener(type, () => this.changed(option.name));
@@ -112,6 +115,8 @@ export class Form {
       field.control = box;
       field.hint = hint;
       field.quantity = q;
+      field.unit = unit;
+      field.label = label;
       field.value = () => box.value.trim();
     }
     this.root.append(wrap);
@@ -145,6 +150,13 @@ export class Form {
     this.onChange(this);
   }
 
+  // Whether a word of a variant holds: a flag that is on ("--feet"), a choice made ("--unit=km").
+  holds(word) {
+    const [name, value] = word.split('=');
+    const f = this.fields.find(g => g.option.name === name);
+    return Boolean(f) && f.value() === (value === undefined ? 'on' : value);
+  }
+
   // Whether a field's entry is acceptable: numbers by their quantity, other texts when given.
   fieldState(f) {
     const text = f.value();
@@ -162,6 +174,11 @@ export class Form {
   update() {
     this.valid = true;
     for (const f of this.fields) {
+      if (f.quantity) {
+        f.quantity = quantityOf(f.option, this.us, w => this.holds(w));
+        f.unit.textContent = f.quantity.unit;
+        f.label.textContent = f.quantity.caption || labelOf(f.option);
+      }
       const state = this.fieldState(f);
       f.wrap.classList.toggle('valid', state === 'valid' && f.control.tagName !== 'SELECT' && f.kind !== 'flag');
       f.wrap.classList.toggle('invalid', state === 'invalid');
