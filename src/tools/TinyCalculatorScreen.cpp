@@ -99,48 +99,17 @@ QGridLayout* TinyCalculatorScreen::buildKeyPad() {
     const char* name;
     QString insert;  // empty: a key with its own action below
   };
-  // clang-format off: the rows are the keypad as it is laid out
+  // The rows are the keypad as it is laid out.
+  // clang-format off
   const Key keys[][5] = {
-      {{"MC", "cmdMC", {}},
-       {"MR", "cmdMR", "mem"},
-       {"MS", "cmdMS", {}},
-       {"M+", "cmdMPlus", {}},
-       {"M\u2212", "cmdMMinus", {}}},
-      {{"sin", "cmdSin", "sin("},
-       {"cos", "cmdCos", "cos("},
-       {"tan", "cmdTan", "tan("},
-       {"\u03C0", "cmdPi", "pi"},
-       {"C", "cmdClear", {}}},
-      {{"asin", "cmdAsin", "asin("},
-       {"acos", "cmdAcos", "acos("},
-       {"atan", "cmdAtan", "atan("},
-       {"\u221A", "cmdSqrt", "sqrt("},
-       {"\u232B", "cmdBack", {}}},
-      {{"ln", "cmdLn", "ln("},
-       {"log", "cmdLog", "log("},
-       {"e\u02E3", "cmdExp", "exp("},
-       {"x\u00B2", "cmdSquare", "^2"},
-       {"1/x", "cmdReciprocal", {}}},
-      {{"7", "cmd7", "7"},
-       {"8", "cmd8", "8"},
-       {"9", "cmd9", "9"},
-       {"\u00F7", "cmdDivide", "/"},
-       {"^", "cmdPower", "^"}},
-      {{"4", "cmd4", "4"},
-       {"5", "cmd5", "5"},
-       {"6", "cmd6", "6"},
-       {"\u00D7", "cmdMultiply", "*"},
-       {"%", "cmdPercent", "%"}},
-      {{"1", "cmd1", "1"},
-       {"2", "cmd2", "2"},
-       {"3", "cmd3", "3"},
-       {"\u2212", "cmdSubtract", "-"},
-       {"(", "cmdLeft", "("}},
-      {{"0", "cmd0", "0"},
-       {"", "cmdSep", sep},
-       {"\u00B1", "cmdSign", {}},
-       {"+", "cmdAdd", "+"},
-       {")", "cmdRight", ")"}},
+      {{"MC", "cmdMC", {}}, {"MR", "cmdMR", "mem"}, {"MS", "cmdMS", {}}, {"M+", "cmdMPlus", {}}, {"M\u2212", "cmdMMinus", {}}},
+      {{"sin", "cmdSin", "sin("}, {"cos", "cmdCos", "cos("}, {"tan", "cmdTan", "tan("}, {"\u03C0", "cmdPi", "pi"}, {"C", "cmdClear", {}}},
+      {{"asin", "cmdAsin", "asin("}, {"acos", "cmdAcos", "acos("}, {"atan", "cmdAtan", "atan("}, {"\u221A", "cmdSqrt", "sqrt("}, {"\u232B", "cmdBack", {}}},
+      {{"ln", "cmdLn", "ln("}, {"log", "cmdLog", "log("}, {"e\u02E3", "cmdExp", "exp("}, {"x\u00B2", "cmdSquare", "^2"}, {"1/x", "cmdReciprocal", {}}},
+      {{"7", "cmd7", "7"}, {"8", "cmd8", "8"}, {"9", "cmd9", "9"}, {"\u00F7", "cmdDivide", "/"}, {"^", "cmdPower", "^"}},
+      {{"4", "cmd4", "4"}, {"5", "cmd5", "5"}, {"6", "cmd6", "6"}, {"\u00D7", "cmdMultiply", "*"}, {"%", "cmdPercent", "%"}},
+      {{"1", "cmd1", "1"}, {"2", "cmd2", "2"}, {"3", "cmd3", "3"}, {"\u2212", "cmdSubtract", "-"}, {"(", "cmdLeft", "("}},
+      {{"0", "cmd0", "0"}, {"", "cmdSep", sep}, {"\u00B1", "cmdSign", {}}, {"+", "cmdAdd", "+"}, {")", "cmdRight", ")"}},
   };
   // clang-format on
   auto* pad = new QGridLayout;
